@@ -1,0 +1,120 @@
+#include "app/demo_session.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QTextStream>
+#include <QTimer>
+#include <algorithm>
+#include <vector>
+
+#include "image/intel_hex.h"
+#include "platform/files.h"
+
+namespace {
+
+QTextStream& Out() {
+  static QTextStream out(stdout);
+  return out;
+}
+
+}  // namespace
+
+DemoSession::DemoSession(simulator::SimulatedBoard& board, QWidget& launcher,
+                         simulator::BoardWindow& boardWindow, const QString& folder,
+                         const QString& samples)
+    : board_(board),
+      launcher_(launcher),
+      boardWindow_(boardWindow),
+      folder_(folder),
+      samples_(QDir(samples).absolutePath()) {}
+
+bool DemoSession::Play() {
+  QDir().mkpath(folder_);
+  Picture(&launcher_, "launcher");
+  ProgramVsk830();
+  Out() << (allHeld_ ? "The session went as it should." : "The session FAILED.") << Qt::endl;
+  return allHeld_;
+}
+
+void DemoSession::ProgramVsk830() {
+  const QString image = samples_ + QStringLiteral("/vsk830/thermostat.hex");
+  Press("Main", "Command1");
+  LoadFile("Form1", "Command1", image);
+  Expect("Form1", "Text2", image);
+  Check(Shown("Form1", "Text5") != QLatin1String(""), QStringLiteral("\"S/W CRC\" is shown"));
+  Press("Form1", "Option4");
+  Expect("Form1", "Label2", QStringLiteral("isp mode is exist"));
+  Picture(Window("Form1"), "image-loaded");
+  Press("Form1", "Option8");
+  Press("Form1", "Command4");
+  Expect("Form1", "Label3", QStringLiteral("Write Ok"));
+  Expect("Form1", "Label2", QStringLiteral("isp mode is out"));
+  Expect("Form1", "Text6", Shown("Form1", "Text5"));
+  ExpectFlash(board_.vsk830.Bank(0), image);
+  boardWindow_.Refresh();
+  Picture(Window("Form1"), "programmed");
+  Picture(&boardWindow_, "simulated-board");
+}
+
+QWidget* DemoSession::Window(const char* name) {
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->objectName() == QLatin1String(name) && window->isVisible()) return window;
+  }
+  throw std::runtime_error(std::string("the window is not open: ") + name);
+}
+
+void DemoSession::Press(const char* window, const char* control) {
+  auto* button = Window(window)->findChild<QAbstractButton*>(QLatin1String(control));
+  Out() << window << ": press \"" << button->text() << '"' << Qt::endl;
+  button->click();
+  QApplication::processEvents();
+}
+
+void DemoSession::LoadFile(const char* window, const char* button, const QString& file) {
+  QTimer::singleShot(0, qApp, [file] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr) return;
+    dialog->setDirectory(QFileInfo(file).path());
+    dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(file);
+    static_cast<QDialog*>(dialog)->accept();
+  });
+  Press(window, button);
+}
+
+QString DemoSession::Shown(const char* window, const char* control) {
+  const auto* widget = Window(window)->findChild<QWidget*>(QLatin1String(control));
+  return widget->property(widget->inherits("QPlainTextEdit") ? "plainText" : "text").toString();
+}
+
+void DemoSession::Expect(const char* window, const char* control, const QString& text) {
+  const QString shown = Shown(window, control);
+  Check(shown == text, QStringLiteral("%1 %2 shows \"%3\"")
+                           .arg(QLatin1String(window), QLatin1String(control), shown));
+}
+
+void DemoSession::ExpectFlash(const simulator::Flash& flash, const QString& hexFile) {
+  const FileContent file = ReadFile(hexFile.toStdString(), 1U << 20);
+  std::vector<std::uint8_t> image(simulator::Flash::kBytes);
+  const auto summary = loadfile::StoreHex(file.bytes, image);
+  const auto bytes = summary.maximum + 1;
+  Check(std::equal(image.begin(), image.begin() + bytes, flash.Cells().begin()),
+        QStringLiteral("the chip's flash equals the image of %1 bytes").arg(bytes));
+}
+
+void DemoSession::Picture(QWidget* window, const char* name) {
+  const QString file = QStringLiteral("%1/%2-%3.png")
+                           .arg(folder_)
+                           .arg(++pictures_, 2, 10, QLatin1Char('0'))
+                           .arg(QLatin1String(name));
+  QApplication::processEvents();
+  Check(window->grab().save(file), QStringLiteral("screenshot ") + file);
+}
+
+void DemoSession::Check(bool holds, const QString& what) {
+  Out() << (holds ? "  ok: " : "  WRONG: ") << what << Qt::endl;
+  allHeld_ = allHeld_ && holds;
+}

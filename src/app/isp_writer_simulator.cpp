@@ -1,0 +1,41 @@
+// The tool on simulated boards: the same windows, and one that shows the board.
+//
+//   isp-writer-simulator                 opens the windows
+//   isp-writer-simulator --demo FOLDER SAMPLES
+//                                        plays the operator's session by itself, leaves screenshots
+//                                        in FOLDER; exit status 0 only when every step held
+#include <QApplication>
+#include <memory>
+
+#include "app/demo_session.h"
+#include "app/tool.h"
+#include "simulator/simulated_board.h"
+#include "simulator/window/board_window.h"
+#include "ui/controls.h"
+#include "ui/launcher.h"
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  QApplication::setQuitOnLastWindowClosed(false);
+  ApplyApplicationStyle();
+
+  using namespace simulator;
+  const auto board = std::make_unique<SimulatedBoard>(CableWiring());
+  board->Connect(ConnectedChip::Vsk830);
+  const auto ticks = SystemTickCounter();
+  const auto tool =
+      std::make_unique<Tool>(board->cable, *ticks, SystemDirectories("isp-writer-simulator"));
+  Main launcher(tool->directories, tool->port, tool->portConfig, tool->timing, tool->buffers,
+                tool->frames, tool->isp, tool->vskWriter);
+  BoardWindow boardWindow(*board);
+  launcher.show();
+  boardWindow.move(launcher.geometry().topRight() + QPoint(24, 0));
+  boardWindow.show();
+
+  const QStringList arguments = QApplication::arguments();
+  if (arguments.value(1) == QLatin1String("--demo")) {
+    DemoSession demo(*board, launcher, boardWindow, arguments.value(2), arguments.value(3));
+    return demo.Play() ? 0 : 1;
+  }
+  return QApplication::exec();
+}

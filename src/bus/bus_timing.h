@@ -1,0 +1,48 @@
+// The delays that set the bus speed: counted busy-waits, calibrated against the tick counter.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include "platform/tick_counter.h"
+
+namespace tongxun {
+
+class BusTiming {
+ public:
+  explicit BusTiming(TickCounter& ticks) : ticks_(ticks) {}
+
+  std::int16_t SpeedFactor = 2;     // delay multiplier, 1..10; larger is slower
+  std::int32_t TickPollCount = 0;   // readings of the tick counter within one tick interval
+  std::int32_t BitDelayCount = 0;   // Int(TickPollCount / 1000) * SpeedFactor
+  std::int32_t ByteDelayCount = 0;  // six times BitDelayCount
+  volatile std::int64_t Steps = 0;  // counting steps executed since the start; never reset
+
+  /// Told the new `TickPollCount` at every calibration, for display.
+  std::function<void(std::int32_t)> Calibrated;
+
+  /// Busy-waits of `BitDelayCount` - 1 and `ByteDelayCount` - 1 steps; none for a count of 1 or
+  /// less.
+  void BitDelay() { CountTo(BitDelayCount); }
+  void ByteDelay() { CountTo(ByteDelayCount); }
+  /// 1001 byte delays.
+  void LongDelay();
+
+  /// Measures `TickPollCount` and sets both delay counts for `SpeedFactor`. Holds the thread for
+  /// one second plus one tick interval. A count below 1000 gives a bus without added delays.
+  void CalibrateSpeed();
+
+  /// Holds the thread for `duration_ms` milliseconds of the tick counter.
+  void WaitMilliseconds(std::uint32_t duration_ms);
+
+ private:
+  void CountTo(std::int32_t count) {
+    // `Steps` is volatile, so every step is really executed: the delay is nothing but their number.
+    const std::int64_t end = Steps + count - 1;
+    while (Steps < end) Steps = Steps + 1;
+  }
+
+  TickCounter& ticks_;
+};
+
+}  // namespace tongxun

@@ -1,0 +1,64 @@
+#include "bus/csv_fields.h"
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+constexpr std::string_view kBlanks = " \t";
+
+std::string_view Trim(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(kBlanks);
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+}  // namespace
+
+std::size_t CsvFields::FieldLength() const {
+  std::size_t from = rest_.find_first_not_of(kBlanks);
+  if (from != std::string_view::npos && rest_[from] == '"') from = rest_.find('"', from + 1);
+  if (from == std::string_view::npos) return rest_.size();
+  return std::min(rest_.find_first_of(",\r\n", from), rest_.size());
+}
+
+std::optional<std::string> CsvFields::Next() {
+  if (AtEnd()) return std::nullopt;
+  const std::size_t length = FieldLength();
+  std::string_view field = Trim(rest_.substr(0, length));
+  const bool crLf = rest_.substr(length).starts_with("\r\n");
+  rest_.remove_prefix(std::min(length + (crLf ? 2 : 1), rest_.size()));
+
+  if (field.starts_with('"')) {
+    field.remove_prefix(1);
+    field = Trim(field.substr(0, field.find('"')));
+  }
+  return std::string(field);
+}
+
+std::optional<std::int16_t> LeadingDecimal(std::string_view field) {
+  if (field.starts_with('+')) field.remove_prefix(1);
+  if (field.find_first_of("0123456789.") > 1) return 0;  // also keeps "inf" and "nan" out
+  double value = 0;
+  std::from_chars(field.data(), field.data() + field.size(), value);
+  value = std::nearbyint(value);
+  using Limits = std::numeric_limits<std::int16_t>;
+  if (value < Limits::min() || value > Limits::max()) return std::nullopt;
+  return static_cast<std::int16_t>(value);
+}
+
+std::int16_t LeadingMask(std::string_view field) {
+  unsigned value = 0;
+  const auto read = std::from_chars(field.data(), field.data() + field.size(), value, 16);
+  const bool fits = read.ec == std::errc() && value <= 255;
+  return fits ? static_cast<std::int16_t>(value) : std::int16_t{0};
+}
+
+std::optional<std::int32_t> WholeHex(std::string_view field) {
+  std::uint32_t value = 0;
+  const char* end = field.data() + field.size();
+  const auto read = std::from_chars(field.data(), end, value, 16);
+  if (read.ec != std::errc() || read.ptr != end) return std::nullopt;
+  return static_cast<std::int32_t>(value);
+}

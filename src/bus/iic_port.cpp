@@ -1,0 +1,18 @@
+#include "bus/iic_port.h"
+
+void IicPort::InitPortShadows() {
+  DataShadow = 0x7F;
+  ControlShadow = 0;
+}
+
+void IicPort::Drive(PortRegister which, std::int16_t shadow, const LineSpec& line, bool high) {
+  const bool setBit = high == line.polarity;
+  const int value = setBit ? shadow | line.mask : shadow & (255 - line.mask);
+  io_.DlPortWritePortUchar(PortOf(which), static_cast<std::uint8_t>(value));
+}
+
+bool IicPort::SdaIsLow() {
+  const LineSpec& line = Board().SdaIn;
+  const bool bitSet = (io_.DlPortReadPortUchar(PortOf(PortRegister::Status)) & line.mask) != 0;
+  return bitSet == line.polarity;
+}

@@ -1,0 +1,34 @@
+// Intel HEX text as fixed fields of characters. Pure: no files, no windows.
+//
+//   : nn aaaa tt dd..dd cc CR LF     start code, byte count, address, type, data, checksum, line
+//   end
+//
+// Type and checksum are read and ignored: every record is a data record. The record that begins
+// within the last 14 characters is never read, which leaves the end-of-file record out.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace loadfile {
+
+/// Why a text cannot be read as Intel HEX, as one sentence for the operator.
+using HexProblem = std::string;
+
+struct HexSummary {
+  std::int32_t maximum = 0;  // address of the last byte; 0 for a text without data
+  int wrongStartCodes = 0;   // records that begin with another character than ":"
+};
+
+/// Checks the whole text without storing anything. Digits are 0-9 and A-F only; a record must be
+/// complete, its line end two characters, its bytes within 0..`lastCell`. `text` is not empty.
+std::optional<HexProblem> CheckHex(std::string_view text, std::int32_t lastCell);
+
+/// Stores the bytes of a text that `CheckHex` found good for `cells`; cells that no record names
+/// keep their contents.
+HexSummary StoreHex(std::string_view text, std::span<std::uint8_t> cells);
+
+}  // namespace loadfile

@@ -1,0 +1,71 @@
+// Reads firmware files into the code buffers.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "image/code_buffers.h"
+
+/// What loading needs of a window.
+class FileView {
+ public:
+  virtual ~FileView() = default;
+  /// Shows the file-open dialog on the program's folder. `filters`: description|pattern pairs
+  /// joined by "|". Empty when the operator chose no file.
+  virtual std::string ChooseFile(std::string_view filters) = 0;
+  virtual void Beep() = 0;
+  /// A message box with an OK button; `detail` stands beneath the message and may be empty.
+  virtual void ShowMessage(std::string_view message, std::string_view detail) = 0;
+  /// Prints a line on the window's own surface, below the ones printed before.
+  virtual void PrintLine(std::string_view line) = 0;
+};
+
+namespace loadfile {
+
+/// Where a reader puts an image: a code buffer and its maximum address.
+struct ReadTarget {
+  std::span<std::uint8_t> cells;
+  std::int32_t& maximum;
+};
+
+enum class FileKind { Hex, Binary };
+
+/// The filter list for an image in one file.
+inline constexpr std::string_view kOneFileFilters = "Hexfile (*.hex)|*.hex|Binfile (*.bin)|*.bin";
+
+/// Hex when the last three characters of the name, in upper case, are `hexEnding`.
+FileKind KindOf(std::string_view name, std::string_view hexEnding);
+
+/// One image file, read and checked, not yet stored anywhere.
+class ImageFile {
+ public:
+  /// `lastCell`: the highest address that the target holds.
+  ImageFile(const std::string& name, FileKind kind, std::size_t lastCell);
+
+  bool Refused() const { return !problem_.empty(); }
+  /// Two beeps and the message that says why this file cannot be loaded.
+  void Refuse(FileView& view) const;
+
+  /// Stores a file that was not refused. An empty HEX file sounds two beeps, shows a message and
+  /// leaves the target as it was.
+  void StoreInto(const ReadTarget& target, FileView& view) const;
+
+ private:
+  void StoreBinary(const ReadTarget& target) const;
+
+  FileKind kind_;
+  std::string bytes_;
+  std::string problem_;
+};
+
+/// The four readers. False when the file was refused; nothing has changed then.
+/// A missing binary file reads as an empty one.
+bool ReadHexFile(const std::string& name, tongxun::CodeBuffers& buffers, FileView& view);
+bool ReadBinFile(const std::string& name, tongxun::CodeBuffers& buffers, FileView& view);
+bool ReadRtdHexFile(const std::string& name, tongxun::CodeBuffers& buffers, FileView& view);
+bool ReadRtdBinFile(const std::string& name, tongxun::CodeBuffers& buffers, FileView& view);
+
+}  // namespace loadfile

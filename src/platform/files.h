@@ -1,0 +1,28 @@
+// Whole-file access without exceptions. Never opens anything but a regular file, so that a folder,
+// a pipe or a device cannot block the program.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <span>
+#include <string>
+
+struct FileContent {
+  std::string bytes;    // at most the limit asked for
+  std::string problem;  // empty when the file was read; else why it was not, as a phrase
+  bool missing = false;
+
+  bool Ok() const { return problem.empty(); }
+};
+
+/// Reads at most `limit` bytes from the start of the file.
+FileContent ReadFile(const std::filesystem::path& path, std::size_t limit);
+
+/// Creates the file empty, and its folder, when it is missing. False when there is no such regular
+/// file afterwards.
+bool EnsureFile(const std::filesystem::path& path);
+
+/// Writes `bytes` from position 0, creating the file when missing; bytes behind them stay as they
+/// were. False when they could not be written.
+bool WriteAtStart(const std::filesystem::path& path, std::span<const std::uint8_t> bytes);

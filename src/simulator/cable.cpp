@@ -1,0 +1,37 @@
+#include "simulator/cable.h"
+
+namespace simulator {
+namespace {
+
+bool Level(std::uint8_t value, const LineSpec& line) {
+  return ((value & line.mask) != 0) == line.polarity;
+}
+
+}  // namespace
+
+void Cable::DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) {
+  ++accesses_;
+  switch (static_cast<PortRegister>(port - portBase_)) {
+    case PortRegister::Data:
+      masterSda_ = Level(value, wiring_.SdaOut);
+      break;
+    case PortRegister::Control:
+      masterScl_ = Level(value, wiring_.SclOut);
+      break;
+    default:
+      return;
+  }
+  wire_.OnLevels(Sda(), masterScl_);
+  if (listener_ != nullptr) listener_->Levels(accesses_, Sda(), masterScl_);
+}
+
+std::uint8_t Cable::DlPortReadPortUchar(std::uint32_t port) {
+  ++accesses_;
+  if (static_cast<PortRegister>(port - portBase_) != PortRegister::Status) return 0xFF;
+  // A direct input shows a low SDA as a set bit. The other status bits float high.
+  const LineSpec& line = wiring_.SdaIn;
+  const bool setBit = Sda() != line.polarity;
+  return static_cast<std::uint8_t>(setBit ? 0xFF : 0xFF & ~line.mask);
+}
+
+}  // namespace simulator

@@ -1,0 +1,47 @@
+// A target board on the simulated ISP cable: the cable, the wire and the chip that is plugged in.
+#pragma once
+
+#include <cstdint>
+
+#include "bus/iic_port.h"
+#include "simulator/bus_log.h"
+#include "simulator/cable.h"
+#include "simulator/faults.h"
+#include "simulator/vsk_chip.h"
+#include "simulator/wire_decoder.h"
+
+namespace simulator {
+
+enum class ConnectedChip { None, Vsk830 };
+
+class SimulatedBoard {
+ public:
+  /// `wiring`: how the cable's bits carry the lines; `portBase`: where its port is.
+  explicit SimulatedBoard(const IspBoard& wiring,
+                          std::uint32_t portBase = IicPort::kDefaultPortBase,
+                          const VskIdentity& vskIdentity = {});
+  SimulatedBoard(const SimulatedBoard&) = delete;
+  SimulatedBoard& operator=(const SimulatedBoard&) = delete;
+
+  /// Plugs a chip in, without power before: it is not in ISP mode. Flash contents stay.
+  void Connect(ConnectedChip chip);
+  ConnectedChip Connected() const { return connected_; }
+  /// The VSK chip that is plugged in; null when there is none.
+  VskChip* ConnectedVsk() { return connected_ == ConnectedChip::Vsk830 ? &vsk830 : nullptr; }
+
+  Faults faults;
+  VskChip vsk830;
+
+  WireDecoder wire;
+  Cable cable;
+
+ private:
+  ConnectedChip connected_ = ConnectedChip::None;
+};
+
+/// The wiring of the cable that the simulator program comes with: SDA out on data bit 7 through an
+/// inverter, SDA in on status bit 7 (set while SDA is low), SCL out on control bit 3 through an
+/// inverter. Its own "Initial" folder describes the same cable.
+IspBoard CableWiring();
+
+}  // namespace simulator

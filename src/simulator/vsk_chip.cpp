@@ -1,0 +1,183 @@
+#include "simulator/vsk_chip.h"
+
+#include <array>
+
+#include "image/crc16.h"
+
+namespace simulator {
+namespace {
+
+constexpr std::size_t kPageBytes = 256;
+constexpr std::size_t kErasePageBytes = 128;
+constexpr std::uint8_t kCrcReadAddress = 0x97;
+
+enum Command : std::uint8_t {
+  kSelectPage = 0x00,
+  kErasePage = 0x30,
+  kQuit = 0x48,
+  kEraseAll = 0x68,
+  kProgramBank0 = 0xA0,
+  kProgramBank1 = 0xA1,
+  kResetCrc = 0xD0,
+};
+
+}  // namespace
+
+VskChip::VskChip(VskIdentity identity, int banks, const Faults& faults)
+    : identity_(std::move(identity)), faults_(faults) {
+  for (int bank = 0; bank < banks; ++bank) banks_.emplace_back(bank, faults);
+}
+
+void VskChip::OnUnplugged() {
+  ispMode_ = false;
+  busyPolls_ = 0;
+  frame_ = Frame::None;
+  expected_ = Expected::Nothing;
+  crc_ = tongxun::kCrcStart;
+}
+
+void VskChip::OnStart() {
+  frame_ = Frame::None;
+  byte_ = 0;
+}
+
+void VskChip::OnStop() {
+  const bool allCodesCame = frame_ == Frame::Entry && byte_ + 1 == identity_.codes.size();
+  if (allCodesCame) ispMode_ = true;
+  const bool dataFrameEnded = frame_ == Frame::Data || frame_ == Frame::PageRead;
+  if (dataFrameEnded && byte_ > 0) expected_ = Expected::Nothing;
+  frame_ = Frame::None;
+}
+
+bool VskChip::OnAddress(std::uint8_t byte) {
+  if (!ispMode_) return OpensEntry(byte);
+  if (faults_.busyForEver && busyPolls_ > 0) return false;
+  if (busyPolls_ > 0) {
+    --busyPolls_;
+    return false;
+  }
+  if (byte == kCrcReadAddress) {
+    frame_ = Frame::CrcRead;
+  } else if (byte == (CommandAddress() & 0xFE)) {
+    frame_ = Frame::Command;
+  } else if (byte == (identity_.address & 0xFE)) {
+    frame_ = Frame::Data;
+  } else if (byte == (identity_.address | 0x01) && expected_ == Expected::PageRead) {
+    frame_ = Frame::PageRead;
+  }
+  return frame_ != Frame::None;
+}
+
+bool VskChip::OpensEntry(std::uint8_t address) {
+  if (identity_.codes.empty() || address != (identity_.codes[0] & 0xFE)) return false;
+  frame_ = Frame::Entry;
+  return true;
+}
+
+bool VskChip::OnWrite(std::uint8_t byte) {
+  switch (frame_) {
+    case Frame::Entry:
+      return OnEntryCode(byte);
+    case Frame::Command:
+      return OnCommand(byte);
+    case Frame::Data:
+      return OnData(byte);
+    default:
+      return false;
+  }
+}
+
+bool VskChip::OnEntryCode(std::uint8_t byte) {
+  const std::size_t code = byte_ + 1;
+  if (code >= identity_.codes.size() || byte != identity_.codes[code]) {
+    frame_ = Frame::None;
+    return false;
+  }
+  ++byte_;
+  return true;
+}
+
+bool VskChip::OnCommand(std::uint8_t byte) {
+  if (byte_++ > 0) return OnArgument(byte);
+  command_ = byte;
+  switch (byte) {
+    case kQuit:
+      ispMode_ = false;
+      frame_ = Frame::None;
+      return true;
+    case kResetCrc:
+      crc_ = tongxun::kCrcStart;
+      return true;
+    case kSelectPage:
+    case kErasePage:
+    case kEraseAll:
+    case kProgramBank0:
+      return true;
+    case kProgramBank1:
+      return banks_.size() > 1;
+    default:
+      return false;
+  }
+}
+
+bool VskChip::OnArgument(std::uint8_t byte) {
+  if (byte_ > 2) return false;
+  switch (command_) {
+    case kEraseAll:
+      if (byte != 0) return false;
+      for (Flash& bank : banks_) bank.Erase(0, Flash::kBytes);
+      expected_ = Expected::FollowUp;
+      if (faults_.busyForEver) busyPolls_ = 1;
+      return true;
+    case kErasePage:
+      banks_[0].Erase(byte * kErasePageBytes, kErasePageBytes);
+      expected_ = Expected::Nothing;
+      busyPolls_ = 1;
+      return true;
+    case kProgramBank0:
+      return SelectForProgramming(0, byte);
+    case kProgramBank1:
+      return SelectForProgramming(1, byte);
+    case kSelectPage:
+      bank_ = 0;
+      page_ = byte;
+      expected_ = Expected::PageRead;
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool VskChip::SelectForProgramming(std::size_t bank, std::uint8_t page) {
+  bank_ = bank;
+  page_ = page;
+  expected_ = Expected::PageData;
+  return true;
+}
+
+bool VskChip::OnData(std::uint8_t byte) {
+  const std::size_t index = byte_;
+  const bool leader = index == 0;
+  if (leader && byte != 0) return false;
+  if (!leader && expected_ == Expected::PageData) {
+    if (index > kPageBytes) return false;
+    const std::uint8_t stored = banks_[bank_].Program(page_ * kPageBytes + index - 1, byte);
+    crc_ = tongxun::CrcBytes(crc_, std::array{stored});
+  } else if (!leader && !(expected_ == Expected::FollowUp && index == 1 && byte == 0)) {
+    return false;
+  }
+  ++byte_;
+  return true;
+}
+
+std::uint8_t VskChip::OnRead() {
+  const std::size_t index = byte_++;
+  if (frame_ == Frame::PageRead) {
+    return banks_[bank_].Cells()[page_ * kPageBytes + index % kPageBytes];
+  }
+  if (index == 3) return static_cast<std::uint8_t>(crc_ >> 8);
+  if (index == 4) return static_cast<std::uint8_t>(crc_ & 0xFF);
+  return 0;
+}
+
+}  // namespace simulator

@@ -1,0 +1,111 @@
+#include "ui/controls.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QPlainTextEdit>
+#include <QStyle>
+#include <QStyleFactory>
+
+namespace {
+
+constexpr int kFontPixels = 12;  // 9 points at 96 dpi
+
+template <typename Control>
+Control* Named(Control* control, const char* name, const QString& accessibleName, const Twips& at) {
+  control->setObjectName(QLatin1String(name));
+  control->setAccessibleName(QString(accessibleName).remove(QLatin1Char('&')));
+  Place(control, at);
+  return control;
+}
+
+class MenuShortcutFilter : public QObject {
+ public:
+  explicit MenuShortcutFilter(QWidget* window) : QObject(window), window_(window) {}
+
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() != QEvent::ShortcutOverride) return false;
+    const QKeySequence pressed(static_cast<QKeyEvent*>(event)->keyCombination());
+    for (const QAction* action : window_->findChildren<QAction*>()) {
+      if (!action->isEnabled() || action->shortcut() != pressed) continue;
+      event->ignore();
+      return true;
+    }
+    return false;
+  }
+
+ private:
+  QWidget* window_;
+};
+
+}  // namespace
+
+void Place(QWidget* control, const Twips& at) {
+  const QSize given(PixelsOf(at.width), PixelsOf(at.height));
+  const bool hasCaption = !control->property("text").toString().isEmpty();
+  const QSize needed = !hasCaption && !given.isEmpty() ? given : control->sizeHint();
+  control->setGeometry(
+      QRect(QPoint(PixelsOf(at.left), PixelsOf(at.top)), given.expandedTo(needed)));
+}
+
+void FixClientArea(QWidget* client, int widthTwips, int heightTwips) {
+  client->setFixedSize(PixelsOf(widthTwips), PixelsOf(heightTwips));
+}
+
+void OptionButton::OnSelected(std::function<void()> action) {
+  action_ = Guarded(window(), std::move(action));
+  connect(this, &QRadioButton::toggled, this, [this](bool selected) {
+    if (selected) action_();
+  });
+}
+
+void OptionButton::nextCheckState() {
+  if (isChecked()) {
+    if (action_) action_();
+  } else {
+    setChecked(true);
+  }
+}
+
+QLabel* AddLabel(QWidget* parent, const char* name, const QString& caption, const Twips& at) {
+  return Named(new QLabel(caption, parent), name, caption, at);
+}
+
+QPushButton* AddButton(QWidget* parent, const char* name, const QString& caption, const Twips& at) {
+  auto* button = Named(new QPushButton(caption, parent), name, caption, at);
+  button->setAutoDefault(true);  // Enter presses the button that has the focus
+  return button;
+}
+
+QGroupBox* AddFrame(QWidget* parent, const char* name, const QString& caption, const Twips& at) {
+  return Named(new QGroupBox(caption, parent), name, caption, at);
+}
+
+OptionButton* AddOption(QGroupBox* frame, const char* name, const QString& caption,
+                        const Twips& at) {
+  return Named(new OptionButton(caption, frame), name, caption, at);
+}
+
+QLineEdit* AddTextBox(QWidget* parent, const char* name, const QString& accessibleName,
+                      const Twips& at) {
+  return Named(new QLineEdit(parent), name, accessibleName, at);
+}
+
+void ReportFailure(QWidget* window, const char* reason) {
+  QMessageBox::critical(window, QStringLiteral("isp-writer"), QString::fromUtf8(reason));
+}
+
+void PreferMenuShortcuts(QWidget* window) {
+  auto* filter = new MenuShortcutFilter(window);
+  for (QLineEdit* box : window->findChildren<QLineEdit*>()) box->installEventFilter(filter);
+  for (QPlainTextEdit* box : window->findChildren<QPlainTextEdit*>())
+    box->installEventFilter(filter);
+}
+
+void ApplyApplicationStyle() {
+  QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  QApplication::setPalette(QApplication::style()->standardPalette());
+  QFont font(QStringLiteral("Liberation Sans"));
+  font.setPixelSize(kFontPixels);
+  QApplication::setFont(font);
+}

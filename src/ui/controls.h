@@ -1,0 +1,73 @@
+// Builds the windows' controls: each at its given place, under its given name.
+#pragma once
+
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QRadioButton>
+#include <exception>
+#include <functional>
+
+/// A place in twips: 1/1440 inch, 15 to a logical pixel. A width or height of 0 is taken from the
+/// control's own content.
+struct Twips {
+  int left, top, width = 0, height = 0;
+};
+
+constexpr int PixelsOf(int twips) { return twips / 15; }
+
+/// Puts the control at its place; it grows to the right and downwards when its caption needs more
+/// than the given size.
+void Place(QWidget* control, const Twips& at);
+
+/// Gives a window's client area its size, once and for all.
+void FixClientArea(QWidget* client, int widthTwips, int heightTwips);
+
+/// An option that runs its action whenever it becomes selected, and at every click of the operator
+/// even when it is selected already.
+class OptionButton : public QRadioButton {
+ public:
+  OptionButton(const QString& caption, QWidget* frame) : QRadioButton(caption, frame) {}
+  void OnSelected(std::function<void()> action);
+
+ protected:
+  void nextCheckState() override;
+
+ private:
+  std::function<void()> action_;
+};
+
+QLabel* AddLabel(QWidget* parent, const char* name, const QString& caption, const Twips& at);
+QPushButton* AddButton(QWidget* parent, const char* name, const QString& caption, const Twips& at);
+QGroupBox* AddFrame(QWidget* parent, const char* name, const QString& caption, const Twips& at);
+OptionButton* AddOption(QGroupBox* frame, const char* name, const QString& caption,
+                        const Twips& at);
+/// A one-line text box; `accessibleName`: what a screen reader calls it.
+QLineEdit* AddTextBox(QWidget* parent, const char* name, const QString& accessibleName,
+                      const Twips& at);
+
+/// Tells the operator why an action ended; the program goes on.
+void ReportFailure(QWidget* window, const char* reason);
+
+/// Wraps an event handler so that nothing is thrown out of it.
+template <typename Handler>
+auto Guarded(QWidget* window, Handler handler) {
+  return [window, handler]() {
+    try {
+      handler();
+    } catch (const std::exception& failure) {
+      ReportFailure(window, failure.what());
+    } catch (...) {
+      ReportFailure(window, "unknown error");
+    }
+  };
+}
+
+/// Lets the menu shortcuts win over the editing keys of the window's text boxes, for instance
+/// Ctrl+A and Ctrl+X.
+void PreferMenuShortcuts(QWidget* window);
+
+/// The look that all windows share: fonts by logical pixel, a light palette.
+void ApplyApplicationStyle();

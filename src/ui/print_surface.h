@@ -1,0 +1,21 @@
+// A window's client area, on which lines of text can be printed behind the controls.
+#pragma once
+
+#include <QStringList>
+#include <QWidget>
+
+class PrintSurface final : public QWidget {
+ public:
+  using QWidget::QWidget;
+
+  /// Prints below the line printed before, from the top left corner on; lines below the lower edge
+  /// are not seen.
+  void PrintLine(const QString& line);
+  const QStringList& PrintedLines() const { return lines_; }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QStringList lines_;  // at most as many as the surface can show
+};

@@ -1,0 +1,71 @@
+#include "ui/security_window.h"
+
+#include "ui/dialogs.h"
+#include "vsk/entry_parameters.h"
+
+namespace {
+
+struct Row {
+  const char* label;
+  QString caption;
+  QString range;
+};
+
+// A full-width colon (U+FF1A) ends all captions but the first.
+const std::array<Row, 6>& Rows() {
+  static const std::array<Row, 6> rows{{
+      {"Label2", QStringLiteral("Slave Address:"), QStringLiteral(" (00-FF)")},
+      {"Label3", QStringLiteral("Nember Of Security Codes："), QStringLiteral(" (01-04)")},
+      {"Label4", QStringLiteral("First Security Code："), QStringLiteral(" (00-FF)")},
+      {"Label5", QStringLiteral("Second Security Code："), QStringLiteral(" (00-FF)")},
+      {"Label6", QStringLiteral("Third Security Code："), QStringLiteral(" (00-FF)")},
+      {"Label7", QStringLiteral("Fourth Security Code："), QStringLiteral(" (00-FF)")},
+  }};
+  return rows;
+}
+
+constexpr int kFirstRowTop = 960;  // twips, as all below
+constexpr int kRowStep = 600;
+constexpr int kLabelLeft = 240;
+constexpr int kBoxLeft = 2760;
+constexpr int kBoxWidth = 1455;
+constexpr int kBoxHeight = 375;
+constexpr int kRangeLeft = 4320;
+
+}  // namespace
+
+Form3::Form3(std::filesystem::path parameterFile) : parameterFile_(std::move(parameterFile)) {
+  setObjectName(QStringLiteral("Form3"));
+  setWindowTitle(QStringLiteral("Form3"));
+  FixClientArea(this, 5715, 5265);
+
+  QLabel* heading = AddLabel(this, "Label1", QStringLiteral("Security Check"), {0, 300, 5715, 375});
+  heading->setAlignment(Qt::AlignCenter);
+  for (std::size_t i = 0; i < boxes_.size(); ++i) {
+    const Row& row = Rows()[i];
+    const int top = kFirstRowTop + static_cast<int>(i) * kRowStep;
+    QLabel* label = AddLabel(this, row.label, row.caption, {kLabelLeft, top, 0, kBoxHeight});
+    const QByteArray box = "Text" + QByteArray::number(static_cast<int>(i) + 1);
+    boxes_[i] =
+        AddTextBox(this, box.constData(), row.caption, {kBoxLeft, top, kBoxWidth, kBoxHeight});
+    label->setBuddy(boxes_[i]);
+    AddLabel(this, "Label8", row.range, {kRangeLeft, top, 0, kBoxHeight});
+  }
+
+  QPushButton* check = AddButton(this, "Command1", QStringLiteral("Check"), {1320, 4680});
+  QPushButton* exit = AddButton(this, "Command2", QStringLiteral("Exit"), {3360, 4680});
+  connect(check, &QPushButton::clicked, this, Guarded(this, [this] { Check(); }));
+  connect(exit, &QPushButton::clicked, this, Guarded(this, [this] { close(); }));
+}
+
+void Form3::Check() {
+  fileop::SecurityEntry entry{.address = boxes_[0]->text().toStdString(),
+                              .count = boxes_[1]->text().toStdString(),
+                              .codes = {}};
+  for (std::size_t i = 0; i < entry.codes.size(); ++i) {
+    entry.codes[i] = boxes_[2 + i]->text().toStdString();
+  }
+  const fileop::SecurityCheck check = fileop::CheckSecurityEntry(entry, parameterFile_);
+  if (!check.message.empty()) ShowMessageBox(this, check.message);
+  if (check.accepted) close();
+}

@@ -1,0 +1,20 @@
+// The Security Check window: asks for the ISP entry parameters when there are none.
+#pragma once
+
+#include <QWidget>
+#include <array>
+#include <filesystem>
+
+#include "ui/controls.h"
+
+class Form3 final : public QWidget {
+ public:
+  /// `parameterFile`: "Initial/security.cod", which takes effect at the program's next start.
+  explicit Form3(std::filesystem::path parameterFile);
+
+ private:
+  void Check();
+
+  const std::filesystem::path parameterFile_;
+  std::array<QLineEdit*, 6> boxes_{};  // address, count, codes 1..4
+};

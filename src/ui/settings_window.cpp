@@ -1,0 +1,130 @@
+#include "ui/settings_window.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+
+#include "image/hex_number.h"
+#include "ui/dialogs.h"
+
+namespace {
+
+constexpr int kSlowest = 10;
+constexpr int kFastest = 1;
+constexpr int kInitialSpeed = 5;
+
+void SetHeadingFont(QLabel* label, const QString& caption, int pixels) {
+  QFont font;
+  font.setFamilies({QStringLiteral("宋体"), QStringLiteral("WenQuanYi Micro Hei")});
+  font.setPixelSize(pixels);
+  label->setFont(font);
+  label->setText(caption);
+  label->setAccessibleName(caption);
+  label->resize(label->size().expandedTo(label->sizeHint()));
+}
+
+}  // namespace
+
+Form2::Form2(IicPort& port, const PortConfig& portConfig, tongxun::BusTiming& timing,
+             std::function<void()> closed)
+    : port_(port), portConfig_(portConfig), timing_(timing), closed_(std::move(closed)) {
+  setObjectName(QStringLiteral("Form2"));
+  setWindowTitle(QStringLiteral("Setting"));
+  FixClientArea(this, 4680, 6090);
+
+  CreateHeading();
+  CreateAddress();
+  CreateSpeed();
+  ShowPortAddress();
+  text3_->setFocus();
+}
+
+void Form2::CreateHeading() {
+  constexpr int kTwelvePoints = 16;  // logical pixels
+  constexpr int kTenAndAHalfPoints = 14;
+  SetHeadingFont(AddLabel(this, "Label1", QString(), {480, 480, 3855, 375}),
+                 QStringLiteral("Halvern VSK Isp Writer Program"), kTwelvePoints);
+  SetHeadingFont(AddLabel(this, "Label2", QString(), {1440, 960, 1335, 375}),
+                 QStringLiteral("Version V" ISP_WRITER_VERSION_DIGITS), kTenAndAHalfPoints);
+  SetHeadingFont(AddLabel(this, "Label3", QString(), {600, 1440, 3495, 375}),
+                 QStringLiteral("Halvern Technolog Information"), kTwelvePoints);
+}
+
+void Form2::CreateAddress() {
+  QPushButton* enter = AddButton(this, "Enter", QStringLiteral("Enter"), {480, 3840, 1095, 375});
+  QPushButton* back = AddButton(this, "Command1", QStringLiteral("Back"), {2760, 3840, 1095, 375});
+  connect(enter, &QPushButton::clicked, this, Guarded(this, [this] {
+            if (ApplyPortAddress()) close();
+          }));
+  connect(back, &QPushButton::clicked, this, Guarded(this, [this] { close(); }));
+
+  const QString caption = QStringLiteral("PortAddress:");
+  AddLabel(this, "PortAddress", caption, {360, 5640, 1080, 180});
+  text3_ = AddTextBox(this, "Text3", caption, {1680, 5520, 2655, 375});
+  text3_->setMaxLength(4);
+  text3_->installEventFilter(this);
+}
+
+void Form2::CreateSpeed() {
+  const QString caption = QStringLiteral("Speed Adjust");
+  AddLabel(this, "Speed", caption, {360, 4560, 1080, 180});
+  text2_ = AddTextBox(this, "Text2", caption, {2760, 4560, 1095, 270});
+  text2_->setReadOnly(true);
+
+  slider_ = new QSlider(Qt::Horizontal, this);
+  slider_->setObjectName(QStringLiteral("HScroll1"));
+  slider_->setAccessibleName(caption);
+  slider_->setRange(kFastest, kSlowest);
+  slider_->setPageStep(1);
+  slider_->setValue(kInitialSpeed);
+  Place(slider_, {360, 4920, 3975, 255});
+  connect(slider_, &QSlider::valueChanged, this,
+          Guarded(this, [this] { ChangeSpeed(slider_->value()); }));
+  slider_->setValue(timing_.SpeedFactor);
+  text2_->setText(QString::number(slider_->value()));
+}
+
+void Form2::ChangeSpeed(int speedFactor) {
+  text2_->setText(QString::number(speedFactor));
+  timing_.SpeedFactor = static_cast<std::int16_t>(speedFactor);
+  timing_.CalibrateSpeed();
+}
+
+void Form2::ShowPortAddress() { text3_->setText(TextOf(HexText(port_.PortBase))); }
+
+bool Form2::ApplyPortAddress() {
+  bool isHex = false;
+  const QString typed = text3_->text().trimmed();
+  const uint address = typed.toUInt(&isHex, 16);
+  const bool digitsOnly = isHex && !typed.contains(QLatin1Char('x'), Qt::CaseInsensitive) &&
+                          !typed.startsWith(QLatin1Char('+'));
+  if (!digitsOnly) {
+    ShowPortAddress();
+    ShowMessageBox(this, "please input HEX number:(0000-FFFF)");
+    return false;
+  }
+  port_.PortBase = address == 0 ? IicPort::kDefaultPortBase : static_cast<std::int32_t>(address);
+  if (address == 0) ShowPortAddress();
+  portConfig_.SavePortAddress();
+  ShowMessageBox(this, "Parallel Address Modify is 0x" + HexText(port_.PortBase));
+  return true;
+}
+
+bool Form2::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease) {
+    return QWidget::eventFilter(watched, event);
+  }
+  const auto* key = static_cast<QKeyEvent*>(event);
+  if (key->key() != Qt::Key_Return && key->key() != Qt::Key_Enter) return false;
+  if (key->isAutoRepeat()) return true;
+  // The release counts, but only of a key that was pressed here: the release of an Enter that
+  // closed a message box arrives here too.
+  const bool released = event->type() == QEvent::KeyRelease && enterPressed_;
+  enterPressed_ = event->type() == QEvent::KeyPress;
+  if (released) Guarded(this, [this] { ApplyPortAddress(); })();
+  return true;
+}
+
+void Form2::closeEvent(QCloseEvent* event) {
+  event->accept();
+  closed_();
+}

@@ -1,0 +1,43 @@
+// The Settings window: the port address and the bus speed.
+#pragma once
+
+#include <QSlider>
+#include <QWidget>
+#include <functional>
+
+#include "bus/bus_timing.h"
+#include "bus/iic_port.h"
+#include "bus/port_config.h"
+#include "ui/controls.h"
+
+class Form2 final : public QWidget {
+ public:
+  /// Runs a calibration at once when the speed differs from the slider's initial value.
+  /// `closed`: the window is closing, by any means.
+  Form2(IicPort& port, const PortConfig& portConfig, tongxun::BusTiming& timing,
+        std::function<void()> closed);
+
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void CreateHeading();
+  void CreateSpeed();
+  void CreateAddress();
+  void ChangeSpeed(int speedFactor);
+  /// Takes over and saves the address in the text box. False when it is no address.
+  bool ApplyPortAddress();
+  void ShowPortAddress();
+
+  IicPort& port_;
+  const PortConfig& portConfig_;
+  tongxun::BusTiming& timing_;
+  const std::function<void()> closed_;
+
+  QLineEdit* text2_ = nullptr;  // speed factor
+  QLineEdit* text3_ = nullptr;  // port address
+  QSlider* slider_ = nullptr;
+  bool enterPressed_ = false;  // in the address box, not yet released
+};

@@ -1,0 +1,89 @@
+// The window from which the operator programs a VSK830 or VSK630.
+#pragma once
+
+#include <QMainWindow>
+#include <QPlainTextEdit>
+#include <filesystem>
+#include <functional>
+
+#include "image/vsk_load.h"
+#include "ui/controls.h"
+#include "ui/print_surface.h"
+#include "vsk/isp_operations.h"
+#include "vsk/isp_view.h"
+#include "vsk/vsk_writer.h"
+
+/// Holds controls only; what survives closing and reopening belongs to `VskWriter`.
+class Form1 final : public QMainWindow, private IspView, private VskLoadView {
+ public:
+  /// `settingsAsked`: the "About" entry was chosen. `closed`: the window is closing, by any means.
+  Form1(VskWriter& writer, IspOperations& isp, std::filesystem::path programFolder,
+        std::function<void()> settingsAsked, std::function<void()> closed);
+
+  /// Shows a calibration count in the data display.
+  void ShowCalibration(std::int32_t tickPollCount);
+  /// Makes `chip` the one that is programmed, and enables the entry that loads a normal file.
+  void SelectChip(VskChip chip);
+
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void CreateMenus();
+  void CreateFileMenu();
+  void CreateActionMenu();
+  void CreateOperationOptions(QWidget* client);
+  void CreateChipOptions(QWidget* client);
+  void CreateImageBoxes(QWidget* client);
+  void CreateIspMode(QWidget* client);
+  void LoadFile();
+  void ExitChosen();
+  QLabel* StatusControl(StatusLabel label) const;
+
+  // IspView
+  void ShowData(std::string_view text) override;
+  void SetStatusColour(StatusLabel label, StatusColour colour) override;
+  void SetStatusText(StatusLabel label, std::string_view text) override;
+  void RepaintStatus(StatusLabel label) override;
+  void ShowHardwareCrc(std::string_view text) override;  // also VskLoadView
+  void SelectQuitOption() override;
+  void DeselectQuitOption() override;
+  bool PageReadSelected() const override;
+  std::string AskText(std::string_view prompt, std::string_view title,
+                      std::string_view answer) override;
+  void ShowMessage(std::string_view message) override;
+
+  // VskLoadView
+  std::string ChooseFile(std::string_view filters) override;
+  void Beep() override;
+  void ShowMessage(std::string_view message, std::string_view detail) override;
+  void PrintLine(std::string_view line) override;
+  void ShowFileName(std::string_view text) override;
+  void ShowMaximumAddress(std::string_view text) override;
+  void ShowChecksum(std::string_view text) override;
+  void ShowSoftwareCrc(std::string_view text) override;
+
+  VskWriter& writer_;
+  IspOperations& isp_;
+  const std::filesystem::path programFolder_;
+  const std::function<void()> settingsAsked_;
+  const std::function<void()> closed_;
+
+  PrintSurface* surface_;  // the client area
+  QAction* lcf_ = nullptr;
+  QAction* lnf_ = nullptr;
+  OptionButton* option1_ = nullptr;  // VSK830
+  OptionButton* option2_ = nullptr;  // VSK630
+  OptionButton* option5_ = nullptr;  // quit isp mode
+  OptionButton* option9_ = nullptr;  // Page Read
+  QPlainTextEdit* text1_ = nullptr;  // data display
+  QLineEdit* text2_ = nullptr;       // MCU File
+  QLineEdit* text3_ = nullptr;       // CheckSum
+  QLineEdit* text4_ = nullptr;       // MaxAddress
+  QLineEdit* text5_ = nullptr;       // S/W CRC
+  QLineEdit* text6_ = nullptr;       // H/W CRC
+  QLabel* label2_ = nullptr;         // ISP mode status
+  QLabel* label3_ = nullptr;         // operation status
+};

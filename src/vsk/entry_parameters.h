@@ -1,0 +1,32 @@
+// The ISP entry parameters in "Initial/security.cod": the slave address and the security codes that
+// open ISP mode. Binary: address, number of codes n, the n codes, and a 0 byte when n is 1.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <span>
+#include <string>
+
+namespace fileop {
+
+/// Reads at most 11 bytes into `params` and sets the entry behind the last one to 0; entries behind
+/// that keep their values. A missing file is created empty.
+void ReadSecurityFile(const std::filesystem::path& path, std::span<std::int16_t, 11> params);
+
+/// What the operator typed into the Security Check window.
+struct SecurityEntry {
+  std::string address;
+  std::string count;
+  std::array<std::string, 4> codes;
+};
+
+struct SecurityCheck {
+  bool accepted = false;
+  std::string message;  // for a message box; empty when the refusal is silent
+};
+
+/// Writes a complete and valid entry to the file; deletes the file when the entry is refused.
+SecurityCheck CheckSecurityEntry(const SecurityEntry& entry, const std::filesystem::path& path);
+
+}  // namespace fileop

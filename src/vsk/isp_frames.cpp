@@ -1,0 +1,66 @@
+#include "vsk/isp_frames.h"
+
+namespace tongxun {
+namespace {
+
+constexpr int kCrcReadAddress = 0x97;  // fixed; read form of 0x96
+constexpr int kAcknowledge = 0;
+constexpr int kLastByte = 1;
+
+}  // namespace
+
+bool IspFrames::WriteFrame(int firstByte, int& count, bool stop) {
+  if (count < -1 || count >= static_cast<int>(kBufferCells)) return false;
+  bus_.I2cStart();
+  ++count;
+  int byte = firstByte;
+  for (std::size_t next = 0; count != 0; ++next) {
+    if (!bus_.I2cWriteByte(byte)) {
+      bus_.I2cStop();
+      return false;
+    }
+    byte = IspTxBuf[next];
+    --count;
+  }
+  if (stop) bus_.I2cStop();
+  return true;
+}
+
+bool IspFrames::IspWriteFrame(int address, int& count, bool stop) {
+  return WriteFrame(address & 0xFE, count, stop);
+}
+
+bool IspFrames::IspWriteFrameRaw(int address, int& count, bool stop) {
+  return WriteFrame(address, count, stop);
+}
+
+bool IspFrames::IspReadFrame(int address, int& count) {
+  if (count < 0 || count > static_cast<int>(kBufferCells)) return false;
+  bus_.I2cStart();
+  if (!bus_.I2cWriteByte(address | 0x01)) {
+    bus_.I2cStop();
+    return false;
+  }
+  for (std::size_t next = 0; count > 0; ++next) {
+    --count;
+    IspRxBuf[next] = bus_.I2cReadByte(count > 0 ? kAcknowledge : kLastByte);
+  }
+  bus_.I2cStop();
+  return true;
+}
+
+bool IspFrames::IspWriteReadFrame(int address, int writeCount, int readCount) {
+  IspWriteFrame(address, writeCount, false);
+  bus_.ReleaseBus();
+  return IspReadFrame(address, readCount);
+}
+
+void IspFrames::ReadHwCrc() {
+  for (std::size_t i = 0; i < 5; ++i) IspRxBuf[i] = 0;
+  timing_.BitDelay();
+  int count = 5;
+  IspReadFrame(kCrcReadAddress, count);
+  HwCrc = 256 * IspRxBuf[3] + IspRxBuf[4];
+}
+
+}  // namespace tongxun

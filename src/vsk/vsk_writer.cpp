@@ -1,0 +1,88 @@
+#include "vsk/vsk_writer.h"
+
+#include <algorithm>
+
+void VskWriter::Load(VskLoadView& view) { Load_Vsk830_NormalFile(buffers_, view); }
+
+void VskWriter::GoToIspMode(IspView& view) {
+  ClearStatus(view);
+  isp_.EnterIspMode(view);
+}
+
+void VskWriter::QuitIspMode(IspView& view) {
+  ClearStatus(view);
+  isp_.QuitIspMode(view);
+}
+
+void VskWriter::RunFromMenu(IspOperation operation, IspView& view) {
+  IspOperate = operation;
+  LoadPageView = false;
+  ReadPageView = false;
+  Run(view);
+}
+
+void VskWriter::StepPage(IspOperation step, IspView& view) {
+  IspOperate = step;
+  Run(view);
+  IspOperate = view.PageReadSelected() ? IspOperation::PageRead : IspOperation::PageLoad;
+}
+
+void VskWriter::Run(IspView& view) {
+  if (!isp_.IspModeOn) {
+    view.SetStatusText(StatusLabel::IspMode, "isp mode is not exist");
+    return;
+  }
+  view.SetStatusText(StatusLabel::IspMode, "isp mode is exist");
+
+  switch (IspOperate) {
+    case IspOperation::PageErase:
+      return isp_.DoPageErase(view);
+    case IspOperation::EraseAll:
+      return isp_.DoEraseAll(view);
+    case IspOperation::Program:
+      if (!buffers_.CodeLoaded) return view.ShowMessage("the hexfile is not load");
+      return isp_.DoProgram(view);
+    case IspOperation::PageRead:
+      LoadPageView = false;
+      ReadPageView = true;
+      return isp_.DoPageRead(view);
+    case IspOperation::PageLoad:
+      if (PrepareLoadPage(view)) ShowLoadPage(buffers_, LoadPage, view);
+      return;
+    case IspOperation::NextPage:
+      return ShowNeighbour(+1, view);
+    case IspOperation::PreviousPage:
+      return ShowNeighbour(-1, view);
+  }
+}
+
+bool VskWriter::PrepareLoadPage(IspView& view) {
+  if (!buffers_.CodeLoaded) {
+    view.ShowMessage("the hexfile is not load");
+    return false;
+  }
+  ReadPageView = false;
+  LoadPageView = true;
+  const auto page = AskPageNumber(view);
+  if (!page) return false;
+  LoadPage = *page;
+  return true;
+}
+
+/// Shows the page `step` (+1 or -1) further in the active view, within 0..255.
+void VskWriter::ShowNeighbour(int step, IspView& view) {
+  const auto neighbour = [step](std::int32_t page) { return std::clamp(page + step, 0, 255); };
+  if (LoadPageView) {
+    isp_.ReadPage = 0;
+    LoadPage = neighbour(LoadPage);
+    ShowLoadPage(buffers_, LoadPage, view);
+  } else if (ReadPageView) {
+    LoadPage = 0;
+    isp_.ReadPage = neighbour(isp_.ReadPage);
+    isp_.ReadChipPage(isp_.ReadPage, view);
+    ShowReadPage(frames_.IspRxBuf, isp_.ReadPage, view);
+  } else {
+    LoadPage = 0;
+    isp_.ReadPage = 0;
+  }
+}

@@ -1,0 +1,57 @@
+// The writer window's commands on a VSK chip: what "Run" does, and paging through the data display.
+#pragma once
+
+#include <cstdint>
+
+#include "image/code_buffers.h"
+#include "image/vsk_load.h"
+#include "vsk/isp_frames.h"
+#include "vsk/isp_operations.h"
+#include "vsk/isp_view.h"
+
+/// What "Run" does; the values follow the order of the options.
+enum class IspOperation {
+  PageErase = 1,
+  EraseAll = 2,
+  Program = 3,
+  PageRead = 4,
+  PageLoad = 5,
+  NextPage = 6,
+  PreviousPage = 7,
+};
+
+/// State and commands outlive the window, which passes itself to each call.
+class VskWriter {
+ public:
+  VskWriter(IspOperations& isp, tongxun::IspFrames& frames, tongxun::CodeBuffers& buffers)
+      : isp_(isp), frames_(frames), buffers_(buffers) {}
+
+  IspOperation IspOperate = IspOperation::Program;
+  bool LoadPageView = false;  // the data display pages through the loaded image
+  bool ReadPageView = false;  // the data display pages through the chip
+  std::int32_t LoadPage = 0;  // page 0..255 of the image last shown
+
+  /// Loads an image for the chip that is selected.
+  void Load(VskLoadView& view);
+
+  /// The "go to isp mode" and "quit isp mode" options.
+  void GoToIspMode(IspView& view);
+  void QuitIspMode(IspView& view);
+
+  /// The "Run" button.
+  void Run(IspView& view);
+  /// The menu commands "Erase all" and "Program": `operation` at once, and for later runs too.
+  void RunFromMenu(IspOperation operation, IspView& view);
+
+  /// Page Down and Page Up in the data display. Afterwards "Run" reads or shows a page, whatever
+  /// it did before.
+  void StepPage(IspOperation step, IspView& view);
+
+ private:
+  bool PrepareLoadPage(IspView& view);
+  void ShowNeighbour(int step, IspView& view);
+
+  IspOperations& isp_;
+  tongxun::IspFrames& frames_;
+  tongxun::CodeBuffers& buffers_;
+};
