@@ -78,12 +78,21 @@ QPushButton* AddButton(QWidget* parent, const char* name, const QString& caption
 }
 
 QGroupBox* AddFrame(QWidget* parent, const char* name, const QString& caption, const Twips& at) {
-  return Named(new QGroupBox(caption, parent), name, caption, at);
+  auto* frame = Named(new QGroupBox(caption, parent), name, caption, at);
+  // The caption stands in the border line, above the first option.
+  if (!caption.isEmpty()) {
+    frame->setStyleSheet(QStringLiteral(
+        "QGroupBox { border: 1px solid #b0b0b0; border-radius: 2px; margin-top: 7px; }"
+        "QGroupBox::title { subcontrol-origin: margin; left: 7px; padding: 0 3px; }"));
+  }
+  return frame;
 }
 
 OptionButton* AddOption(QGroupBox* frame, const char* name, const QString& caption,
                         const Twips& at) {
-  return Named(new OptionButton(caption, frame), name, caption, at);
+  auto* option = new OptionButton(caption, frame);
+  option->setStyleSheet(QStringLiteral("QRadioButton::indicator { width: 13px; height: 13px; }"));
+  return Named(option, name, caption, at);
 }
 
 QLineEdit* AddTextBox(QWidget* parent, const char* name, const QString& accessibleName,

@@ -151,7 +151,7 @@ void Form1::CreateImageBoxes(QWidget* client) {
   text1_->document()->setDocumentMargin(2);
   QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
   fixed.setFamilies({QStringLiteral("Liberation Mono"), fixed.family()});
-  fixed.setPixelSize(10);  // 59 columns and 17 lines in the given size
+  fixed.setPixelSize(9);  // all 59 columns and 17 lines of a page in the given size
   text1_->setFont(fixed);
   Place(text1_, {2280, 1080, 5655, 3015});
   text1_->installEventFilter(this);

@@ -1,0 +1,46 @@
+#include "platform/files.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+
+#include "platform/directories.h"
+#include "platform/tick_counter.h"
+#include "support/temp_folder.h"
+
+TEST(Files, SayWhyTheyCannotBeRead) {
+  const TempFolder folder;
+  EXPECT_EQ(ReadFile(folder / "none", 9).problem, "the file does not exist");
+  EXPECT_TRUE(ReadFile(folder / "none", 9).missing);
+  EXPECT_EQ(ReadFile(folder.Path(), 9).problem, "it is a folder, not a file");
+  EXPECT_EQ(ReadFile("/dev/zero", 9).problem, "the file cannot be read: it is not a regular file");
+}
+
+TEST(Files, WritingAtTheStartKeepsWhatFollows) {
+  const TempFolder folder;
+  folder.Write("a", "12345");
+  EXPECT_TRUE(WriteAtStart(folder / "a", std::array<std::uint8_t, 2>{'x', 'y'}));
+  EXPECT_EQ(folder.Read("a"), "xy345");
+  EXPECT_EQ(ReadFile(folder / "a", 3).bytes, "xy3");
+
+  EXPECT_TRUE(WriteAtStart(folder / "new/b", std::array<std::uint8_t, 1>{'z'}));
+  EXPECT_EQ(folder.Read("new/b"), "z");
+  EXPECT_FALSE(WriteAtStart(folder / "new", std::array<std::uint8_t, 1>{'z'}));
+}
+
+TEST(Directories, CutAtNul) {
+  EXPECT_EQ(CutAtNul(std::string("C:\\Win\0junk", 11)), "C:\\Win");
+  EXPECT_EQ(CutAtNul("plain"), "plain");
+}
+
+TEST(SystemTickCounter, AdvancesInStepsOf64ToTheSecond) {
+  const auto ticks = SystemTickCounter();
+  const std::uint32_t begin = ticks->GetTickCount();
+  std::uint32_t next = begin;
+  while (next == begin) next = ticks->GetTickCount();
+  const std::uint32_t first = next;
+  while (next == first) next = ticks->GetTickCount();
+  const std::uint32_t step = next - first;
+  // A thread that was not running in between sees several steps at once.
+  EXPECT_GE(step, 15U);
+}

@@ -1,0 +1,18 @@
+// A tick counter that advances by its readings, not by time.
+#pragma once
+
+#include "platform/tick_counter.h"
+
+/// Advances 15 ms every `readingsPerTick` readings, from `start` on.
+class FakeTicks final : public TickCounter {
+ public:
+  explicit FakeTicks(std::uint32_t readingsPerTick = 10, std::uint32_t start = 0)
+      : readingsPerTick_(readingsPerTick), start_(start) {}
+
+  std::uint32_t GetTickCount() override { return start_ + readings_++ / readingsPerTick_ * 15; }
+
+ private:
+  std::uint32_t readingsPerTick_;
+  std::uint32_t start_;
+  std::uint32_t readings_ = 0;
+};

@@ -1,0 +1,68 @@
+// A port that records every access and serves the status bytes it was given.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "bus/bus_timing.h"
+#include "bus/iic_port.h"
+#include "platform/port_io.h"
+
+/// The board that `LineTrace` reads: SDA out data bit 0, SCL out control bit 0, SDA in status bit
+/// 6, all direct.
+inline IspBoard TraceBoard() {
+  IspBoard board;
+  board.SdaOut = {.address = 0, .polarity = true, .mask = 0x01};
+  board.SclOut = {.address = 0, .polarity = true, .mask = 0x01};
+  board.SdaIn = {.address = 0, .polarity = true, .mask = 0x40};
+  return board;
+}
+
+/// Writes what happens on the lines as words: "D1" and "D0" for SDA, "C1" and "C0" for SCL, "?" for
+/// a sample of SDA, and between them ".n" for n counting steps of delay.
+class LineTrace final : public PortIo {
+ public:
+  void Watch(const tongxun::BusTiming& timing) { timing_ = &timing; }
+  /// What the samples will see, in order; high (released) when used up.
+  std::deque<bool> sdaLow;
+
+  void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) override {
+    const bool data = port == IicPort::kDefaultPortBase;
+    Word(std::string(data ? "D" : "C") + ((value & 1) != 0 ? "1" : "0"));
+  }
+  std::uint8_t DlPortReadPortUchar(std::uint32_t) override {
+    Word("?");
+    bool low = false;
+    if (!sdaLow.empty()) {
+      low = sdaLow.front();
+      sdaLow.pop_front();
+    }
+    return low ? 0x40 : 0x00;
+  }
+
+  /// The words since the last call.
+  std::string Take() {
+    Delay();
+    std::string taken;
+    taken.swap(text_);
+    return taken;
+  }
+
+ private:
+  void Delay() {
+    if (timing_ == nullptr) return;
+    if (timing_->Steps != steps_) Append("." + std::to_string(timing_->Steps - steps_));
+    steps_ = timing_->Steps;
+  }
+  void Append(const std::string& word) { text_ += (text_.empty() ? "" : " ") + word; }
+  void Word(const std::string& word) {
+    Delay();
+    Append(word);
+  }
+
+  const tongxun::BusTiming* timing_ = nullptr;
+  std::int64_t steps_ = 0;
+  std::string text_;
+};

@@ -1,0 +1,90 @@
+// A writer window that keeps a transcript of everything it is asked to show, and answers from
+// lists.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "image/vsk_load.h"
+#include "vsk/isp_view.h"
+
+class Transcript : public IspView, public VskLoadView {
+ public:
+  std::deque<std::string> answers;  // to input boxes; cancelled when used up
+  std::string file;                 // to the file dialog
+  bool pageRead = false;            // "Page Read" is the selected operation
+  bool quitSelected = false;        // "quit isp mode" is the selected option
+  /// Run when the program selects "quit isp mode" and it was not selected before.
+  std::function<void()> quitAction;
+
+  const std::vector<std::string>& Lines() const { return lines_; }
+  std::vector<std::string> Take() {
+    std::vector<std::string> taken;
+    taken.swap(lines_);
+    return taken;
+  }
+  /// What the labels hold now.
+  std::string modeText, operationText;
+  StatusColour operationColour = StatusColour::Black;
+  std::string data;  // the data display
+
+  void ShowData(std::string_view text) override {
+    data = text;
+    Say("data " + data.substr(0, data.find('\r')));
+  }
+  void SetStatusColour(StatusLabel label, StatusColour colour) override {
+    if (label == StatusLabel::Operation) operationColour = colour;
+    Say(Name(label) + (colour == StatusColour::Red ? " red" : " black"));
+  }
+  void SetStatusText(StatusLabel label, std::string_view text) override {
+    (label == StatusLabel::IspMode ? modeText : operationText) = text;
+    Say(Name(label) + " \"" + std::string(text) + "\"");
+  }
+  void RepaintStatus(StatusLabel label) override { Say(Name(label) + " repaint"); }
+  void ShowHardwareCrc(std::string_view text) override { Say("Text6 " + std::string(text)); }
+  void SelectQuitOption() override {
+    Say("select Option5");
+    if (!std::exchange(quitSelected, true) && quitAction) quitAction();
+  }
+  void DeselectQuitOption() override {
+    Say("deselect Option5");
+    quitSelected = false;
+  }
+  bool PageReadSelected() const override { return pageRead; }
+  std::string AskText(std::string_view prompt, std::string_view title,
+                      std::string_view answer) override {
+    Say("ask " + std::string(prompt) + "|" + std::string(title) + "|" + std::string(answer));
+    if (answers.empty()) return {};
+    std::string next = answers.front();
+    answers.pop_front();
+    return next;
+  }
+  void ShowMessage(std::string_view message) override { Say("message " + std::string(message)); }
+
+  std::string ChooseFile(std::string_view filters) override {
+    Say("choose " + std::string(filters));
+    return file;
+  }
+  void Beep() override { Say("beep"); }
+  void ShowMessage(std::string_view message, std::string_view detail) override {
+    Say("message " + std::string(message));
+    lastDetail = detail;
+  }
+  void PrintLine(std::string_view line) override { Say("print " + std::string(line)); }
+  void ShowFileName(std::string_view text) override { Say("Text2 " + std::string(text)); }
+  void ShowMaximumAddress(std::string_view text) override { Say("Text4 " + std::string(text)); }
+  void ShowChecksum(std::string_view text) override { Say("Text3 " + std::string(text)); }
+  void ShowSoftwareCrc(std::string_view text) override { Say("Text5 " + std::string(text)); }
+
+  std::string lastDetail;
+
+ private:
+  static std::string Name(StatusLabel label) {
+    return label == StatusLabel::IspMode ? "Label2" : "Label3";
+  }
+  void Say(const std::string& line) { lines_.push_back(line); }
+
+  std::vector<std::string> lines_;
+};
