@@ -1,0 +1,96 @@
+// The simulated chip is no more lenient than a real one, and the recorder writes what was on the
+// bus.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "support/bench.h"
+#include "vsk/entry_parameters.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+struct BoardTest : testing::Test {
+  std::unique_ptr<Bench> bench = NewBench();
+  simulator::VskChip& chip = bench->board.vsk830;
+
+  bool Send(int address, std::initializer_list<int> bytes) {
+    std::size_t i = 0;
+    for (const int byte : bytes) {
+      bench->tool.frames.IspTxBuf[i++] = static_cast<std::int16_t>(byte);
+    }
+    int count = static_cast<int>(i);
+    return bench->tool.frames.IspWriteFrame(address, count, true);
+  }
+};
+
+TEST_F(BoardTest, SilentUntilAllCodesCameInOrder) {
+  EXPECT_FALSE(Send(0x94, {0}));
+  EXPECT_FALSE(Send(0x5A, {0xA4}));
+  EXPECT_TRUE(Send(0x5A, {}));
+  EXPECT_FALSE(chip.InIspMode()) << "one code of two";
+  EXPECT_TRUE(Send(0x5A, {0xA5}));
+  EXPECT_TRUE(chip.InIspMode());
+  EXPECT_FALSE(Send(0x5A, {0xA5})) << "only A and C are answered in ISP mode";
+}
+
+TEST_F(BoardTest, RefusesWhatARealChipWouldNotTake) {
+  bench->EnterIspMode();
+  EXPECT_FALSE(Send(0x94, {0, 1})) << "data without a page";
+  EXPECT_FALSE(Send(0x96, {0xA1, 0})) << "the second bank of a chip with one";
+  EXPECT_FALSE(Send(0x96, {0x77, 0})) << "an unknown command";
+  EXPECT_FALSE(Send(0x96, {0x68, 1})) << "erase all with a wrong argument";
+  EXPECT_TRUE(Send(0x96, {0xA0, 0}));
+  EXPECT_TRUE(Send(0x94, {0, 0x0F}));
+  EXPECT_FALSE(Send(0x94, {0, 0x0E})) << "the page must be selected anew";
+  EXPECT_TRUE(Send(0x96, {0xA0, 0}));
+  EXPECT_TRUE(Send(0x94, {0, 0xF1}));
+  EXPECT_EQ(chip.Bank(0).Cells()[0], 0x01) << "programming only clears bits";
+  int count = 256;
+  EXPECT_FALSE(bench->tool.frames.IspReadFrame(0x94, count)) << "a read without a page";
+}
+
+TEST_F(BoardTest, PluggingInAgainEndsIspModeAndKeepsTheFlash) {
+  bench->EnterIspMode();
+  Send(0x96, {0xA0, 0});
+  Send(0x94, {0, 0x12});
+  bench->board.Connect(simulator::ConnectedChip::None);
+  EXPECT_FALSE(Send(0x96, {0x48}));
+  bench->board.Connect(simulator::ConnectedChip::Vsk830);
+  EXPECT_FALSE(chip.InIspMode());
+  EXPECT_EQ(chip.Bank(0).Cells()[0], 0x12);
+}
+
+TEST_F(BoardTest, RecordsTheBusAsAValueChangeDump) {
+  std::ostringstream out;
+  simulator::VcdRecorder recorder(out);
+  bench->board.cable.ListenTo(&recorder);
+  int count = -1;
+  bench->tool.frames.IspWriteFrame(0, count, true);
+  EXPECT_THAT(out.str(), HasSubstr("$timescale 1us $end"));
+  EXPECT_THAT(out.str(),
+              testing::EndsWith("$end\n#3\n0d\n#4\n0c\n#5\n1d\n#6\n0d\n#7\n1c\n#8\n1d\n"));
+}
+
+/// What ships beside the simulator program must describe its own cable and chip.
+TEST(ShippedSimulatorData, ProgramsTheSimulatedChip) {
+  const std::filesystem::path initial =
+      std::filesystem::path(SOURCE_FOLDER) / "src" / "simulator" / "Initial";
+  const auto bench = NewBench();
+  bench->tool.port.BoardTable = {};
+  bench->tool.frames.IspParams = {};
+  const auto turn = [] {};
+  bench->tool.portConfig.LoadPortConfig(initial / "InitPort.csv", turn);
+  bench->tool.portConfig.LoadCurrentBoard(initial / "CurrIspBoard.csv", turn);
+  fileop::ReadSecurityFile(initial / "security.cod", bench->tool.frames.IspParams);
+  bench->Load({1, 2, 3});
+  bench->EnterIspMode();
+  bench->tool.isp.DoProgram(bench->view);
+  EXPECT_EQ(bench->view.operationText, "Write Ok");
+  EXPECT_EQ(bench->board.vsk830.Bank(0).Cells()[2], 3);
+}
+
+}  // namespace

@@ -1,0 +1,67 @@
+// The whole tool on a simulated board, for whole operations over the wire.
+#pragma once
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/tool.h"
+#include "simulator/bus_log.h"
+#include "simulator/simulated_board.h"
+#include "support/fake_ticks.h"
+#include "support/transcript.h"
+
+/// The shipped simulated cable with chosen polarities.
+inline IspBoard Wiring(bool sdaOut = false, bool sdaIn = true, bool sclOut = false) {
+  IspBoard wiring = simulator::CableWiring();
+  wiring.SdaOut.polarity = sdaOut;
+  wiring.SdaIn.polarity = sdaIn;
+  wiring.SclOut.polarity = sclOut;
+  return wiring;
+}
+
+/// A tool whose entry parameters match the chip that is plugged in.
+struct Bench {
+  explicit Bench(const IspBoard& wiring = Wiring(), const simulator::VskIdentity& identity = {},
+                 simulator::ConnectedChip chip = simulator::ConnectedChip::Vsk830)
+      : board(wiring, IicPort::kDefaultPortBase, identity), tool(board.cable, ticks, {}) {
+    board.Connect(chip);
+    board.wire.ListenTo(&log);
+    tool.port.BoardTable[0] = wiring;
+    tool.port.InitPortShadows();
+    auto& params = tool.frames.IspParams;
+    params[0] = identity.address;
+    params[1] = static_cast<std::int16_t>(identity.codes.size());
+    std::copy(identity.codes.begin(), identity.codes.end(), params.begin() + 2);
+    view.quitAction = [this] { tool.vskWriter.QuitIspMode(view); };
+  }
+
+  /// Makes `image` the loaded VSK830 image.
+  void Load(const std::vector<std::uint8_t>& image) {
+    auto& b = tool.buffers;
+    std::copy(image.begin(), image.end(), b.CodeBuffer.begin());
+    b.CodeMax = static_cast<std::int32_t>(image.size()) - 1;
+    b.CheckCode();
+    b.CodeLoaded = true;
+  }
+
+  void EnterIspMode() {
+    view.quitSelected = false;
+    tool.vskWriter.GoToIspMode(view);
+  }
+
+  std::vector<std::string> TakeFrames() {
+    std::vector<std::string> lines = log.Lines();
+    log.Clear();
+    return lines;
+  }
+
+  FakeTicks ticks{100};
+  simulator::SimulatedBoard board;
+  simulator::FrameLog log;
+  Tool tool;
+  Transcript view;
+};
+
+inline std::unique_ptr<Bench> NewBench() { return std::make_unique<Bench>(); }

@@ -1,0 +1,140 @@
+#include "vsk/isp_frames.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/bench.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// A target that acknowledges all but one byte and sends bytes from a list.
+class ScriptedTarget final : public simulator::I2cTarget {
+ public:
+  int refuse = -1;  // index of the byte that is not acknowledged, counted from the address
+  std::vector<std::uint8_t> reply;
+
+  void OnStart() override { index_ = 0; }
+  void OnStop() override {}
+  bool OnAddress(std::uint8_t) override { return index_++ != refuse; }
+  bool OnWrite(std::uint8_t) override { return index_++ != refuse; }
+  std::uint8_t OnRead() override {
+    const std::size_t at = next_++;
+    return at < reply.size() ? reply[at] : 0xFF;
+  }
+  void OnUnplugged() override {}
+
+ private:
+  int index_ = 0;
+  std::size_t next_ = 0;
+};
+
+struct IspFramesTest : testing::Test {
+  ScriptedTarget target;
+  std::unique_ptr<Bench> bench = NewBench();
+  tongxun::IspFrames& frames = bench->tool.frames;
+
+  IspFramesTest() { bench->board.wire.Connect(&target); }
+  ~IspFramesTest() override { bench->board.wire.Connect(nullptr); }
+
+  std::vector<std::string> Lines() { return bench->TakeFrames(); }
+};
+
+TEST_F(IspFramesTest, WriteFramesAndTheAddressByte) {
+  frames.IspTxBuf[0] = 0x12;
+  frames.IspTxBuf[1] = 0x34;
+  int count = 2;
+  EXPECT_TRUE(frames.IspWriteFrame(0x95, count, true));
+  EXPECT_EQ(count, 0);
+  EXPECT_THAT(Lines(), ElementsAre("S 94 12 34 P"));
+  count = 0;
+  EXPECT_TRUE(frames.IspWriteFrame(0x94, count, false));
+  EXPECT_THAT(Lines(), ElementsAre("S 94"));
+  count = -1;
+  EXPECT_TRUE(frames.IspWriteFrame(0x94, count, true));
+  EXPECT_THAT(Lines(), ElementsAre("S P"));
+}
+
+TEST_F(IspFramesTest, TheRawWriteFrameKeepsBit0) {
+  int count = 0;
+  target.refuse = 0;  // an acknowledged odd address would begin a read
+  EXPECT_FALSE(frames.IspWriteFrameRaw(0x95, count, true));
+  EXPECT_THAT(Lines(), ElementsAre("S 95- P"));
+}
+
+TEST_F(IspFramesTest, ARefusedByteEndsTheFrameWithAStop) {
+  frames.IspTxBuf[0] = 0x12;
+  frames.IspTxBuf[1] = 0x34;
+  frames.IspTxBuf[2] = 0x56;
+  for (const auto& [refuse, line] : {std::pair{0, "S 94- P"}, {2, "S 94 12 34- P"}}) {
+    target.refuse = refuse;
+    int count = 3;
+    EXPECT_FALSE(frames.IspWriteFrame(0x94, count, false));
+    EXPECT_THAT(Lines(), ElementsAre(line));
+  }
+}
+
+TEST_F(IspFramesTest, ReadFramesAcknowledgeAllButTheLastByte) {
+  target.reply = {1, 2, 3, 4, 5};
+  int count = 5;
+  frames.IspRxBuf[5] = 77;
+  EXPECT_TRUE(frames.IspReadFrame(0x94, count));
+  EXPECT_EQ(count, 0);
+  EXPECT_THAT(Lines(), ElementsAre("S 95 [01] [02] [03] [04] [05]- P"));
+  EXPECT_EQ(frames.IspRxBuf[4], 5);
+  EXPECT_EQ(frames.IspRxBuf[5], 77);
+  target.refuse = 0;
+  count = 1;
+  EXPECT_FALSE(frames.IspReadFrame(0x94, count));
+  EXPECT_EQ(frames.IspRxBuf[0], 1);
+  EXPECT_THAT(Lines(), ElementsAre("S 95- P"));
+}
+
+TEST_F(IspFramesTest, WriteThenReadRepeatsTheStart) {
+  target.reply = {0xAB};
+  frames.IspTxBuf[0] = 0;
+  EXPECT_TRUE(frames.IspWriteReadFrame(0x94, 1, 1));
+  EXPECT_THAT(Lines(), ElementsAre("S 94 00 Sr 95 [AB]- P"));
+  target.refuse = 0;
+  EXPECT_FALSE(frames.IspWriteReadFrame(0x94, 1, 1)) << "the read phase follows all the same";
+  EXPECT_THAT(Lines(), ElementsAre("S 94- P", "S 95- P"));
+}
+
+TEST_F(IspFramesTest, CountsBeyondTheBuffersTouchNoLine) {
+  const std::uint64_t before = bench->board.cable.Accesses();
+  for (int count : {513, 1000, -2}) {
+    EXPECT_FALSE(frames.IspWriteFrame(0x94, count, true));
+    EXPECT_FALSE(frames.IspWriteFrameRaw(0x94, count, true));
+  }
+  for (int count : {514, -1}) EXPECT_FALSE(frames.IspReadFrame(0x94, count));
+  EXPECT_EQ(bench->board.cable.Accesses(), before);
+  int most = 512;
+  EXPECT_TRUE(frames.IspWriteFrame(0x94, most, true));
+  most = 513;
+  EXPECT_TRUE(frames.IspReadFrame(0x94, most));
+}
+
+TEST_F(IspFramesTest, TheChipsCrc) {
+  target.reply = {0x12, 0x34, 0x56, 0x9A, 0xBC};
+  frames.ReadHwCrc();
+  EXPECT_EQ(frames.HwCrc, 0x9ABC);
+  EXPECT_THAT(Lines(), ElementsAre("S 97 [12] [34] [56] [9A] [BC]- P"));
+  target.refuse = 0;
+  frames.ReadHwCrc();
+  EXPECT_EQ(frames.HwCrc, 0);
+}
+
+TEST_F(IspFramesTest, AWrittenByteTakes36PortAccesses) {
+  const auto accesses = [this](int bytes) {
+    const std::uint64_t before = bench->board.cable.Accesses();
+    frames.IspWriteFrame(0x94, bytes, true);
+    return bench->board.cable.Accesses() - before;
+  };
+  EXPECT_EQ(accesses(-1), 8U) << "START and STOP alone";
+  EXPECT_EQ(accesses(0), 8U + 36U);
+  EXPECT_EQ(accesses(256), 8U + 257U * 36U);
+}
+
+}  // namespace

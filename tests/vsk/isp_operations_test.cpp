@@ -1,0 +1,357 @@
+// Whole operations on the simulated VSK830: the frames on the wire, and the transcript of what the
+// window showed.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "image/hex_number.h"
+#include "support/bench.h"
+
+namespace {
+
+using testing::Each;
+using testing::ElementsAre;
+using testing::ElementsAreArray;
+using testing::IsEmpty;
+using Lines = std::vector<std::string>;
+
+std::vector<std::uint8_t> Image(std::size_t size, unsigned seed = 1) {
+  std::vector<std::uint8_t> image(size);
+  for (std::uint8_t& byte : image) {
+    seed = seed * 1103515245 + 12345;
+    byte = static_cast<std::uint8_t>(seed >> 16);
+  }
+  return image;
+}
+
+std::string DataFrame(const std::vector<std::uint8_t>& image, std::size_t page) {
+  std::string frame = "S 94 00";
+  const std::size_t end = std::min(image.size(), 256 * (page + 1));
+  for (std::size_t i = 256 * page; i < end; ++i) frame += " " + fileop::HexByte(image[i]);
+  return frame + " P";
+}
+
+bool FlashEquals(const simulator::Flash& flash, const std::vector<std::uint8_t>& image) {
+  return std::equal(image.begin(), image.end(), flash.Cells().begin());
+}
+
+struct IspOperationsTest : testing::Test {
+  std::unique_ptr<Bench> bench = NewBench();
+  Transcript& view = bench->view;
+  IspOperations& isp = bench->tool.isp;
+
+  void InIspMode() {
+    bench->EnterIspMode();
+    bench->TakeFrames();
+    view.Take();
+  }
+};
+
+TEST_F(IspOperationsTest, EnterSendsTheCodesAndQuitIsNotAcknowledged) {
+  bench->EnterIspMode();
+  EXPECT_THAT(bench->TakeFrames(), ElementsAre("S 5A A5 P"));
+  EXPECT_THAT(view.Take(), ElementsAre("Label2 \"\"", "Label3 \"\"", "Label2 black",
+                                       "Label2 \"isp mode is exist\""));
+  EXPECT_TRUE(bench->board.vsk830.InIspMode());
+
+  bench->EnterIspMode();
+  EXPECT_THAT(bench->TakeFrames(), IsEmpty());
+  EXPECT_THAT(view.Take(), ElementsAre("Label2 \"\"", "Label3 \"\"", "Label2 black",
+                                       "Label2 \"isp mode is already exist\""));
+
+  EXPECT_FALSE(isp.QuitIspMode(view));
+  EXPECT_THAT(bench->TakeFrames(), ElementsAre("S 96 48 00- P", "S 96- P"))
+      << "selecting the quit option sends the frame once more";
+  const Lines once{"Label2 black", "Label2 \"isp mode is out\"", "select Option5"};
+  Lines twice = once;
+  twice.insert(twice.end(), {"Label2 \"\"", "Label3 \"\""});
+  twice.insert(twice.end(), once.begin(), once.end());
+  EXPECT_THAT(view.Take(), ElementsAreArray(twice));
+  EXPECT_FALSE(bench->board.vsk830.InIspMode());
+}
+
+TEST_F(IspOperationsTest, EntryByNumberOfCodes) {
+  struct Case {
+    std::vector<std::uint8_t> codes;
+    const char* frame;
+  };
+  for (const Case& c : {Case{{0x5B}, "S 5A P"},
+                        {{0x10, 0x20, 0x31}, "S 10 20 31 P"},
+                        {{1, 2, 3, 4}, "S 00 02 03 04 P"}}) {
+    const auto other = std::make_unique<Bench>(
+        Wiring(), simulator::VskIdentity{.address = 0x94, .codes = c.codes});
+    other->EnterIspMode();
+    EXPECT_THAT(other->TakeFrames(), ElementsAre(c.frame));
+    EXPECT_TRUE(other->board.vsk830.InIspMode()) << c.frame;
+  }
+  bench->tool.frames.IspParams.fill(0);
+  bench->EnterIspMode();
+  EXPECT_THAT(bench->TakeFrames(), ElementsAre("S P"));
+  EXPECT_EQ(view.modeText, "isp mode is exist") << "no code: nothing could be refused";
+  EXPECT_FALSE(bench->board.vsk830.InIspMode());
+
+  bench->tool.isp.IspModeOn = false;
+  bench->tool.frames.IspParams.fill(0x44);
+  bench->EnterIspMode();
+  EXPECT_THAT(bench->TakeFrames(), ElementsAre("S 44- P")) << "a count above 9 is clipped";
+}
+
+TEST_F(IspOperationsTest, EntryRefusedByAWrongCode) {
+  bench->tool.frames.IspParams[3] = 0xA4;
+  view.Take();
+  bench->EnterIspMode();
+  EXPECT_THAT(bench->TakeFrames(), ElementsAre("S 5A A4- P"));
+  EXPECT_THAT(view.Take(), ElementsAre("Label2 \"\"", "Label3 \"\"", "Label2 red",
+                                       "Label2 \"isp mode is no exist\""));
+  EXPECT_FALSE(isp.IspModeOn);
+}
+
+TEST_F(IspOperationsTest, AQuitThatTheChipAcknowledgesIsNotOut) {
+  InIspMode();
+  bench->board.faults.sdaStuckLow = true;
+  view.quitSelected = true;
+  EXPECT_TRUE(isp.QuitIspMode(view));
+  EXPECT_THAT(view.Take(),
+              ElementsAre("Label2 red", "Label2 \"isp mode is not out\"", "deselect Option5"));
+  EXPECT_TRUE(isp.IspModeOn);
+}
+
+TEST_F(IspOperationsTest, EraseAll) {
+  isp.DoEraseAll(view);
+  EXPECT_THAT(bench->TakeFrames(), IsEmpty());
+  EXPECT_THAT(view.Take(), ElementsAre("Label2 \"\"", "Label3 \"\"", "Label2 red",
+                                       "Label2 \"blankentire:isp mode is not exist\""));
+  InIspMode();
+  bench->tool.timing.BitDelayCount = 2;
+  const std::int64_t before = bench->tool.timing.Steps;
+  isp.ChipErase();
+  const std::int64_t erase = bench->tool.timing.Steps - before;
+  int count = 2;
+  bench->tool.frames.IspWriteFrame(0x94, count, true);
+  EXPECT_EQ(erase - 2 * (bench->tool.timing.Steps - before - erase), 101);
+  bench->TakeFrames();
+
+  isp.DoEraseAll(view);
+  EXPECT_THAT(bench->TakeFrames(), ElementsAre("S 96 68 00 P", "S 94 00 00 P"));
+  EXPECT_THAT(view.Take(), ElementsAre("Label2 \"\"", "Label3 \"\"", "Label2 black",
+                                       "Label2 \"blankentire:isp mode is  exist\"", "Label3 black",
+                                       "Label3 \"Blank ok\""));
+  bench->board.faults.busyForEver = true;
+  isp.DoEraseAll(view);
+  EXPECT_THAT(view.Take(), testing::IsSupersetOf({"Label3 red", "Label3 \"Blank fail\""}));
+}
+
+TEST_F(IspOperationsTest, PageEraseAsksAndErases) {
+  InIspMode();
+  view.answers = {"10", "01G0", "0100", "02ff"};
+  isp.DoPageErase(view);
+  EXPECT_THAT(bench->TakeFrames(),
+              ElementsAre("S 96 30 02 P", "S 94- P", "S 96 30 03 P", "S 94- P", "S 96 30 04 P",
+                          "S 94- P", "S 96 30 05 P", "S 94- P"));
+  const std::string start = "ask please input start address:(0000-FFFF)|erase|0000";
+  const std::string again = "message please input four word HEX number:(0000-FFFF)";
+  EXPECT_THAT(view.Take(),
+              ElementsAre("Label2 \"\"", "Label3 \"\"", "Label2 black",
+                          "Label2 \"page erase:isp mode is  exist\"", start, again, start, again,
+                          start, "ask please input end address:(0000-FFFF)|erase|FFFF",
+                          "Label3 black", "Label3 \"page erase ok\""));
+  view.answers = {"0100"};
+  isp.DoPageErase(view);
+  EXPECT_EQ(view.Take().back(), "ask please input end address:(0000-FFFF)|erase|FFFF");
+  EXPECT_THAT(bench->TakeFrames(), IsEmpty()) << "cancelled";
+}
+
+TEST_F(IspOperationsTest, PageEraseRanges) {
+  InIspMode();
+  struct Case {
+    std::int32_t start, end;
+    std::size_t pages;
+    bool clipped;
+  };
+  for (const Case& c : {Case{0x0400, 0x0100, 0, false},
+                        {0, 0, 256, true},
+                        {0, 0xFFFF, 256, true},
+                        {0x7F80, 0x7FFF, 1, false},
+                        {0x7F80, 0x8000, 1, true},
+                        {0x8000, 0xFFFF, 0, true}}) {
+    view.Take();
+    isp.ErasePageRange(c.start, c.end, view);
+    EXPECT_EQ(bench->TakeFrames().size(), 2 * c.pages) << c.start << " " << c.end;
+    const Lines lines = view.Take();
+    const bool said = lines.front() == "message only addresses 0000-7FFF can be page erased";
+    EXPECT_EQ(said, c.clipped) << c.start;
+    EXPECT_EQ(lines.back(), "Label3 \"page erase ok\"");
+  }
+  bench->board.faults.sdaStuckLow = true;
+  EXPECT_TRUE(isp.ErasePageRange(0, 1, view));
+  EXPECT_THAT(view.Take(), ElementsAre("Label3 red", "Label3 \"page erase fail\""));
+}
+
+TEST_F(IspOperationsTest, ProgramsAndVerifiesOnEveryWiring) {
+  const auto image = Image(0x180 + 1);
+  for (int polarities = 0; polarities < 8; ++polarities) {
+    const IspBoard wiring =
+        Wiring((polarities & 1) != 0, (polarities & 2) != 0, (polarities & 4) != 0);
+    const auto wired = std::make_unique<Bench>(wiring);
+    wired->Load(image);
+    wired->EnterIspMode();
+    wired->view.Take();
+    wired->TakeFrames();
+    wired->tool.isp.DoProgram(wired->view);
+
+    const std::string crc = HexText(wired->tool.buffers.CodeCrc);
+    const std::string crcHigh = fileop::HexByte(wired->tool.buffers.CodeCrc >> 8);
+    const std::string crcLow = fileop::HexByte(wired->tool.buffers.CodeCrc & 0xFF);
+    EXPECT_THAT(wired->TakeFrames(),
+                ElementsAre("S 96 68 00 P", "S 94 00 00 P", "S 96 D0 P", "S 96 A0 00 P",
+                            DataFrame(image, 0), "S 96 A0 01 P", DataFrame(image, 1),
+                            "S 97 [00] [00] [00] [" + crcHigh + "] [" + crcLow + "]- P",
+                            "S 96 48 00- P", "S 96- P"));
+    EXPECT_TRUE(FlashEquals(wired->board.vsk830.Bank(0), image));
+    EXPECT_EQ(wired->view.operationText, "Write Ok");
+    EXPECT_EQ(wired->tool.frames.HwCrc, 0);
+    if (polarities != 0) continue;
+
+    Lines expected{"Label2 \"\"",         "Label3 \"\"",
+                   "Label2 black",        "Label2 \"program:isp mode is exist\"",
+                   "Label2 repaint",      "Label3 black",
+                   "Label3 \"Blank ok\"", "Label3 repaint"};
+    for (int percent = 0; percent <= 100; percent += 10) {
+      expected.push_back("Label3 \"finish  " + std::to_string(percent) + "%\"");
+      expected.push_back("Label3 repaint");
+    }
+    for (const std::string& line :
+         {std::string("Label3 \"finish\""), std::string("Label3 repaint"),
+          std::string("Label3 black"), std::string("Label3 \"programcode ok\""),
+          std::string("Label3 repaint"), "Text6 " + crc, std::string("Label2 black"),
+          std::string("Label2 \"isp mode is out\""), std::string("select Option5"),
+          std::string("Label2 \"\""), std::string("Label3 \"\""), std::string("Label2 black"),
+          std::string("Label2 \"isp mode is out\""), std::string("select Option5"),
+          std::string("Label3 \"Write Ok\"")}) {
+      expected.push_back(line);
+    }
+    EXPECT_THAT(wired->view.Take(), ElementsAreArray(expected));
+  }
+}
+
+/// Which texts of "finish" appear for a maximum address, in order.
+TEST_F(IspOperationsTest, ProgressTextsByMaximumAddress) {
+  const Lines allTenths{"0%",  "10%", "20%", "30%", "40%", "50%",
+                        "60%", "70%", "80%", "90%", "100%"};
+  struct Case {
+    std::size_t size;
+    Lines percents;
+    bool partlyFilled;
+    std::string lastFrame;
+  };
+  const Case cases[] = {
+      {0, {}, true, "S 94 00 P"},    {1, {"100%"}, true, ""},      {6, {"0%"}, true, ""},
+      {0x100, allTenths, false, ""}, {0x180, allTenths, true, ""}, {0x10000, allTenths, false, ""},
+  };
+  for (const Case& c : cases) {
+    bench->Load(Image(c.size, 7));
+    InIspMode();
+    isp.DoProgram(view);
+    Lines percents;
+    bool finish = false;
+    for (const std::string& line : view.Take()) {
+      if (line == "Label3 \"finish\"") finish = true;
+      if (line.starts_with("Label3 \"finish  "))
+        percents.push_back(line.substr(16, line.size() - 17));
+    }
+    EXPECT_EQ(percents, c.percents) << c.size;
+    EXPECT_EQ(finish, c.partlyFilled) << c.size;
+    const Lines frames = bench->TakeFrames();
+    EXPECT_EQ(frames.size(), 3 + 2 * std::max<std::size_t>(1, (c.size + 255) / 256) + 3) << c.size;
+    EXPECT_THAT(frames[4], testing::StartsWith(c.lastFrame));
+    EXPECT_EQ(view.operationText, "Write Ok") << c.size;
+  }
+}
+
+TEST_F(IspOperationsTest, ProgrammingStopsAtARefusedCommandAndAboveTheLastPage) {
+  const auto image = Image(600);
+  bench->Load(image);
+  InIspMode();
+  bench->board.faults.refusedByte = {bench->board.wire.FramesSeen() + 6, 2};
+  isp.DoProgram(view);
+  const Lines frames = bench->TakeFrames();
+  EXPECT_EQ(frames[5], "S 96 A0 01- P");
+  EXPECT_THAT(frames[6], testing::StartsWith("S 97 "));
+  EXPECT_EQ(view.operationText, "CRC Error");
+  EXPECT_EQ(view.operationColour, StatusColour::Red) << "left by \"programcode fail\"";
+  EXPECT_THAT(view.Take(), testing::Contains("Label3 \"programcode fail\""));
+
+  bench->board.faults.refusedByte.reset();
+  bench->tool.buffers.CodeMax = 65536;
+  InIspMode();
+  isp.DoProgram(view);
+  EXPECT_THAT(view.Take(), testing::Contains("Label3 \"programcode fail\""));
+  EXPECT_THAT(bench->TakeFrames(), Each(testing::Not(testing::StartsWith("S 96 A0 100"))));
+}
+
+TEST_F(IspOperationsTest, ARefusedDataFrameGoesOnAndTheCrcDecides) {
+  bench->Load(Image(600));
+  InIspMode();
+  bench->board.faults.refusedByte = {bench->board.wire.FramesSeen() + 5, 9};
+  isp.DoProgram(view);
+  EXPECT_THAT(view.Take(), testing::Contains("Label3 \"programcode ok\""));
+  EXPECT_EQ(bench->TakeFrames()[7], "S 96 A0 02 P");
+  EXPECT_EQ(view.operationText, "CRC Error");
+}
+
+TEST_F(IspOperationsTest, PageReadShowsTheChipsPage) {
+  bench->Load(Image(0x1B00));
+  InIspMode();
+  isp.DoProgram(view);
+  InIspMode();
+  view.answers = {"1", "1A"};
+  isp.DoPageRead(view);
+  const std::string ask = "ask please input you want read page number:(00-FF)|input number|00";
+  EXPECT_THAT(view.Take(), ElementsAre("Label2 \"\"", "Label3 \"\"", "Label2 black",
+                                       "Label2 \"read_code:isp mode is  exist\"", ask,
+                                       "message please input two word HEX number:(00-FF)", ask,
+                                       "data this is 1A  page (Read Page Code)"));
+  const Lines frames = bench->TakeFrames();
+  EXPECT_EQ(frames[0], "S 96 00 1A P");
+  EXPECT_THAT(frames[1], testing::StartsWith("S 94 00 Sr 95 ["));
+  ShowLoadPage(bench->tool.buffers, 0x1A, view);
+  std::string shown = view.data;
+  isp.ReadChipPage(0x1A, view);
+  ShowReadPage(bench->tool.frames.IspRxBuf, 0x1A, view);
+  EXPECT_EQ(view.data.substr(view.data.find('\n')), shown.substr(shown.find('\n')));
+
+  bench->board.faults.unpluggedAfterFrame = 0;
+  EXPECT_FALSE(isp.ReadChipPage(3, view));
+  EXPECT_THAT(view.Take(), testing::IsSupersetOf({"Label3 red", "Label3 \"Page Read fail\""}));
+}
+
+TEST_F(IspOperationsTest, EveryOperationIsRefusedOutsideIspMode) {
+  isp.DoProgram(view);
+  EXPECT_THAT(view.Take(),
+              ElementsAre("Label2 \"\"", "Label3 \"\"", "Label2 red",
+                          "Label2 \"program:isp mode is not exist\"", "Label2 repaint"));
+  isp.DoPageErase(view);
+  EXPECT_EQ(view.Take().back(), "Label2 \"page erase:isp mode is not exist\"");
+  isp.DoPageRead(view);
+  EXPECT_EQ(view.Take().back(), "Label2 \"read_code:isp mode is not exist\"");
+  EXPECT_THAT(bench->TakeFrames(), IsEmpty());
+}
+
+/// Unplugged after each frame in turn: the run ends, and claims nothing that is not so.
+TEST_F(IspOperationsTest, UnpluggedAtAnyFrame) {
+  const auto image = Image(700);
+  for (std::uint64_t frames = 0; frames <= 12; ++frames) {
+    const auto run = NewBench();
+    run->Load(image);
+    run->EnterIspMode();
+    run->board.faults.unpluggedAfterFrame = run->board.wire.FramesSeen() + frames;
+    run->tool.isp.DoProgram(run->view);
+    const bool whole = FlashEquals(run->board.vsk830.Bank(0), image);
+    const bool claimed = run->view.operationText == "Write Ok";
+    EXPECT_TRUE(!claimed || whole) << frames;
+    EXPECT_EQ(claimed, frames >= 10) << "three frames, three pages of two, the CRC";
+    EXPECT_EQ(run->view.modeText, "isp mode is out");
+    EXPECT_FALSE(run->tool.isp.IspModeOn);
+  }
+}
+
+}  // namespace

@@ -1,0 +1,121 @@
+// "Run", the menu commands and paging, on the simulated chip.
+#include "vsk/vsk_writer.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/bench.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+const std::string kAskPage = "ask please input you want read page number:(00-FF)|input number|00";
+
+struct VskWriterTest : testing::Test {
+  std::unique_ptr<Bench> bench = NewBench();
+  Transcript& view = bench->view;
+  VskWriter& writer = bench->tool.vskWriter;
+
+  void InIspMode() {
+    bench->EnterIspMode();
+    bench->TakeFrames();
+    view.Take();
+  }
+  std::string Title() const { return view.data.substr(0, view.data.find('\r')); }
+};
+
+TEST_F(VskWriterTest, NothingRunsOutsideIspMode) {
+  bench->Load({1, 2, 3});
+  view.answers = {"10"};
+  for (int operation = 1; operation <= 7; ++operation) {
+    writer.IspOperate = static_cast<IspOperation>(operation);
+    writer.Run(view);
+    EXPECT_THAT(view.Take(), ElementsAre("Label2 \"isp mode is not exist\"")) << operation;
+  }
+  EXPECT_THAT(bench->TakeFrames(), IsEmpty());
+}
+
+TEST_F(VskWriterTest, ProgramAndPageLoadNeedAnImage) {
+  InIspMode();
+  for (const IspOperation operation : {IspOperation::Program, IspOperation::PageLoad}) {
+    writer.IspOperate = operation;
+    writer.Run(view);
+    EXPECT_THAT(view.Take(),
+                ElementsAre("Label2 \"isp mode is exist\"", "message the hexfile is not load"));
+  }
+  EXPECT_FALSE(writer.LoadPageView);
+  EXPECT_THAT(bench->TakeFrames(), IsEmpty());
+}
+
+TEST_F(VskWriterTest, PageLoadThenPaging) {
+  bench->Load({1, 2, 3});
+  InIspMode();
+  writer.IspOperate = IspOperation::PageLoad;
+  view.answers = {"1", "1x", "fe"};
+  writer.Run(view);
+  const std::string again = "message please input two word HEX number:(00-FF)";
+  EXPECT_THAT(view.Take(),
+              ElementsAre("Label2 \"isp mode is exist\"", kAskPage, again, kAskPage, again,
+                          kAskPage, "data this is FE  page (Load Hex File Code)"));
+  for (const char* page : {"FF", "FF"}) {
+    writer.StepPage(IspOperation::NextPage, view);
+    EXPECT_EQ(Title(), std::string("this is ") + page + "  page (Load Hex File Code)");
+  }
+  EXPECT_EQ(writer.IspOperate, IspOperation::PageLoad);
+  writer.LoadPage = 1;
+  for (int i = 0; i < 2; ++i) {
+    writer.StepPage(IspOperation::PreviousPage, view);
+    EXPECT_EQ(Title(), "this is 0  page (Load Hex File Code)");
+  }
+  writer.IspOperate = IspOperation::PageLoad;
+  view.Take();
+  writer.Run(view);
+  EXPECT_THAT(view.Take(), ElementsAre("Label2 \"isp mode is exist\"", kAskPage)) << "cancelled";
+}
+
+TEST_F(VskWriterTest, PageReadThenPagingReadsTheChip) {
+  InIspMode();
+  writer.IspOperate = IspOperation::PageRead;
+  writer.LoadPageView = true;
+  view.answers = {"03"};
+  view.pageRead = true;
+  writer.Run(view);
+  writer.StepPage(IspOperation::NextPage, view);
+  EXPECT_EQ(bench->TakeFrames()[2], "S 96 00 04 P");
+  EXPECT_EQ(Title(), "this is 4  page (Read Page Code)");
+  EXPECT_EQ(writer.IspOperate, IspOperation::PageRead);
+
+  bench->board.faults.unpluggedAfterFrame = 0;
+  const std::string before = view.data.substr(40);
+  bench->tool.isp.ReadPage = 0;
+  writer.StepPage(IspOperation::PreviousPage, view);
+  EXPECT_EQ(Title(), "this is 0  page (Read Page Code)") << "shown although it was refused";
+  EXPECT_EQ(view.operationText, "Page Read fail");
+  bench->tool.isp.ReadPage = 255;
+  writer.StepPage(IspOperation::NextPage, view);
+  EXPECT_EQ(Title(), "this is FF  page (Read Page Code)");
+}
+
+TEST_F(VskWriterTest, PagingWithoutAViewForgetsThePages) {
+  InIspMode();
+  writer.LoadPage = 5;
+  bench->tool.isp.ReadPage = 6;
+  writer.StepPage(IspOperation::NextPage, view);
+  EXPECT_EQ(writer.LoadPage, 0);
+  EXPECT_EQ(bench->tool.isp.ReadPage, 0);
+  EXPECT_THAT(view.Take(), ElementsAre("Label2 \"isp mode is exist\""));
+}
+
+TEST_F(VskWriterTest, MenuCommandsStayInForce) {
+  InIspMode();
+  writer.LoadPageView = writer.ReadPageView = true;
+  writer.RunFromMenu(IspOperation::EraseAll, view);
+  EXPECT_FALSE(writer.LoadPageView || writer.ReadPageView);
+  writer.Run(view);
+  EXPECT_THAT(bench->TakeFrames(),
+              ElementsAre("S 96 68 00 P", "S 94 00 00 P", "S 96 68 00 P", "S 94 00 00 P"));
+}
+
+}  // namespace
