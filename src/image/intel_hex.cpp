@@ -14,11 +14,11 @@ constexpr std::size_t kTailLength = 4;        // checksum, line end
 constexpr int kNoDigit = -1;
 constexpr std::string_view kDigits = "0123456789ABCDEF";  // upper case only
 
-constexpr std::array<std::int8_t, 256> DigitTable() {
-  std::array<std::int8_t, 256> table{};
+constexpr std::array<int, 256> DigitTable() {
+  std::array<int, 256> table{};
   table.fill(kNoDigit);
   for (std::size_t i = 0; i < kDigits.size(); ++i) {
-    table[static_cast<unsigned char>(kDigits[i])] = static_cast<std::int8_t>(i);
+    table[static_cast<unsigned char>(kDigits[i])] = static_cast<int>(i);
   }
   return table;
 }

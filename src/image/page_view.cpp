@@ -26,7 +26,7 @@ std::string PageText(std::span<const Cell> bytes, int page, std::string_view tit
 
 void ShowLoadPage(const tongxun::CodeBuffers& buffers, int page, PageView& view) {
   const std::span<const std::uint8_t> cells = buffers.CodeBuffer;
-  const auto first = static_cast<std::size_t>(page * kBytesPerPage);
+  const auto first = static_cast<std::size_t>(page) * kBytesPerPage;
   view.ShowData(PageText(cells.subspan(first, kBytesPerPage), page, " (Load Hex File Code)"));
 }
 

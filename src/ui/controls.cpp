@@ -52,19 +52,15 @@ void FixClientArea(QWidget* client, int widthTwips, int heightTwips) {
   client->setFixedSize(PixelsOf(widthTwips), PixelsOf(heightTwips));
 }
 
-void OptionButton::OnSelected(std::function<void()> action) {
-  action_ = Guarded(window(), std::move(action));
-  connect(this, &QRadioButton::toggled, this, [this](bool selected) {
-    if (selected) action_();
+void OptionButton::OnSelected(const std::function<void()>& action) {
+  const auto guarded = Guarded(window(), action);
+  connect(this, &QRadioButton::toggled, this, [guarded](bool selected) {
+    if (selected) guarded();
   });
-}
-
-void OptionButton::nextCheckState() {
-  if (isChecked()) {
-    if (action_) action_();
-  } else {
-    setChecked(true);
-  }
+  connect(this, &QRadioButton::pressed, this, [this] { selectedBeforeClick_ = isChecked(); });
+  connect(this, &QRadioButton::clicked, this, [this, guarded] {
+    if (selectedBeforeClick_) guarded();
+  });
 }
 
 QLabel* AddLabel(QWidget* parent, const char* name, const QString& caption, const Twips& at) {

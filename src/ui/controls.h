@@ -30,13 +30,10 @@ void FixClientArea(QWidget* client, int widthTwips, int heightTwips);
 class OptionButton : public QRadioButton {
  public:
   OptionButton(const QString& caption, QWidget* frame) : QRadioButton(caption, frame) {}
-  void OnSelected(std::function<void()> action);
-
- protected:
-  void nextCheckState() override;
+  void OnSelected(const std::function<void()>& action);
 
  private:
-  std::function<void()> action_;
+  bool selectedBeforeClick_ = false;
 };
 
 QLabel* AddLabel(QWidget* parent, const char* name, const QString& caption, const Twips& at);

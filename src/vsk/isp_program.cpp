@@ -42,7 +42,7 @@ int IspOperations::FillPage(const BankProgram& bank, int page, std::int32_t maxi
       view.RepaintStatus(StatusLabel::Operation);
       ++shown;
     }
-    frames_.IspTxBuf[static_cast<std::size_t>(k + 1)] =
+    frames_.IspTxBuf[static_cast<std::size_t>(k) + 1] =
         bank.cells[static_cast<std::size_t>(address)];
   }
   return kPageBytes;

@@ -1,0 +1,23 @@
+# Sourced by ./run and ./test: what they need on a Debian 12 machine, and installing it.
+
+build_packages=(g++ cmake ninja-build qt6-base-dev libgl-dev)
+# The windows' fonts: text, hexadecimal columns, and full-width characters.
+run_packages=(fonts-liberation fonts-wqy-microhei)
+test_packages=(git libgtest-dev libgmock-dev clang-format clang-tidy)
+
+say() { echo "== $*"; }
+
+# Installs those of the named Debian packages that are missing.
+install_missing() {
+  local missing=() package as_root=()
+  for package in "$@"; do
+    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' ||
+      missing+=("$package")
+  done
+  [ ${#missing[@]} -gt 0 ] || return 0
+  say "installing with apt-get: ${missing[*]}"
+  [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+  "${as_root[@]}" apt-get update -qq
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+    apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}

@@ -1,0 +1,84 @@
+// The launcher: start-up on a fresh and on a prepared installation, and one writer at a time.
+#include "ui/window_test.h"
+
+class LauncherTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void init() { desk_ = std::make_unique<Desk>(); }
+  void cleanup() { desk_.reset(); }
+
+  void freshInstallation() {
+    std::filesystem::remove_all(desk_->folder / "program/Initial");
+    desk_->Start();
+    QCOMPARE(desk_->folder.Read("config/chipport.log"), std::string("\x03\x78"));
+    QVERIFY(std::filesystem::exists(desk_->folder / "program/Initial/security.cod"));
+    QCOMPARE(desk_->folder.Read("program/Initial/security.cod"), std::string());
+    QWidget* security = Desk::Window("Form3");
+    QVERIFY(security != nullptr);
+    QVERIFY(!security->geometry().intersects(desk_->launcher->geometry()));
+    QVERIFY(Desk::Window("Form1") == nullptr);
+    QCOMPARE(desk_->tool.port.CurrentBoard, std::int16_t{0});
+  }
+
+  void startUpState() {
+    Tool& tool = desk_->tool;
+    tool.buffers.CodeLoaded = true;
+    tool.timing.SpeedFactor = 9;
+    desk_->folder.Write("config/chipport.log", std::string("\x02\x78"));
+    desk_->Start();
+    QVERIFY(Desk::Window("Form3") == nullptr);
+    QCOMPARE(desk_->launcher->windowTitle(), QStringLiteral("Main"));
+    QCOMPARE(desk_->launcher->size(), QSize(3360 / 15, 4305 / 15));
+    QCOMPARE(tool.port.PortBase, 0x278);
+    QCOMPARE(tool.port.DataShadow, std::int16_t{0x7F});
+    QCOMPARE(tool.port.CurrentBoard, std::int16_t{1});
+    QCOMPARE(tool.frames.HwCrc, -1);
+    QCOMPARE(tool.frames.IspParams[3], std::int16_t{0xA5});
+    QCOMPARE(tool.timing.SpeedFactor, std::int16_t{2});
+    QCOMPARE(tool.timing.BitDelayCount, tool.timing.TickPollCount / 1000 * 2);
+    QVERIFY(!tool.buffers.CodeLoaded);
+    QCOMPARE(tool.buffers.CodeBuffer[65536], std::uint8_t{0xFF});
+  }
+
+  void opensTheVskWriterOnce() {
+    desk_->Start();
+    Desk::Press("Main", "Command1");
+    QWidget* writer = Desk::Window("Form1");
+    QVERIFY(writer != nullptr);
+    QCOMPARE(desk_->launcher->WriterState, OpenWriter::Vsk);
+    QCOMPARE(Desk::Text("Form1", "Text1"),
+             QStringLiteral(" %1").arg(desk_->tool.timing.TickPollCount));
+    QVERIFY(!Desk::Find<QAction>("Form1", "Lcf")->isEnabled());
+    QVERIFY(Desk::Find<QAction>("Form1", "Lnf")->isEnabled());
+    Desk::Press("Main", "Command1");
+    QCOMPARE(Desk::Window("Form1"), writer);
+
+    writer->close();
+    QCOMPARE(desk_->launcher->WriterState, OpenWriter::None);
+    QVERIFY(Desk::Window("Form1") == nullptr);
+    desk_->tool.isp.ChipSelect = VskChip::Vsk630;
+    Desk::Press("Main", "Command1");
+    QCOMPARE(desk_->tool.isp.ChipSelect, VskChip::Vsk830);
+    QCOMPARE(Desk::Text("Form1", "Text1"), QString());
+  }
+
+  void exitAndTheCloseBoxEndTheProgram() {
+    for (const bool byButton : {true, false}) {
+      desk_ = std::make_unique<Desk>();
+      desk_->Start();
+      Desk::Press("Main", "Command1");
+      QTimer::singleShot(0, qApp, [this, byButton] {
+        byButton ? Desk::Press("Main", "Command4") : static_cast<void>(desk_->launcher->close());
+      });
+      QTimer::singleShot(20000, qApp, [] { QCoreApplication::exit(1); });
+      QCOMPARE(QCoreApplication::exec(), 0);
+    }
+  }
+
+ private:
+  std::unique_ptr<Desk> desk_;
+};
+
+QTEST_MAIN(LauncherTest)
+#include "launcher_test.moc"

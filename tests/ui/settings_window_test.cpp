@@ -1,0 +1,102 @@
+// The Settings window: the port address and the bus speed.
+#include "ui/window_test.h"
+
+class SettingsWindowTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void init() {
+    desk_ = std::make_unique<Desk>();
+    desk_->Start();
+    Desk::Press("Main", "Command1");
+  }
+  void cleanup() { desk_.reset(); }
+
+  void opensFromEitherWayWithTheState() {
+    calibrations_ = 0;
+    Open();
+    QCOMPARE(calibrations_, 1);
+    QCOMPARE(Desk::Window("Form2")->windowTitle(), QStringLiteral("Setting"));
+    QCOMPARE(Desk::Text("Form2", "Label2"), QStringLiteral("Version V100"));
+    QCOMPARE(Desk::Text("Form2", "Text3"), QStringLiteral("378"));
+    QCOMPARE(Desk::Text("Form2", "Text2"), QStringLiteral("2"));
+
+    calibrations_ = 0;
+    QTest::keyClick(Desk::Find<QSlider>("Form2", "HScroll1"), Qt::Key_Right);
+    QCOMPARE(desk_->tool.timing.SpeedFactor, std::int16_t{3});
+    QCOMPARE(Desk::Text("Form2", "Text2"), QStringLiteral("3"));
+    QCOMPARE(calibrations_, 1);
+    QCOMPARE(desk_->tool.timing.BitDelayCount, desk_->tool.timing.TickPollCount / 1000 * 3);
+    Desk::Press("Form2", "Command1");
+    QVERIFY(Desk::Window("Form2") == nullptr);
+
+    desk_->tool.timing.SpeedFactor = 5;
+    calibrations_ = 0;
+    Open();
+    QCOMPARE(calibrations_, 0);  // the slider's own initial value
+  }
+
+  void appliesAnAddress_data() {
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<int>("base");
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<QByteArray>("file");
+    const QString done = QStringLiteral("Parallel Address Modify is 0x");
+    const QString wrong = QStringLiteral("please input HEX number:(0000-FFFF)");
+    QTest::newRow("278") << "278" << done + "278" << 0x278 << "278" << QByteArray("\x02\x78");
+    QTest::newRow("blanks") << " ec " << done + "EC" << 0xEC << " ec " << QByteArray("\0\xEC", 2);
+    QTest::newRow("zero") << "0" << done + "378" << 0x378 << "378" << QByteArray("\x03\x78");
+    QTest::newRow("empty") << "" << wrong << 0x300 << "300" << QByteArray("old");
+    QTest::newRow("no digit") << "37G" << wrong << 0x300 << "300" << QByteArray("old");
+    QTest::newRow("prefix") << "0x37" << wrong << 0x300 << "300" << QByteArray("old");
+    QTest::newRow("sign") << "-1" << wrong << 0x300 << "300" << QByteArray("old");
+  }
+
+  void appliesAnAddress() {
+    QFETCH(QString, typed);
+    QFETCH(QString, message);
+    QFETCH(int, base);
+    QFETCH(QString, shown);
+    QFETCH(QByteArray, file);
+    const bool accepted = message.startsWith(QStringLiteral("Parallel"));
+    for (const bool byKey : {true, false}) {
+      desk_->folder.Write("config/chipport.log", "old");
+      desk_->tool.port.PortBase = 0x300;
+      Open();
+      auto* box = Desk::Find<QLineEdit>("Form2", "Text3");
+      box->setText(typed);
+      QString said;
+      ConfirmMessage(said);
+      byKey ? QTest::keyClick(box, Qt::Key_Return) : Desk::Press("Form2", "Enter");
+      QCOMPARE(said, message);
+      QCOMPARE(desk_->tool.port.PortBase, base);
+      QCOMPARE(
+          QByteArray::fromStdString(desk_->folder.Read("config/chipport.log")).left(file.size()),
+          file);
+      const bool open = Desk::Window("Form2") != nullptr;
+      QCOMPARE(open, byKey || !accepted);
+      if (!open) continue;
+      QCOMPARE(Desk::Text("Form2", "Text3"), shown);
+      // The release of the Enter that closed the message box applies nothing again.
+      QTest::keyRelease(box, Qt::Key_Return);
+      Desk::Window("Form2")->close();
+    }
+  }
+
+ private:
+  void Open() {
+    const auto shown = desk_->tool.timing.Calibrated;
+    desk_->tool.timing.Calibrated = [this, shown](std::int32_t count) {
+      ++calibrations_;
+      shown(count);
+    };
+    Desk::Find<QAction>("Form1", "about")->trigger();
+  }
+
+  std::unique_ptr<Desk> desk_;
+  int calibrations_ = 0;
+};
+
+QTEST_MAIN(SettingsWindowTest)
+#include "settings_window_test.moc"

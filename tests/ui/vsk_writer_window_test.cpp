@@ -1,0 +1,177 @@
+// The VSK writer window as an operator uses it, on the simulated board.
+#include <QMenu>
+
+#include "ui/window_test.h"
+
+class VskWriterWindowTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void init() {
+    desk_ = std::make_unique<Desk>();
+    desk_->Start();
+    Desk::Press("Main", "Command1");
+  }
+  void cleanup() { desk_.reset(); }
+
+  void programsTheSampleImage() {
+    const QString image = QStringLiteral(SOURCE_FOLDER "/samples/vsk830/thermostat.hex");
+    ChooseFile(image);
+    Desk::Press("Form1", "Command1");
+    QCOMPARE(Desk::Text("Form1", "Text2"), image);
+    QCOMPARE(Desk::Text("Form1", "Text4"),
+             QString::fromStdString(HexText(desk_->tool.buffers.CodeMax)));
+    Desk::Press("Form1", "Option4");
+    QCOMPARE(Desk::Text("Form1", "Label2"), QStringLiteral("isp mode is exist"));
+    Desk::Press("Form1", "Command4");
+    QCOMPARE(Desk::Text("Form1", "Label3"), QStringLiteral("Write Ok"));
+    QCOMPARE(Desk::Text("Form1", "Label2"), QStringLiteral("isp mode is out"));
+    QCOMPARE(Desk::Text("Form1", "Text6"), Desk::Text("Form1", "Text5"));
+    QVERIFY(Desk::Find<QAbstractButton>("Form1", "Option5")->isChecked());
+    const auto used =
+        tongxun::UsedCells(desk_->tool.buffers.CodeBuffer, desk_->tool.buffers.CodeMax);
+    QVERIFY(std::equal(used.begin(), used.end(), desk_->board.vsk830.Bank(0).Cells().begin()));
+  }
+
+  void entersIspModeAnewByTheKeyboardAndByASecondClick() {
+    desk_->board.Connect(simulator::ConnectedChip::None);
+    Desk::Press("Form1", "Option4");
+    QCOMPARE(Desk::Text("Form1", "Label2"), QStringLiteral("isp mode is no exist"));
+    QCOMPARE(Colour("Label2"), QColor(255, 0, 0));
+    desk_->board.Connect(simulator::ConnectedChip::Vsk830);
+    Desk::Press("Form1", "Option4");
+    QCOMPARE(Desk::Text("Form1", "Label2"), QStringLiteral("isp mode is exist"));
+    QCOMPARE(Colour("Label2"), QColor(0, 0, 0));
+    desk_->log.Clear();
+    Activate();
+    Desk::Find<QWidget>("Form1", "Option4")->setFocus();
+    QTest::keyClick(Desk::Find<QWidget>("Form1", "Option4"), Qt::Key_Down);
+    QCOMPARE(desk_->log.Lines().size(), std::size_t{1});  // one quit frame for one key
+    QCOMPARE(Desk::Text("Form1", "Label2"), QStringLiteral("isp mode is out"));
+  }
+
+  void aQuitThatFailsDeselectsItsOption() {
+    Desk::Press("Form1", "Option4");
+    desk_->board.faults.sdaStuckLow = true;
+    Desk::Press("Form1", "Option5");
+    QCOMPARE(Desk::Text("Form1", "Label2"), QStringLiteral("isp mode is not out"));
+    QVERIFY(!Desk::Find<QAbstractButton>("Form1", "Option5")->isChecked());
+    QVERIFY(!Desk::Find<QAbstractButton>("Form1", "Option4")->isChecked());
+  }
+
+  void optionsChooseWhatRunDoes() {
+    const char* options[] = {"Option6", "Option7", "Option8", "Option9", "Option10"};
+    for (int i = 0; i < 5; ++i) {
+      Desk::Press("Form1", options[i]);
+      QCOMPARE(static_cast<int>(desk_->tool.vskWriter.IspOperate), i + 1);
+    }
+    Desk::Window("Form1")->close();
+    Desk::Press("Main", "Command1");
+    QVERIFY(Desk::Find<QAbstractButton>("Form1", "Option8")->isChecked());
+    QCOMPARE(desk_->tool.vskWriter.IspOperate, IspOperation::PageLoad);  // outlives the window
+  }
+
+  void pagesThroughTheImage() {
+    desk_->tool.buffers.CodeLoaded = true;
+    Desk::Press("Form1", "Option4");
+    Desk::Press("Form1", "Option10");
+    AnswerInput(QStringLiteral("10"));
+    Desk::Press("Form1", "Command4");
+    QVERIFY(Desk::Text("Form1", "Text1").startsWith(QStringLiteral("this is 10  page (Load Hex")));
+    auto* display = Desk::Find<QPlainTextEdit>("Form1", "Text1");
+    QTest::keyClick(display, Qt::Key_PageDown);
+    QVERIFY(Desk::Text("Form1", "Text1").startsWith(QStringLiteral("this is 11  page")));
+    QTest::keyClick(display, Qt::Key_PageUp);
+    QVERIFY(Desk::Text("Form1", "Text1").startsWith(QStringLiteral("this is 10  page")));
+  }
+
+  void menuShortcutsWinOverTheTextBoxes() {
+    auto* file = Desk::Find<QLineEdit>("Form1", "Text2");
+    Desk::Press("Form1", "Option4");
+    Activate();
+    file->setFocus();
+    QTest::keyClick(file, Qt::Key_B, Qt::ControlModifier);
+    QCOMPARE(Desk::Text("Form1", "Label3"), QStringLiteral("Blank ok"));
+    QVERIFY(Desk::Find<QAbstractButton>("Form1", "Option8")->isChecked());
+    QCOMPARE(desk_->tool.vskWriter.IspOperate, IspOperation::EraseAll);
+    QTest::keyClick(file, Qt::Key_A, Qt::ControlModifier);
+    QVERIFY(Desk::Window("Form2") != nullptr);
+    Desk::Window("Form2")->close();
+    Activate();
+    desk_->log.Clear();
+    QTest::keyClick(Desk::Find<QPlainTextEdit>("Form1", "Text1"), Qt::Key_X, Qt::ControlModifier);
+    QVERIFY(Desk::Window("Form1") == nullptr);
+    QCOMPARE(desk_->log.Lines().front(), std::string("S 96 48 00- P"));
+    QVERIFY(!desk_->tool.isp.IspModeOn);
+  }
+
+  void theCloseBoxSendsNothingAndKeepsIspMode() {
+    Desk::Press("Form1", "Option4");
+    desk_->log.Clear();
+    Desk::Window("Form1")->close();
+    QVERIFY(desk_->log.Lines().empty());
+    QVERIFY(desk_->tool.isp.IspModeOn);
+  }
+
+  void aRefusedFileIsSaidAndWrongStartCodesArePrinted() {
+    const std::string record = ":03000000010203F7\r\n";
+    ChooseFile(
+        QString::fromStdString(desk_->folder.Write("a.hex", "!" + record.substr(1) + record)));
+    Desk::Press("Form1", "Command1");
+    auto* surface = static_cast<PrintSurface*>(
+        static_cast<QMainWindow*>(Desk::Window("Form1"))->centralWidget());
+    QCOMPARE(surface->PrintedLines(), QStringList{QStringLiteral("error!!!")});
+
+    const QString before = Desk::Text("Form1", "Text2");
+    const QString broken = QString::fromStdString(desk_->folder.Write("b.hex", "no hex file\n"));
+    QString said, reason;
+    QTimer::singleShot(0, qApp, [&] { ConfirmAfterFile(broken, said, reason); });
+    Desk::Press("Form1", "Command1");
+    QCOMPARE(said, QStringLiteral("path or file name error!!!"));
+    QVERIFY(reason.contains(QStringLiteral("line 1, column 2")));
+    QCOMPARE(Desk::Text("Form1", "Text2"), before);
+  }
+
+  void unavailableItemsAreGreyedAndEveryControlHasAName() {
+    for (const char* name :
+         {"S_tbf", "S_bf", "S_mf", "Page_Erase", "Page_Read_code", "Show_Load_Code", "Lcf"}) {
+      QVERIFY2(!Desk::Find<QAction>("Form1", name)->isEnabled(), name);
+    }
+    for (const char* window : {"Main", "Form1"}) {
+      for (const auto* control : Desk::Window(window)->findChildren<QAbstractButton*>()) {
+        if (control->objectName().startsWith(QStringLiteral("qt_"))) continue;
+        QVERIFY2(!control->accessibleName().isEmpty(), qPrintable(control->objectName()));
+        const QSize needed = control->sizeHint();
+        QVERIFY2(control->width() >= needed.width() && control->height() >= needed.height(),
+                 qPrintable(control->objectName() + " is clipped"));
+      }
+    }
+  }
+
+ private:
+  static void Activate() {
+    Desk::Window("Form1")->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(Desk::Window("Form1")));
+  }
+  static QColor Colour(const char* label) {
+    return Desk::Find<QLabel>("Form1", label)->palette().color(QPalette::WindowText);
+  }
+  /// The file dialog is open: chooses `file`, then confirms the message that follows.
+  static void ConfirmAfterFile(const QString& file, QString& said, QString& reason) {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    QVERIFY(dialog != nullptr);
+    dialog->setDirectory(QFileInfo(file).path());
+    dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(file);
+    AnswerDialog<QMessageBox>([&](QMessageBox* box) {
+      said = box->text();
+      reason = box->informativeText();
+      box->accept();
+    });
+    static_cast<QDialog*>(dialog)->accept();
+  }
+
+  std::unique_ptr<Desk> desk_;
+};
+
+QTEST_MAIN(VskWriterWindowTest)
+#include "vsk_writer_window_test.moc"

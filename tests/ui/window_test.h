@@ -1,0 +1,100 @@
+// What the window tests share: the whole tool with its real windows, found by their names.
+#pragma once
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QTest>
+#include <QTimer>
+#include <memory>
+
+#include "image/hex_number.h"
+#include "support/bench.h"
+#include "support/temp_folder.h"
+#include "ui/controls.h"
+#include "ui/launcher.h"
+
+/// A started program on the simulated board, in a program folder of its own.
+struct Desk {
+  TempFolder folder;
+  FakeTicks ticks{2000};
+  simulator::SimulatedBoard board{Wiring()};
+  simulator::FrameLog log;
+  Tool tool{board.cable, ticks, {folder / "program", folder / "config"}};
+  std::unique_ptr<Main> launcher;
+
+  Desk() {
+    board.Connect(simulator::ConnectedChip::Vsk830);
+    board.wire.ListenTo(&log);
+    const auto initial = std::filesystem::path(SOURCE_FOLDER) / "src/simulator/Initial";
+    std::filesystem::create_directories(folder / "program");
+    std::filesystem::copy(initial, folder / "program/Initial");
+  }
+
+  void Start() {
+    launcher = std::make_unique<Main>(tool.directories, tool.port, tool.portConfig, tool.timing,
+                                      tool.buffers, tool.frames, tool.isp, tool.vskWriter);
+    launcher->show();
+  }
+
+  /// The visible window of this name; null when there is none.
+  static QWidget* Window(const char* name) {
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      if (window->objectName() == QLatin1String(name) && window->isVisible()) return window;
+    }
+    return nullptr;
+  }
+  template <typename Control>
+  static Control* Find(const char* window, const char* name) {
+    auto* control = Window(window)->findChild<Control*>(QLatin1String(name));
+    if (control == nullptr) qFatal("no control %s in %s", name, window);
+    return control;
+  }
+  static void Press(const char* window, const char* name) {
+    QTest::mouseClick(Find<QAbstractButton>(window, name), Qt::LeftButton, {}, QPoint(8, 8));
+  }
+  static QString Text(const char* window, const char* name) {
+    auto* control = Find<QWidget>(window, name);
+    return control->property(control->inherits("QPlainTextEdit") ? "plainText" : "text").toString();
+  }
+};
+
+/// Answers the next modal dialog with `answer`, which is given the dialog.
+template <typename Dialog, typename Answer>
+void AnswerDialog(Answer answer) {
+  QTimer::singleShot(0, qApp, [answer] {
+    auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+    QVERIFY2(dialog != nullptr, "the expected dialog did not open");
+    answer(dialog);
+  });
+}
+
+/// Confirms the next message box; its text goes to `text`.
+inline void ConfirmMessage(QString& text) {
+  AnswerDialog<QMessageBox>([&text](QMessageBox* box) {
+    text = box->text();
+    QTest::keyClick(box, Qt::Key_Enter);
+  });
+}
+
+inline void AnswerInput(const QString& answer) {
+  AnswerDialog<QInputDialog>([answer](QInputDialog* box) {
+    box->setTextValue(answer);
+    box->accept();
+  });
+}
+
+inline void ChooseFile(const QString& file) {
+  AnswerDialog<QFileDialog>([file](QFileDialog* dialog) {
+    dialog->setDirectory(QFileInfo(file).path());
+    dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(file);
+    static_cast<QDialog*>(dialog)->accept();
+  });
+}
