@@ -36,6 +36,7 @@ bool DemoSession::Play() {
   QDir().mkpath(folder_);
   Picture(&launcher_, "launcher");
   ProgramVsk830();
+  ProgramVsk630();
   Out() << (allHeld_ ? "The session went as it should." : "The session FAILED.") << Qt::endl;
   return allHeld_;
 }
@@ -58,6 +59,30 @@ void DemoSession::ProgramVsk830() {
   boardWindow_.Refresh();
   Picture(Window("Form1"), "programmed");
   Picture(&boardWindow_, "simulated-board");
+}
+
+void DemoSession::ProgramVsk630() {
+  const QString bank0 = samples_ + QStringLiteral("/vsk630/kiosk.H00");
+  Plug(QStringLiteral("VSK630"));
+  Press("Main", "Command2");
+  LoadFile("Form1", "Command1", bank0);
+  Expect("Form1", "Text2", bank0);
+  Press("Form1", "Option4");
+  Expect("Form1", "Label2", QStringLiteral("isp mode is exist"));
+  Press("Form1", "Command4");
+  Expect("Form1", "Label3", QStringLiteral("Write Ok"));
+  Expect("Form1", "Label2", QStringLiteral("isp mode is out"));
+  Expect("Form1", "Text6", Shown("Form1", "Text5"));
+  ExpectFlash(board_.vsk630.Bank(0), bank0);
+  ExpectFlash(board_.vsk630.Bank(1), samples_ + QStringLiteral("/vsk630/kiosk.H01"));
+  boardWindow_.Refresh();
+  Picture(Window("Form1"), "two-banks-programmed");
+  Picture(&boardWindow_, "simulated-vsk630");
+}
+
+void DemoSession::Plug(const QString& chip) {
+  Out() << "Simulated board: plug in " << chip << Qt::endl;
+  boardWindow_.findChild<QComboBox*>(QStringLiteral("Chip"))->setCurrentText(chip);
 }
 
 QWidget* DemoSession::Window(const char* name) {

@@ -19,7 +19,10 @@ class DemoSession {
 
  private:
   void ProgramVsk830();
+  void ProgramVsk630();
 
+  /// Plugs a chip in, with the "Simulated board" window's own control.
+  void Plug(const QString& chip);
   QWidget* Window(const char* name);
   void Press(const char* window, const char* control);
   /// Presses a button that opens the file dialog, and answers it.

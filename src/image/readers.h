@@ -36,6 +36,9 @@ enum class FileKind { Hex, Binary };
 /// The filter list for an image in one file.
 inline constexpr std::string_view kOneFileFilters = "Hexfile (*.hex)|*.hex|Binfile (*.bin)|*.bin";
 
+/// The filter list for the first file of a two-bank pair.
+inline constexpr std::string_view kPairFilters = "H00file (*.H00)|*.H00|B00file (*.B00)|*.B00";
+
 /// Hex when the last three characters of the name, in upper case, are `hexEnding`.
 FileKind KindOf(std::string_view name, std::string_view hexEnding);
 

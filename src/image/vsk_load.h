@@ -19,3 +19,8 @@ class VskLoadView : public FileView {
 /// Asks for one file, loads it into `CodeBuffer` and shows its checks. A refused file changes
 /// nothing; a cancelled dialog empties the file-name box.
 void Load_Vsk830_NormalFile(tongxun::CodeBuffers& buffers, VskLoadView& view);
+
+/// Asks for the bank-0 file of a pair, takes the bank-1 file of the same name ending in "1", and
+/// loads both through `CodeBuffer` into `CodeBank0` and `CodeBank1`. Both are checked before either
+/// is stored: a refused one refuses the pair. A missing binary bank-1 file reads as empty.
+void Load_Vsk630_NormalFile(tongxun::CodeBuffers& buffers, VskLoadView& view);

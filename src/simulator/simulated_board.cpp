@@ -4,7 +4,15 @@ namespace simulator {
 
 SimulatedBoard::SimulatedBoard(const IspBoard& wiring, std::uint32_t portBase,
                                const VskIdentity& vskIdentity)
-    : vsk830(vskIdentity, 1, faults), wire(faults), cable(wiring, portBase, faults, wire) {}
+    : vsk830(vskIdentity, 1, faults),
+      vsk630(vskIdentity, 2, faults),
+      wire(faults),
+      cable(wiring, portBase, faults, wire) {}
+
+VskChip* SimulatedBoard::ConnectedVsk() {
+  if (connected_ == ConnectedChip::Vsk830) return &vsk830;
+  return connected_ == ConnectedChip::Vsk630 ? &vsk630 : nullptr;
+}
 
 void SimulatedBoard::Connect(ConnectedChip chip) {
   connected_ = chip;

@@ -12,7 +12,7 @@
 
 namespace simulator {
 
-enum class ConnectedChip { None, Vsk830 };
+enum class ConnectedChip { None, Vsk830, Vsk630 };
 
 class SimulatedBoard {
  public:
@@ -27,10 +27,11 @@ class SimulatedBoard {
   void Connect(ConnectedChip chip);
   ConnectedChip Connected() const { return connected_; }
   /// The VSK chip that is plugged in; null when there is none.
-  VskChip* ConnectedVsk() { return connected_ == ConnectedChip::Vsk830 ? &vsk830 : nullptr; }
+  VskChip* ConnectedVsk();
 
   Faults faults;
   VskChip vsk830;
+  VskChip vsk630;
 
   WireDecoder wire;
   Cable cable;

@@ -39,7 +39,7 @@ void Main::CreateButtons() {
     return button;
   };
   addButton("Command1", "VSK830V", 480, [this] { OpenVskWriter(VskChip::Vsk830); });
-  addButton("Command2", "VSK630V", 1440, [] {})->setEnabled(false);
+  addButton("Command2", "VSK630V", 1440, [this] { OpenVskWriter(VskChip::Vsk630); });
   addButton("Command3", "RTD2120", 2400, [] {})->setEnabled(false);
   addButton("Command4", "EXIT", 3360, [] { QCoreApplication::exit(); });
 }

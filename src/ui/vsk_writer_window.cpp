@@ -135,7 +135,6 @@ void Form1::CreateChipOptions(QWidget* client) {
   QGroupBox* frame = AddFrame(client, "Frame1", QStringLiteral("Select"), {120, 3120, 1815, 975});
   option1_ = AddOption(frame, "Option1", QStringLiteral("VSK830"), {120, 240, 1455, 255});
   option2_ = AddOption(frame, "Option2", QStringLiteral("VSK630"), {120, 600, 1575, 255});
-  option2_->setEnabled(false);
   option1_->setChecked(true);
   option1_->OnSelected([this] { isp_.ChipSelect = VskChip::Vsk830; });
   option2_->OnSelected([this] { isp_.ChipSelect = VskChip::Vsk630; });

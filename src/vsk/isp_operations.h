@@ -38,6 +38,10 @@ class IspOperations {
 
   /// Programs `CodeBuffer`[0..maximum], reads the chip's CRC and quits ISP mode.
   void ProgramImage(std::int32_t maximum, IspView& view);
+  /// Programs `CodeBank0`[0..maximum]; a refused page command ends it silently.
+  void ProgramBank0(std::int32_t maximum, IspView& view);
+  /// Programs `CodeBank1`[0..maximum], reads the chip's CRC over both banks and quits ISP mode.
+  void ProgramBank1(std::int32_t maximum, IspView& view);
 
   /// Reads page 0..255 into `IspRxBuf`. True when the page-select frame was acknowledged.
   bool ReadChipPage(std::int32_t page, IspView& view);

@@ -71,6 +71,16 @@ void IspOperations::ProgramImage(std::int32_t maximum, IspView& view) {
   EndProgramming(SendPages(image, maximum, view), view);
 }
 
+void IspOperations::ProgramBank0(std::int32_t maximum, IspView& view) {
+  const BankProgram bank{buffers_.CodeBank0, 0xA0, &tongxun::IspFrames::IspWriteFrameRaw, 2, 0};
+  SendPages(bank, maximum, view);
+}
+
+void IspOperations::ProgramBank1(std::int32_t maximum, IspView& view) {
+  const BankProgram bank{buffers_.CodeBank1, 0xA1, &tongxun::IspFrames::IspWriteFrameRaw, 2, 50};
+  EndProgramming(SendPages(bank, maximum, view), view);
+}
+
 void IspOperations::EndProgramming(bool programmed, IspView& view) {
   if (programmed) {
     ShowStatus(view, StatusLabel::Operation, StatusColour::Black, "programcode ok");
@@ -101,7 +111,12 @@ void IspOperations::DoProgram(IspView& view) {
   int count = 1;
   frames_.IspWriteFrame(frames_.CommandAddress(), count, true);
 
-  ProgramImage(buffers_.CodeMax, view);
+  if (ChipSelect == VskChip::Vsk630) {
+    ProgramBank0(buffers_.CodeBank0Max, view);
+    ProgramBank1(buffers_.CodeBank1Max, view);
+  } else {
+    ProgramImage(buffers_.CodeMax, view);
+  }
   const bool matches = buffers_.CrcMatches(frames_.HwCrc);
   view.SetStatusText(StatusLabel::Operation, matches ? "Write Ok" : "CRC Error");
   frames_.HwCrc = 0;

@@ -2,7 +2,13 @@
 
 #include <algorithm>
 
-void VskWriter::Load(VskLoadView& view) { Load_Vsk830_NormalFile(buffers_, view); }
+void VskWriter::Load(VskLoadView& view) {
+  if (isp_.ChipSelect == VskChip::Vsk630) {
+    Load_Vsk630_NormalFile(buffers_, view);
+  } else {
+    Load_Vsk830_NormalFile(buffers_, view);
+  }
+}
 
 void VskWriter::GoToIspMode(IspView& view) {
   ClearStatus(view);

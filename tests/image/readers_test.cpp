@@ -159,4 +159,64 @@ TEST_F(ReadersTest, LoadVsk830RefusedCancelledAndEmpty) {
                                        "Text3 0", "Text6 ", "Text2 " + view.file));
 }
 
+TEST_F(ReadersTest, LoadVsk630TakesThePair) {
+  view.file = folder.Write("img.b00", "12345");
+  folder.Write("img.b01", "6789");
+  b->CodeBuffer.fill(0x55);
+  b->CodeBank0.fill(0x66);
+  Load_Vsk630_NormalFile(*b, view);
+  EXPECT_THAT(view.Take(),
+              ElementsAre("choose H00file (*.H00)|*.H00|B00file (*.B00)|*.B00", "Text4 4  3",
+                          "Text3 1DD", "Text5 AEE7", "Text6 ", "Text2 " + view.file));
+  EXPECT_TRUE(b->CodeLoaded);
+  EXPECT_EQ(b->CodeBuffer[4], 0xFF);
+  EXPECT_EQ(b->CodeBuffer[6], 0x55);
+  EXPECT_EQ(b->CodeBank0[4], '5');
+  EXPECT_EQ(b->CodeBank0[5], 0x66) << "cells above the image stay";
+  EXPECT_EQ(b->CodeBank1[0], '6');
+
+  view.file = folder.Write("Img.h00", kData + kEnd);
+  folder.Write("Img.h01", ":0100050077FF\r\n" + kEnd);
+  Load_Vsk630_NormalFile(*b, view);
+  EXPECT_FALSE(std::filesystem::exists(folder / "Img.H01"));
+  EXPECT_EQ(b->CodeBank0Max, 0x12);
+  EXPECT_EQ(b->CodeBank0[0x12], 3);
+  EXPECT_EQ(b->CodeBank1Max, 5);
+  EXPECT_EQ(b->CodeBank1[5], 0x77);
+}
+
+TEST_F(ReadersTest, LoadVsk630MissingAndEmptySecondFile) {
+  view.file = folder.Write("img.b00", "12345");
+  Load_Vsk630_NormalFile(*b, view);
+  EXPECT_THAT(view.Take(), testing::Contains("Text4 4  FFFFFFFF"));
+  EXPECT_FALSE(std::filesystem::exists(folder / "img.b01"));
+
+  view.file = folder.Write("img.H00", kData + kEnd);
+  folder.Write("img.H01", "");
+  Load_Vsk630_NormalFile(*b, view);
+  EXPECT_THAT(view.Take(),
+              ElementsAre(HasSubstr("choose"), "beep", "beep", "message path or file name error!!!",
+                          "Text4 12  12", HasSubstr("Text3 "), HasSubstr("Text5 "), "Text6 ",
+                          "Text2 " + view.file));
+}
+
+TEST_F(ReadersTest, ARefusedFileRefusesThePair) {
+  b->CodeBuffer.fill(0x55);
+  b->CodeBank0Max = b->CodeBank1Max = 7;
+  view.file = folder.Write("img.H00", kData + kEnd);
+  for (const char* second : {"", "abc"}) {
+    if (*second != '\0') folder.Write("img.H01", second);
+    Load_Vsk630_NormalFile(*b, view);
+    EXPECT_THAT(view.Take(), ElementsAre(HasSubstr("choose"), "beep", "beep",
+                                         "message path or file name error!!!"));
+    EXPECT_THAT(view.lastDetail, HasSubstr("img.H01"));
+    EXPECT_EQ(b->CodeBank0Max, 7);
+    EXPECT_EQ(b->CodeBuffer[0x10], 0x55);
+    EXPECT_FALSE(b->CodeLoaded);
+  }
+  view.file.clear();
+  Load_Vsk630_NormalFile(*b, view);
+  EXPECT_EQ(view.Take().back(), "Text2 ");
+}
+
 }  // namespace

@@ -46,6 +46,18 @@ struct Bench {
     b.CodeLoaded = true;
   }
 
+  /// Makes `bank0` and `bank1` the loaded VSK630 image, and the VSK630 the chip.
+  void Load(const std::vector<std::uint8_t>& bank0, const std::vector<std::uint8_t>& bank1) {
+    auto& b = tool.buffers;
+    std::copy(bank0.begin(), bank0.end(), b.CodeBank0.begin());
+    std::copy(bank1.begin(), bank1.end(), b.CodeBank1.begin());
+    b.CodeBank0Max = static_cast<std::int32_t>(bank0.size()) - 1;
+    b.CodeBank1Max = static_cast<std::int32_t>(bank1.size()) - 1;
+    b.CrcBanks();
+    b.CodeLoaded = true;
+    tool.isp.ChipSelect = VskChip::Vsk630;
+  }
+
   void EnterIspMode() {
     view.quitSelected = false;
     tool.vskWriter.GoToIspMode(view);

@@ -63,6 +63,18 @@ class LauncherTest : public QObject {
     QCOMPARE(Desk::Text("Form1", "Text1"), QString());
   }
 
+  void switchesTheChipOfAnOpenWindow() {
+    desk_->Start();
+    Desk::Press("Main", "Command1");
+    QWidget* writer = Desk::Window("Form1");
+    Desk::Press("Main", "Command2");
+    QCOMPARE(Desk::Window("Form1"), writer);
+    QCOMPARE(desk_->tool.isp.ChipSelect, VskChip::Vsk630);
+    QVERIFY(Desk::Find<QAbstractButton>("Form1", "Option2")->isChecked());
+    Desk::Press("Form1", "Option1");
+    QCOMPARE(desk_->tool.isp.ChipSelect, VskChip::Vsk830);
+  }
+
   void exitAndTheCloseBoxEndTheProgram() {
     for (const bool byButton : {true, false}) {
       desk_ = std::make_unique<Desk>();

@@ -33,6 +33,21 @@ class VskWriterWindowTest : public QObject {
     QVERIFY(std::equal(used.begin(), used.end(), desk_->board.vsk830.Bank(0).Cells().begin()));
   }
 
+  void programsTheSamplePairIntoAVsk630() {
+    desk_->board.Connect(simulator::ConnectedChip::Vsk630);
+    Desk::Press("Main", "Command2");
+    ChooseFile(QStringLiteral(SOURCE_FOLDER "/samples/vsk630/kiosk.H00"));
+    Desk::Find<QAction>("Form1", "Lnf")->trigger();
+    Desk::Press("Form1", "Option4");
+    Desk::Press("Form1", "Command4");
+    QCOMPARE(Desk::Text("Form1", "Label3"), QStringLiteral("Write Ok"));
+    QCOMPARE(Desk::Text("Form1", "Text6"), Desk::Text("Form1", "Text5"));
+    const auto& b = desk_->tool.buffers;
+    const auto used = tongxun::UsedCells(b.CodeBank1, b.CodeBank1Max);
+    QVERIFY(used.size() > 256);
+    QVERIFY(std::equal(used.begin(), used.end(), desk_->board.vsk630.Bank(1).Cells().begin()));
+  }
+
   void entersIspModeAnewByTheKeyboardAndByASecondClick() {
     desk_->board.Connect(simulator::ConnectedChip::None);
     Desk::Press("Form1", "Option4");

@@ -40,7 +40,8 @@ bool AddFaults(Random& random, std::size_t imageSize, simulator::SimulatedBoard&
         board.faults.unpluggedAfterFrame = seen + Pick(random, 0, frames);
         break;
       case 2:
-        board.faults.flippedBit = {0, static_cast<std::uint32_t>(Pick(random, 0, imageSize)),
+        board.faults.flippedBit = {static_cast<int>(Pick(random, 0, 1)),
+                                   static_cast<std::uint32_t>(Pick(random, 0, imageSize)),
                                    static_cast<int>(Pick(random, 0, 7))};
         break;
       case 3:
@@ -53,26 +54,49 @@ bool AddFaults(Random& random, std::size_t imageSize, simulator::SimulatedBoard&
   return count == 0;
 }
 
+bool BankEquals(std::span<const std::uint8_t> cells, std::int32_t maximum,
+                const simulator::Flash& flash) {
+  const auto image = tongxun::UsedCells(cells, maximum);
+  return std::equal(image.begin(), image.end(), flash.Cells().begin());
+}
+
 bool FlashEqualsImage(Bench& bench) {
-  const auto image = tongxun::UsedCells(bench.tool.buffers.CodeBuffer, bench.tool.buffers.CodeMax);
-  return std::equal(image.begin(), image.end(), bench.board.vsk830.Bank(0).Cells().begin());
+  const tongxun::CodeBuffers& b = bench.tool.buffers;
+  if (bench.tool.isp.ChipSelect == VskChip::Vsk830) {
+    return BankEquals(b.CodeBuffer, b.CodeMax, bench.board.vsk830.Bank(0));
+  }
+  return BankEquals(b.CodeBank0, b.CodeBank0Max, bench.board.vsk630.Bank(0)) &&
+         BankEquals(b.CodeBank1, b.CodeBank1Max, bench.board.vsk630.Bank(1));
+}
+
+/// Loads an image for the chip that is plugged in; returns its size.
+std::size_t LoadRandomImage(Random& random, Bench& bench) {
+  const auto image = RandomImage(random);
+  if (bench.board.Connected() == simulator::ConnectedChip::Vsk830) {
+    bench.Load(image);
+    return image.size();
+  }
+  const auto bank1 = RandomImage(random);
+  bench.Load(image, bank1);
+  return image.size() + bank1.size();
 }
 
 TEST(WriteOk, IsShownOnlyWhenTheFlashEqualsTheImage) {
   Random random(20261122);
   int claimed = 0;
   for (int run = 0; run < kRuns; ++run) {
-    const auto bench = NewBench();
+    const auto chip =
+        run % 3 == 0 ? simulator::ConnectedChip::Vsk630 : simulator::ConnectedChip::Vsk830;
+    const auto bench = std::make_unique<Bench>(Wiring(), simulator::VskIdentity{}, chip);
     // Every other chip holds an older image, so that a refused erase matters.
     if (run % 2 == 0) {
-      bench->Load(RandomImage(random));
+      LoadRandomImage(random, *bench);
       bench->EnterIspMode();
       bench->tool.isp.DoProgram(bench->view);
     }
-    bench->Load(RandomImage(random));
+    const std::size_t size = LoadRandomImage(random, *bench);
     bench->EnterIspMode();
-    const bool sound =
-        AddFaults(random, static_cast<std::size_t>(bench->tool.buffers.CodeMax + 1), bench->board);
+    const bool sound = AddFaults(random, size, bench->board);
     bench->tool.isp.DoProgram(bench->view);
 
     const bool ok = bench->view.operationText == "Write Ok";

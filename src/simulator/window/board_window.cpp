@@ -65,6 +65,7 @@ QWidget* BoardWindow::CreateState() {
   chip_->setObjectName(QStringLiteral("Chip"));
   chip_->addItem(QStringLiteral("nothing"), static_cast<int>(ConnectedChip::None));
   chip_->addItem(QStringLiteral("VSK830"), static_cast<int>(ConnectedChip::Vsk830));
+  chip_->addItem(QStringLiteral("VSK630"), static_cast<int>(ConnectedChip::Vsk630));
   chip_->setCurrentIndex(chip_->findData(static_cast<int>(board_.Connected())));
   connect(chip_, &QComboBox::currentIndexChanged, this, [this] {
     board_.Connect(static_cast<ConnectedChip>(chip_->currentData().toInt()));

@@ -1,0 +1,31 @@
+// Test images, and how they look on the wire and in a chip.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "image/hex_number.h"
+#include "simulator/flash.h"
+
+inline std::vector<std::uint8_t> Image(std::size_t size, unsigned seed = 1) {
+  std::vector<std::uint8_t> image(size);
+  for (std::uint8_t& byte : image) {
+    seed = seed * 1103515245 + 12345;
+    byte = static_cast<std::uint8_t>(seed >> 16);
+  }
+  return image;
+}
+
+/// The page-data frame of page `page`, as the wire decoder sees it.
+inline std::string DataFrame(const std::vector<std::uint8_t>& image, std::size_t page) {
+  std::string frame = "S 94 00";
+  const std::size_t end = std::min(image.size(), 256 * (page + 1));
+  for (std::size_t i = 256 * page; i < end; ++i) frame += " " + fileop::HexByte(image[i]);
+  return frame + " P";
+}
+
+inline bool FlashEquals(const simulator::Flash& flash, const std::vector<std::uint8_t>& image) {
+  return std::equal(image.begin(), image.end(), flash.Cells().begin());
+}
