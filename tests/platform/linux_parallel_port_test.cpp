@@ -157,6 +157,22 @@ TEST(LinuxParallelPort, ControlBitsWithoutAPinNeverReachTheDriverAndAreToldOnce)
                                             HasSubstr("to write 0x2F"), HasSubstr("SCL mask"))));
 }
 
+TEST(LinuxParallelPort, FaultsOfTheNextPortAreToldToo) {
+  Bench bench;
+  bench.AddUsualPort();
+  bench.kernel.AddPort("parport1", "632\t0\n");
+  bench.kernel.failures["PPRSTATUS"] = {EIO};
+  for (const std::uint32_t base : {0x378U, 0x278U}) {
+    bench.io->UsePort(base);
+    bench.io->DlPortReadPortUchar(base + 1);
+    bench.io->DlPortWritePortUchar(base + 2, 0x10);
+  }
+  EXPECT_THAT(
+      bench.told,
+      ElementsAre(HasSubstr("/dev/parport0 (port 0x378) has failed"), HasSubstr("SCL mask"),
+                  HasSubstr("/dev/parport1 (port 0x278) has failed"), HasSubstr("SCL mask")));
+}
+
 TEST(LinuxParallelPort, RegistersArePutBackWhenAnExceptionUnwinds) {
   Bench bench;
   bench.AddUsualPort();
