@@ -1,21 +1,42 @@
 // The tool on the PC's parallel port.
 #include <QApplication>
+#include <cstdio>
+#include <exception>
 #include <memory>
 
+#include "app/port_problem.h"
+#include "app/quit_signals.h"
 #include "app/tool.h"
 #include "ui/controls.h"
 #include "ui/launcher.h"
 
-int main(int argc, char** argv) {
+namespace {
+
+int RunTool(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);
   ApplyApplicationStyle();
 
-  NoPort io;
+  const QuitSignals quitSignals;  // outlives the port: a second signal must not cut its end short
+  const auto io = SystemParallelPort(PostPortProblem);
   const auto ticks = SystemTickCounter();
-  const auto tool = std::make_unique<Tool>(io, *ticks, SystemDirectories("isp-writer"));
+  const auto tool = std::make_unique<Tool>(*io, *ticks, SystemDirectories("isp-writer"));
   Main launcher(tool->directories, tool->port, tool->portConfig, tool->timing, tool->buffers,
                 tool->frames, tool->isp, tool->vskWriter);
   launcher.show();
   return QApplication::exec();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  // Without a handler the stack need not be unwound, and the port would not be given back.
+  try {
+    return RunTool(argc, argv);
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "isp-writer: %s\n", failure.what());
+  } catch (...) {
+    std::fputs("isp-writer: unknown error\n", stderr);
+  }
+  return 1;
 }

@@ -5,6 +5,11 @@ void IicPort::InitPortShadows() {
   ControlShadow = 0;
 }
 
+void IicPort::AnnouncePort() {
+  portInUse_ = PortBase;
+  io_.UsePort(static_cast<std::uint32_t>(PortBase));
+}
+
 void IicPort::Drive(PortRegister which, std::int16_t shadow, const LineSpec& line, bool high) {
   const bool setBit = high == line.polarity;
   const int value = setBit ? shadow | line.mask : shadow & (255 - line.mask);

@@ -56,10 +56,14 @@ class IicPort {
 
  private:
   const IspBoard& Board() const { return BoardTable[static_cast<std::size_t>(CurrentBoard)]; }
-  std::uint32_t PortOf(PortRegister which) const {
+  /// The register's I/O address; tells the port its base first when that is new.
+  std::uint32_t PortOf(PortRegister which) {
+    if (PortBase != portInUse_) AnnouncePort();
     return static_cast<std::uint32_t>(PortBase) + static_cast<std::uint32_t>(which);
   }
+  void AnnouncePort();
   void Drive(PortRegister which, std::int16_t shadow, const LineSpec& line, bool high);
 
   PortIo& io_;
+  std::int32_t portInUse_ = -1;  // the base that `io_` was told last; -1 before the first access
 };

@@ -1,0 +1,74 @@
+#include "platform/linux/port_access.h"
+
+namespace {
+
+constexpr std::uint32_t kRegisters = 3;   // data, status, control
+constexpr std::uint8_t kEmptyBus = 0xFF;  // what an address reads at which nothing answers
+
+class IoPortsAccess final : public PortAccess {
+ public:
+  /// The right to the three I/O ports must have been given.
+  IoPortsAccess(PortSystem& system, std::uint32_t base)
+      : system_(system), base_(base), data_(system.In(base)), control_(system.In(base + 2)) {}
+  ~IoPortsAccess() override { GiveBack(); }
+  IoPortsAccess(const IoPortsAccess&) = delete;
+  IoPortsAccess& operator=(const IoPortsAccess&) = delete;
+
+  PortFault WriteData(std::uint8_t value) override {
+    system_.Out(base_, value);
+    return {};
+  }
+  PortFault WriteControl(std::uint8_t value) override {
+    system_.Out(base_ + 2, value);
+    return {};
+  }
+  PortFault ReadStatus(std::uint8_t& value) override {
+    value = system_.In(base_ + 1);
+    return {};
+  }
+  std::uint8_t ControlBits() const override { return 0xFF; }
+
+  PortFault GiveBack() override {
+    if (!ours_) return {};
+    ours_ = false;
+    WriteControl(control_);
+    WriteData(data_);
+    const int result = system_.IoPerm(base_, kRegisters, false);
+    return result < 0 ? PortFault{"ioperm", -result} : PortFault{};
+  }
+
+ private:
+  PortSystem& system_;
+  const std::uint32_t base_;
+  const std::uint8_t data_;
+  const std::uint8_t control_;
+  bool ours_ = true;
+};
+
+/// A port's control register never reads so: its interrupt and direction bits are clear at rest.
+bool NothingAnswers(PortSystem& system, std::uint32_t base) {
+  for (std::uint32_t i = 0; i < kRegisters; ++i) {
+    if (system.In(base + i) != kEmptyBus) return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+TakenPort TakeIoPorts(PortSystem& system, std::uint32_t base) {
+  const int result = system.IoPerm(base, kRegisters, true);
+  if (result < 0) {
+    return {.outcome = Taking::NotOpened,
+            .fault = {"ioperm", -result},
+            .holder = {},
+            .access = nullptr};
+  }
+  if (NothingAnswers(system, base)) {
+    system.IoPerm(base, kRegisters, false);
+    return {.outcome = Taking::Empty, .fault = {}, .holder = {}, .access = nullptr};
+  }
+  return {.outcome = Taking::Taken,
+          .fault = {},
+          .holder = {},
+          .access = std::make_unique<IoPortsAccess>(system, base)};
+}

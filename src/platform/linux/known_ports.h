@@ -1,0 +1,26 @@
+// The parallel ports that the kernel's own driver has found, as /proc/sys/dev/parport shows them.
+// Reads only; never opens a device.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "platform/linux/port_system.h"
+
+struct KnownPort {
+  std::string name;        // "parport0"
+  std::uint32_t base = 0;  // I/O address of the data register, 1..0xFFFF
+
+  std::string Node() const { return "/dev/" + name; }
+};
+
+/// In the order of their names. Ports without an I/O address (USB adapters) are left out.
+std::vector<KnownPort> KnownPorts(PortSystem& system);
+
+/// The driver that holds the port at this moment; empty when nobody does, "an unknown driver" when
+/// the kernel does not say.
+std::string HolderOf(PortSystem& system, const KnownPort& port);
+
+/// The drivers that are registered on the port, holding it or idle, joined by ", "; may be empty.
+std::string DriversOn(PortSystem& system, const KnownPort& port);

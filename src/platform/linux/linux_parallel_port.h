@@ -1,0 +1,46 @@
+// The PC's parallel port on Linux. Finds out how to reach the address it is given: by the ppdev
+// driver, else by direct port access, else not at all, and tells the operator once when and why it
+// cannot. Knows nothing of boards and of the bus.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/linux/port_access.h"
+#include "platform/linux/port_system.h"
+#include "platform/port_io.h"
+
+class LinuxParallelPort final : public PortIo {
+ public:
+  LinuxParallelPort(std::unique_ptr<PortSystem> system, PortProblem report);
+  /// Gives the port back.
+  ~LinuxParallelPort() override;
+
+  /// Gives the present port back and takes the one at `base`. When that fails there is no port
+  /// until the next call, and `report` has been told why.
+  void UsePort(std::uint32_t base) override;
+
+  void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) override;
+  std::uint8_t DlPortReadPortUchar(std::uint32_t port) override;
+
+ private:
+  void TakePort();
+  /// True when the port was taken; `device` is what it goes through.
+  bool Adopt(TakenPort& taken, const std::string& device);
+  void GiveBack();
+
+  void WriteControl(std::uint8_t value);
+  void TellFault(PortFault fault);
+  void TellNotTaken(const KnownPort& port, const TakenPort& taken);
+  void TellNoPort(const std::vector<KnownPort>& known, const TakenPort& direct);
+
+  const std::unique_ptr<PortSystem> system_;
+  const PortProblem report_;
+  std::uint32_t base_ = 0;
+  std::unique_ptr<PortAccess> access_;  // null: there is no port
+  std::string device_;                  // what `access_` goes through, for messages
+  bool faultTold_ = false;
+  bool controlBitsTold_ = false;
+};

@@ -1,0 +1,131 @@
+#include "platform/linux/port_messages.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <system_error>
+
+namespace {
+
+// Not "the bus reads as empty": on a board with a direct SDA input 0xFF is an acknowledge.
+constexpr const char* kUntilThen =
+    "\n\nThe program goes on without a port: what it writes goes nowhere, and nothing it reads "
+    "comes from a chip.";
+constexpr const char* kThenRestart = "Then start this program again.";
+
+std::string Hex(std::uint32_t number) {
+  std::array<char, 16> text{};
+  std::snprintf(text.data(), text.size(), "0x%02X", number);
+  return text.data();
+}
+
+std::string Reason(PortFault fault) {
+  return std::string(fault.call) + ": " + std::generic_category().message(fault.error);
+}
+
+/// "/dev/parport0 (port 0x378)"
+std::string Named(const std::string& device, std::uint32_t base) {
+  return device + " (port " + Hex(base) + ")";
+}
+std::string Named(const KnownPort& port) { return Named(port.Node(), port.base); }
+
+std::string ListOf(const std::vector<KnownPort>& known) {
+  std::string list;
+  for (const KnownPort& port : known) {
+    list += (list.empty() ? "" : ", ") + Hex(port.base) + " (" + port.Node() + ")";
+  }
+  return list;
+}
+
+std::string WhatExists(const std::vector<KnownPort>& known) {
+  if (!known.empty()) {
+    return "These ports exist: " + ListOf(known) +
+           ". Enter one of these addresses in the Setting window.";
+  }
+  return "Linux knows no parallel port on this PC. If there is one, load its drivers:\n"
+         "    sudo modprobe -a parport_pc ppdev\n" +
+         std::string(kThenRestart);
+}
+
+std::string DirectAccess(PortFault direct) {
+  if (!direct) return "Direct access found nothing there: all three registers read 0xFF.";
+  if (direct.error == EPERM) return "Direct access to the address is for root only.";
+  return "Direct access failed as well (" + Reason(direct) + ").";
+}
+
+bool IsRefusal(PortFault fault) { return fault.error == EACCES || fault.error == EPERM; }
+
+bool NoDriverBehindNode(PortFault fault) {
+  return fault.error == ENOENT || fault.error == ENXIO || fault.error == ENODEV;
+}
+
+std::string HowToJoin(const std::string& group) {
+  const std::string rule =
+      "install the udev rule 70-isp-writer-ppdev.rules that comes with this program";
+  // Whoever is in group root may do far more than use this port.
+  if (group.empty() || group == "root") return "To get the permission, " + rule + ".";
+  return "To get the permission, join the group and log in again:\n    sudo usermod -aG " + group +
+         " $USER\nor " + rule + ".";
+}
+
+}  // namespace
+
+namespace port_messages {
+
+std::string NoSuchPort(std::uint32_t base, const std::vector<KnownPort>& known, PortFault direct) {
+  return "There is no parallel port at " + Hex(base) + ": no /dev/parportN has this address. " +
+         DirectAccess(direct) + "\n\n" + WhatExists(known) + kUntilThen;
+}
+
+std::string DirectAccessRefusedToRoot(std::uint32_t base, const std::vector<KnownPort>& known,
+                                      const std::string& lockdown) {
+  const std::string word =
+      lockdown.empty() ? "" : " (/sys/kernel/security/lockdown says: " + lockdown + ")";
+  return "No /dev/parportN has the address " + Hex(base) +
+         ", and Linux refuses direct access to it even to root. It does so in kernel lockdown, "
+         "which Secure Boot turns on, and in a container" +
+         word + ".\n\nA port at /dev/parportN works all the same. " + WhatExists(known) +
+         kUntilThen;
+}
+
+std::string NodeNotOpened(const KnownPort& port, PortFault fault, const std::string& group,
+                          bool isRoot) {
+  if (NoDriverBehindNode(fault)) {
+    return Named(port) + " cannot be opened (" + Reason(fault) +
+           "). The driver for it is not loaded:\n    sudo modprobe ppdev\n" + kThenRestart +
+           kUntilThen;
+  }
+  if (IsRefusal(fault) && isRoot) {
+    return Named(port) + " is refused even to root (" + Reason(fault) +
+           "). A container, or kernel lockdown under Secure Boot, does so." + kUntilThen;
+  }
+  if (IsRefusal(fault)) {
+    return "No permission to open " + Named(port) + ". It belongs to the group \"" + group +
+           "\". " + HowToJoin(group) + " " + kThenRestart + kUntilThen;
+  }
+  return Named(port) + " cannot be opened (" + Reason(fault) + ")." + kUntilThen;
+}
+
+std::string Held(const KnownPort& port, const std::string& holder) {
+  return Named(port) + " is held by another driver: " + (holder.empty() ? "unknown" : holder) +
+         ". Stop the program that uses it, or unload that driver. " + kThenRestart + kUntilThen;
+}
+
+std::string NotTaken(const KnownPort& port, PortFault fault) {
+  return Named(port) + " was opened but could not be taken (" + Reason(fault) + ")." + kUntilThen;
+}
+
+std::string AccessFailed(std::uint32_t base, const std::string& device, PortFault fault) {
+  return Named(device, base) + " has failed (" + Reason(fault) +
+         "). What was written may not have reached the cable, and what is read does not come from "
+         "a chip.\n\nFurther failures at this address are not reported.";
+}
+
+std::string ControlBitsLost(std::uint32_t base, const std::string& device, std::uint8_t value,
+                            std::uint8_t carried) {
+  return "The board in use drives SCL by a bit of the control register that has no pin: " +
+         Named(device, base) + " was to write " + Hex(value) + " and carries only the bits " +
+         Hex(carried) + ". Choose a board whose SCL mask lies within 0x0F.";
+}
+
+}  // namespace port_messages

@@ -1,0 +1,39 @@
+// What the operator is told when the parallel port cannot be used: what was tried, why it failed
+// and what helps. Texts only.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "platform/linux/port_access.h"
+
+namespace port_messages {
+
+/// The kernel knows no port at `base`, and direct access failed with `direct`, or found nothing
+/// there when `direct` holds no fault.
+std::string NoSuchPort(std::uint32_t base, const std::vector<KnownPort>& known, PortFault direct);
+
+/// Direct access was refused although the program runs as root. `lockdown`: the kernel's own word
+/// on its lockdown, empty when it has none.
+std::string DirectAccessRefusedToRoot(std::uint32_t base, const std::vector<KnownPort>& known,
+                                      const std::string& lockdown);
+
+/// The node of a port that the kernel knows could not be opened. `group`: the node's group.
+std::string NodeNotOpened(const KnownPort& port, PortFault fault, const std::string& group,
+                          bool isRoot);
+
+/// `holder`: the drivers that have it; may be empty.
+std::string Held(const KnownPort& port, const std::string& holder);
+
+/// A call failed while the port was being taken.
+std::string NotTaken(const KnownPort& port, PortFault fault);
+
+/// A call failed on a port that had been taken. `device`: the node, or the way it is reached.
+std::string AccessFailed(std::uint32_t base, const std::string& device, PortFault fault);
+
+/// A control value has bits outside `carried`, those that reach the port.
+std::string ControlBitsLost(std::uint32_t base, const std::string& device, std::uint8_t value,
+                            std::uint8_t carried);
+
+}  // namespace port_messages

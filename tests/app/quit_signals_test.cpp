@@ -1,0 +1,60 @@
+#include "app/quit_signals.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QTest>
+#include <QTimer>
+#include <csignal>
+
+// A signal that is not caught ends this program, and an event loop that is not ended its time-out.
+class QuitSignalsTest final : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void EachSignalEndsTheEventLoop_data() {
+    QTest::addColumn<int>("signal");
+    QTest::newRow("SIGINT") << SIGINT;
+    QTest::newRow("SIGTERM") << SIGTERM;
+    QTest::newRow("SIGHUP") << SIGHUP;
+  }
+  void EachSignalEndsTheEventLoop() {
+    QFETCH(int, signal);
+    std::signal(signal, SIG_DFL);  // whatever this program was started with
+    const QuitSignals quitSignals;
+    QTimer::singleShot(0, this, [signal] { std::raise(signal); });
+    QCOMPARE(QCoreApplication::exec(), 0);
+  }
+
+  void ASignalBeforeTheLoopEndsItAtItsBeginning() {
+    const QuitSignals quitSignals;
+    std::raise(SIGTERM);
+    QCoreApplication::processEvents();  // as the windows do while they start up
+    QCOMPARE(QCoreApplication::exec(), 0);
+  }
+
+  void LoopsWithinTheLoopEndToo() {
+    const QuitSignals quitSignals;
+    bool innerEnded = false;
+    QTimer::singleShot(0, this, [&] {
+      QTimer::singleShot(0, this, [] { std::raise(SIGTERM); });
+      QEventLoop().exec();  // as a message box does
+      innerEnded = true;
+    });
+    QCOMPARE(QCoreApplication::exec(), 0);
+    QVERIFY(innerEnded);
+  }
+
+  void AnIgnoredSignalStaysIgnored() {
+    std::signal(SIGHUP, SIG_IGN);
+    { const QuitSignals quitSignals; }
+    QVERIFY(std::signal(SIGHUP, SIG_DFL) == SIG_IGN);
+  }
+
+  void TheDefaultActionsComeBack() {
+    { const QuitSignals quitSignals; }
+    QVERIFY(std::signal(SIGTERM, SIG_DFL) == SIG_DFL);
+  }
+};
+
+QTEST_GUILESS_MAIN(QuitSignalsTest)
+#include "quit_signals_test.moc"
