@@ -37,6 +37,7 @@ bool DemoSession::Play() {
   Picture(&launcher_, "launcher");
   ProgramVsk830();
   ProgramVsk630();
+  WriteRtd2120();
   Out() << (allHeld_ ? "The session went as it should." : "The session FAILED.") << Qt::endl;
   return allHeld_;
 }
@@ -80,6 +81,33 @@ void DemoSession::ProgramVsk630() {
   Picture(&boardWindow_, "simulated-vsk630");
 }
 
+void DemoSession::WriteRtd2120() {
+  const QString bank1 = samples_ + QStringLiteral("/rtd2120/panel-bank1.hex");
+  const QString bank2 = samples_ + QStringLiteral("/rtd2120/panel-bank2.hex");
+  Plug(QStringLiteral("RTD2120"));
+  Press("Main", "Command3");
+  LoadFile("RTD2120Write", "Com64K", bank1);
+  Expect("RTD2120Write", "Bank1File", bank1);
+  LoadFile("RTD2120Write", "Com64_96K", bank2);
+  Expect("RTD2120Write", "Bank2File", bank2);
+  Press("RTD2120Write", "BothBank");
+  Press("RTD2120Write", "AutoOp");
+  Press("RTD2120Write", "Run");
+  ExpectToEndWith("RTD2120Write", "WriteStatus", QStringLiteral("CRC OK.\n"));
+  ExpectFlash(board_.rtd2120.Bank(0), bank1);
+  ExpectFlash(board_.rtd2120.Bank(1), bank2);
+  boardWindow_.Refresh();
+  Picture(Window("RTD2120Write"), "rtd2120-written");
+  Picture(&boardWindow_, "simulated-rtd2120");
+
+  Press("RTD2120Write", "EraseOp");
+  Press("RTD2120Write", "Run");
+  Expect("RTD2120Write", "WriteStatus", QStringLiteral("Erase MCU OK.\n"));
+  const auto& erased = board_.rtd2120.Bank(0).Cells();
+  Check(std::count(erased.begin(), erased.end(), 0xFF) == std::ssize(erased),
+        QStringLiteral("the chip's flash is erased"));
+}
+
 void DemoSession::Plug(const QString& chip) {
   Out() << "Simulated board: plug in " << chip << Qt::endl;
   boardWindow_.findChild<QComboBox*>(QStringLiteral("Chip"))->setCurrentText(chip);
@@ -119,6 +147,13 @@ void DemoSession::Expect(const char* window, const char* control, const QString&
   const QString shown = Shown(window, control);
   Check(shown == text, QStringLiteral("%1 %2 shows \"%3\"")
                            .arg(QLatin1String(window), QLatin1String(control), shown));
+}
+
+void DemoSession::ExpectToEndWith(const char* window, const char* control, const QString& ending) {
+  const QString shown = Shown(window, control);
+  Check(
+      shown.endsWith(ending),
+      QStringLiteral("%1 %2 shows:\n%3").arg(QLatin1String(window), QLatin1String(control), shown));
 }
 
 void DemoSession::ExpectFlash(const simulator::Flash& flash, const QString& hexFile) {

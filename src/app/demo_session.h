@@ -20,6 +20,7 @@ class DemoSession {
  private:
   void ProgramVsk830();
   void ProgramVsk630();
+  void WriteRtd2120();
 
   /// Plugs a chip in, with the "Simulated board" window's own control.
   void Plug(const QString& chip);
@@ -29,6 +30,7 @@ class DemoSession {
   void LoadFile(const char* window, const char* button, const QString& file);
   QString Shown(const char* window, const char* control);
   void Expect(const char* window, const char* control, const QString& text);
+  void ExpectToEndWith(const char* window, const char* control, const QString& ending);
   void ExpectFlash(const simulator::Flash& flash, const QString& hexFile);
   void Picture(QWidget* window, const char* name);
   void Check(bool holds, const QString& what);

@@ -22,7 +22,7 @@ int RunTool(int argc, char** argv) {
   const auto ticks = SystemTickCounter();
   const auto tool = std::make_unique<Tool>(*io, *ticks, SystemDirectories("isp-writer"));
   Main launcher(tool->directories, tool->port, tool->portConfig, tool->timing, tool->buffers,
-                tool->frames, tool->isp, tool->vskWriter);
+                tool->frames, tool->isp, tool->vskWriter, tool->rtdWriter);
   launcher.show();
   return QApplication::exec();
 }

@@ -26,7 +26,7 @@ int main(int argc, char** argv) {
   const auto tool =
       std::make_unique<Tool>(board->cable, *ticks, SystemDirectories("isp-writer-simulator"));
   Main launcher(tool->directories, tool->port, tool->portConfig, tool->timing, tool->buffers,
-                tool->frames, tool->isp, tool->vskWriter);
+                tool->frames, tool->isp, tool->vskWriter, tool->rtdWriter);
   BoardWindow boardWindow(*board);
   launcher.show();
   boardWindow.move(launcher.geometry().topRight() + QPoint(24, 0));

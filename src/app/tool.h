@@ -10,6 +10,9 @@
 #include "platform/directories.h"
 #include "platform/port_io.h"
 #include "platform/tick_counter.h"
+#include "rtd2120/rtd_link.h"
+#include "rtd2120/rtd_operations.h"
+#include "rtd2120/rtd_writer.h"
 #include "vsk/isp_frames.h"
 #include "vsk/isp_operations.h"
 #include "vsk/vsk_writer.h"
@@ -24,7 +27,10 @@ struct Tool {
         master(port, timing),
         frames(master, timing),
         isp(frames, timing, buffers),
-        vskWriter(isp, frames, buffers) {}
+        vskWriter(isp, frames, buffers),
+        rtdLink(port, timing),
+        rtdOperations(rtdLink, ticks, buffers),
+        rtdWriter(rtdLink, rtdOperations, timing, buffers) {}
   Tool(const Tool&) = delete;
   Tool& operator=(const Tool&) = delete;
 
@@ -37,4 +43,7 @@ struct Tool {
   tongxun::IspFrames frames;
   IspOperations isp;
   VskWriter vskWriter;
+  tongxun2120::RtdLink rtdLink;
+  tongxun2120::RtdOperations rtdOperations;
+  RtdWriter rtdWriter;
 };

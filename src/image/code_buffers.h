@@ -32,6 +32,8 @@ class CodeBuffers {
   std::uint16_t CodeSum = 0;     // additive checksum of the loaded VSK image
   std::uint16_t RtdBankSum = 0;  // additive checksum of the RTD2120 bank loaded last
   bool CodeLoaded = false;       // a VSK image has been loaded
+  bool Bank1Loaded = false;      // an RTD2120 image has been loaded into bank buffer 1
+  bool Bank2Loaded = false;
 
   void CrcCode();
   /// CRC of bank 0 and bank 1 laid end to end.

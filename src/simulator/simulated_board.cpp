@@ -6,17 +6,27 @@ SimulatedBoard::SimulatedBoard(const IspBoard& wiring, std::uint32_t portBase,
                                const VskIdentity& vskIdentity)
     : vsk830(vskIdentity, 1, faults),
       vsk630(vskIdentity, 2, faults),
+      rtd2120(faults),
       wire(faults),
       cable(wiring, portBase, faults, wire) {}
 
-VskChip* SimulatedBoard::ConnectedVsk() {
-  if (connected_ == ConnectedChip::Vsk830) return &vsk830;
-  return connected_ == ConnectedChip::Vsk630 ? &vsk630 : nullptr;
+SimulatedChip* SimulatedBoard::Chip() {
+  switch (connected_) {
+    case ConnectedChip::Vsk830:
+      return &vsk830;
+    case ConnectedChip::Vsk630:
+      return &vsk630;
+    case ConnectedChip::Rtd2120:
+      return &rtd2120;
+    case ConnectedChip::None:
+      break;
+  }
+  return nullptr;
 }
 
 void SimulatedBoard::Connect(ConnectedChip chip) {
   connected_ = chip;
-  wire.Connect(ConnectedVsk());
+  wire.Connect(Chip());
 }
 
 IspBoard CableWiring() {

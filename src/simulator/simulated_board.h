@@ -7,12 +7,13 @@
 #include "simulator/bus_log.h"
 #include "simulator/cable.h"
 #include "simulator/faults.h"
+#include "simulator/rtd2120_chip.h"
 #include "simulator/vsk_chip.h"
 #include "simulator/wire_decoder.h"
 
 namespace simulator {
 
-enum class ConnectedChip { None, Vsk830, Vsk630 };
+enum class ConnectedChip { None, Vsk830, Vsk630, Rtd2120 };
 
 class SimulatedBoard {
  public:
@@ -26,12 +27,13 @@ class SimulatedBoard {
   /// Plugs a chip in, without power before: it is not in ISP mode. Flash contents stay.
   void Connect(ConnectedChip chip);
   ConnectedChip Connected() const { return connected_; }
-  /// The VSK chip that is plugged in; null when there is none.
-  VskChip* ConnectedVsk();
+  /// The chip that is plugged in; null when there is none.
+  SimulatedChip* Chip();
 
   Faults faults;
   VskChip vsk830;
   VskChip vsk630;
+  Rtd2120Chip rtd2120;
 
   WireDecoder wire;
   Cable cable;

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "image/crc16.h"
+#include "image/hex_number.h"
 
 namespace simulator {
 namespace {
@@ -26,6 +27,12 @@ enum Command : std::uint8_t {
 VskChip::VskChip(VskIdentity identity, int banks, const Faults& faults)
     : identity_(std::move(identity)), faults_(faults) {
   for (int bank = 0; bank < banks; ++bank) banks_.emplace_back(bank, faults);
+}
+
+std::string VskChip::EntryText() const {
+  std::string text = "address " + fileop::HexByte(identity_.address) + ", codes";
+  for (const std::uint8_t code : identity_.codes) text += " " + fileop::HexByte(code);
+  return text;
 }
 
 void VskChip::OnUnplugged() {

@@ -6,7 +6,7 @@
 
 #include "simulator/faults.h"
 #include "simulator/flash.h"
-#include "simulator/i2c_target.h"
+#include "simulator/simulated_chip.h"
 
 namespace simulator {
 
@@ -24,14 +24,14 @@ struct VskIdentity {
 ///   S C 00 p P          selects a page; S A 00 Sr A|01 [256 bytes] P reads it
 ///   S C 48              leaves ISP mode at once
 ///   S 97 [5 bytes] P    the last two bytes are the CRC
-class VskChip final : public I2cTarget {
+class VskChip final : public SimulatedChip {
  public:
   VskChip(VskIdentity identity, int banks, const Faults& faults);
 
-  const VskIdentity& Identity() const { return identity_; }
-  bool InIspMode() const { return ispMode_; }
-  int Banks() const { return static_cast<int>(banks_.size()); }
-  const Flash& Bank(int bank) const { return banks_[static_cast<std::size_t>(bank)]; }
+  std::string EntryText() const override;
+  bool InIspMode() const override { return ispMode_; }
+  int Banks() const override { return static_cast<int>(banks_.size()); }
+  const Flash& Bank(int bank) const override { return banks_[static_cast<std::size_t>(bank)]; }
 
   void OnStart() override;
   void OnStop() override;

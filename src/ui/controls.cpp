@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QStyle>
 #include <QStyleFactory>
@@ -94,6 +95,19 @@ OptionButton* AddOption(QGroupBox* frame, const char* name, const QString& capti
 QLineEdit* AddTextBox(QWidget* parent, const char* name, const QString& accessibleName,
                       const Twips& at) {
   return Named(new QLineEdit(parent), name, accessibleName, at);
+}
+
+QAction* AddMenuItem(QMenu* menu, const char* name, const QString& caption, const char* shortcut,
+                     const std::function<void()>& action) {
+  QAction* item = menu->addAction(caption);
+  item->setObjectName(QLatin1String(name));
+  item->setShortcut(QKeySequence(QLatin1String(shortcut)));
+  item->setEnabled(action != nullptr);
+  if (action == nullptr) return item;
+  QWidget* window = menu;
+  while (window->parentWidget() != nullptr) window = window->parentWidget();
+  QObject::connect(item, &QAction::triggered, window, Guarded(window, action));
+  return item;
 }
 
 void ReportFailure(QWidget* window, const char* reason) {

@@ -45,6 +45,13 @@ OptionButton* AddOption(QGroupBox* frame, const char* name, const QString& capti
 QLineEdit* AddTextBox(QWidget* parent, const char* name, const QString& accessibleName,
                       const Twips& at);
 
+class QAction;
+class QMenu;
+
+/// Adds an entry to a menu. Without an action it is unavailable: greyed.
+QAction* AddMenuItem(QMenu* menu, const char* name, const QString& caption,
+                     const char* shortcut = "", const std::function<void()>& action = nullptr);
+
 /// Tells the operator why an action ended; the program goes on.
 void ReportFailure(QWidget* window, const char* reason);
 

@@ -10,7 +10,7 @@
 
 Main::Main(const Directories& directories, IicPort& port, PortConfig& portConfig,
            tongxun::BusTiming& timing, tongxun::CodeBuffers& buffers, tongxun::IspFrames& frames,
-           IspOperations& isp, VskWriter& vskWriter)
+           IspOperations& isp, VskWriter& vskWriter, RtdWriter& rtdWriter)
     : directories_(directories),
       port_(port),
       portConfig_(portConfig),
@@ -18,7 +18,8 @@ Main::Main(const Directories& directories, IicPort& port, PortConfig& portConfig
       buffers_(buffers),
       frames_(frames),
       isp_(isp),
-      vskWriter_(vskWriter) {
+      vskWriter_(vskWriter),
+      rtdWriter_(rtdWriter) {
   setObjectName(QStringLiteral("Main"));
   setWindowTitle(QStringLiteral("Main"));
   FixClientArea(this, 3360, 4305);
@@ -36,11 +37,10 @@ void Main::CreateButtons() {
   const auto addButton = [this](const char* name, const char* caption, int topTwips, auto action) {
     QPushButton* button = AddButton(this, name, QLatin1String(caption), {600, topTwips, 2175, 615});
     connect(button, &QPushButton::clicked, this, Guarded(this, action));
-    return button;
   };
   addButton("Command1", "VSK830V", 480, [this] { OpenVskWriter(VskChip::Vsk830); });
   addButton("Command2", "VSK630V", 1440, [this] { OpenVskWriter(VskChip::Vsk630); });
-  addButton("Command3", "RTD2120", 2400, [] {})->setEnabled(false);
+  addButton("Command3", "RTD2120", 2400, [this] { OpenRtdWriter(); });
   addButton("Command4", "EXIT", 3360, [] { QCoreApplication::exit(); });
 }
 
@@ -53,6 +53,7 @@ void Main::StartUp() {
   portConfig_.LoadPortConfig(initial / "InitPort.csv", turn);
   portConfig_.LoadCurrentBoard(initial / "CurrIspBoard.csv", turn);
   Init830And630();
+  InitRTD2120();
 }
 
 void Main::Init830And630() {
@@ -68,6 +69,11 @@ void Main::Init830And630() {
   buffers_.CodeLoaded = false;
   vskWriter_.LoadPageView = false;
   vskWriter_.ReadPageView = false;
+}
+
+void Main::InitRTD2120() {
+  buffers_.Bank1Loaded = false;
+  buffers_.Bank2Loaded = false;
 }
 
 void Main::check_file() {
@@ -91,12 +97,26 @@ void Main::CreateForm1() {
 }
 
 void Main::OpenVskWriter(VskChip chip) {
+  if (WriterState == OpenWriter::Rtd2120) rtdWrite_->close();
   if (WriterState != OpenWriter::Vsk) {
     if (!form1_) CreateForm1();
     form1_->show();
   }
   form1_->SelectChip(chip);
   WriterState = OpenWriter::Vsk;
+}
+
+void Main::OpenRtdWriter() {
+  if (WriterState == OpenWriter::Rtd2120) return;
+  if (WriterState == OpenWriter::Vsk) form1_->close();
+  rtdWrite_ = std::make_unique<RTD2120Write>(
+      rtdWriter_, buffers_, directories_.programFolder, [this] { ShowSettings(); },
+      [this] {
+        WriterState = OpenWriter::None;
+        rtdWrite_.release()->deleteLater();
+      });
+  rtdWrite_->show();
+  WriterState = OpenWriter::Rtd2120;
 }
 
 void Main::ShowSettings() {

@@ -9,6 +9,8 @@
 #include "bus/port_config.h"
 #include "image/code_buffers.h"
 #include "platform/directories.h"
+#include "rtd2120/rtd_writer.h"
+#include "ui/rtd_writer_window.h"
 #include "ui/security_window.h"
 #include "ui/settings_window.h"
 #include "ui/vsk_writer_window.h"
@@ -25,7 +27,7 @@ class Main final : public QWidget {
   /// Runs the whole start-up, which holds the thread for about a second; shows no launcher yet.
   Main(const Directories& directories, IicPort& port, PortConfig& portConfig,
        tongxun::BusTiming& timing, tongxun::CodeBuffers& buffers, tongxun::IspFrames& frames,
-       IspOperations& isp, VskWriter& vskWriter);
+       IspOperations& isp, VskWriter& vskWriter, RtdWriter& rtdWriter);
   ~Main() override;
 
   OpenWriter WriterState = OpenWriter::None;
@@ -37,9 +39,11 @@ class Main final : public QWidget {
   void CreateButtons();
   void StartUp();
   void Init830And630();
+  void InitRTD2120();
   void check_file();
   void CreateForm1();
   void OpenVskWriter(VskChip chip);
+  void OpenRtdWriter();
   void ShowSettings();
 
   const Directories& directories_;
@@ -50,8 +54,10 @@ class Main final : public QWidget {
   tongxun::IspFrames& frames_;
   IspOperations& isp_;
   VskWriter& vskWriter_;
+  RtdWriter& rtdWriter_;
 
   std::unique_ptr<Form1> form1_;  // hidden from start-up until the launcher shows it
   std::unique_ptr<Form2> form2_;
+  std::unique_ptr<RTD2120Write> rtdWrite_;
   std::unique_ptr<Form3> form3_;
 };

@@ -10,18 +10,6 @@
 
 namespace {
 
-QAction* AddItem(QMenu* menu, const char* name, const QString& caption, const char* shortcut) {
-  QAction* item = menu->addAction(caption);
-  item->setObjectName(QLatin1String(name));
-  item->setShortcut(QKeySequence(QLatin1String(shortcut)));
-  return item;
-}
-
-void AddUnavailableItem(QMenu* menu, const char* name, const QString& caption,
-                        const char* shortcut = "") {
-  AddItem(menu, name, caption, shortcut)->setEnabled(false);
-}
-
 QMenu* Named(QMenu* menu, const char* name) {
   menu->setObjectName(QLatin1String(name));
   return menu;
@@ -79,39 +67,34 @@ void Form1::CreateMenus() {
   CreateFileMenu();
   CreateActionMenu();
   QMenu* help = Named(menuBar()->addMenu(QStringLiteral("&Help")), "Help");
-  QAction* about = AddItem(help, "about", QStringLiteral("&About"), "Ctrl+A");
-  connect(about, &QAction::triggered, this, Guarded(this, [this] { settingsAsked_(); }));
+  AddMenuItem(help, "about", QStringLiteral("&About"), "Ctrl+A", [this] { settingsAsked_(); });
 }
 
 void Form1::CreateFileMenu() {
   QMenu* file = Named(menuBar()->addMenu(QStringLiteral("File")), "File");
   QMenu* load = Named(file->addMenu(QStringLiteral("&Load File")), "Load_File");
-  lcf_ = AddItem(load, "Lcf", QStringLiteral("Load Compress File"), "");
-  lnf_ = AddItem(load, "Lnf", QStringLiteral("Load Normal File"), "");
-  connect(lnf_, &QAction::triggered, this, Guarded(this, [this] { LoadFile(); }));
+  AddMenuItem(load, "Lcf", QStringLiteral("Load Compress File"));
+  AddMenuItem(load, "Lnf", QStringLiteral("Load Normal File"), "", [this] { LoadFile(); });
 
   QMenu* save = Named(file->addMenu(QStringLiteral("&Save File")), "Save_f");
-  AddUnavailableItem(save, "S_tbf", QStringLiteral("Save Text Bin File"));
-  AddUnavailableItem(save, "S_bf", QStringLiteral("Save Bin File"));
-  AddUnavailableItem(save, "S_mf", QStringLiteral("Save Mi File"));
+  AddMenuItem(save, "S_tbf", QStringLiteral("Save Text Bin File"));
+  AddMenuItem(save, "S_bf", QStringLiteral("Save Bin File"));
+  AddMenuItem(save, "S_mf", QStringLiteral("Save Mi File"));
 
-  QAction* exit = AddItem(file, "Exit", QStringLiteral("E&xit"), "Ctrl+X");
-  connect(exit, &QAction::triggered, this, Guarded(this, [this] { ExitChosen(); }));
+  AddMenuItem(file, "Exit", QStringLiteral("E&xit"), "Ctrl+X", [this] { ExitChosen(); });
 }
 
 void Form1::CreateActionMenu() {
   QMenu* action = Named(menuBar()->addMenu(QStringLiteral("Action")), "Action");
-  const auto addCommand = [&](const char* name, const QString& caption, const char* shortcut,
-                              IspOperation operation) {
-    QAction* item = AddItem(action, name, caption, shortcut);
-    connect(item, &QAction::triggered, this,
-            Guarded(this, [this, operation] { writer_.RunFromMenu(operation, *this); }));
+  const auto run = [this](IspOperation operation) {
+    return [this, operation] { writer_.RunFromMenu(operation, *this); };
   };
-  AddUnavailableItem(action, "Page_Erase", QStringLiteral("Page &Erase"), "Ctrl+E");
-  addCommand("Blank_Entire", QStringLiteral("Erase all"), "Ctrl+B", IspOperation::EraseAll);
-  addCommand("Program", QStringLiteral("&Program"), "Ctrl+P", IspOperation::Program);
-  AddUnavailableItem(action, "Page_Read_code", QStringLiteral("Page &Read"), "Ctrl+R");
-  AddUnavailableItem(action, "Show_Load_Code", QStringLiteral("&Page Load"), "Ctrl+S");
+  AddMenuItem(action, "Page_Erase", QStringLiteral("Page &Erase"), "Ctrl+E");
+  AddMenuItem(action, "Blank_Entire", QStringLiteral("Erase all"), "Ctrl+B",
+              run(IspOperation::EraseAll));
+  AddMenuItem(action, "Program", QStringLiteral("&Program"), "Ctrl+P", run(IspOperation::Program));
+  AddMenuItem(action, "Page_Read_code", QStringLiteral("Page &Read"), "Ctrl+R");
+  AddMenuItem(action, "Show_Load_Code", QStringLiteral("&Page Load"), "Ctrl+S");
 }
 
 void Form1::CreateOperationOptions(QWidget* client) {
@@ -191,8 +174,8 @@ void Form1::SelectChip(VskChip chip) {
   // what is selected runs no action.
   isp_.ChipSelect = chip;
   (chip == VskChip::Vsk830 ? option1_ : option2_)->setChecked(true);
-  lcf_->setEnabled(false);
-  lnf_->setEnabled(true);
+  findChild<QAction*>(QStringLiteral("Lcf"))->setEnabled(false);
+  findChild<QAction*>(QStringLiteral("Lnf"))->setEnabled(true);
 }
 
 void Form1::LoadFile() { writer_.Load(*this); }

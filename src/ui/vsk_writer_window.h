@@ -71,9 +71,7 @@ class Form1 final : public QMainWindow, private IspView, private VskLoadView {
   const std::function<void()> settingsAsked_;
   const std::function<void()> closed_;
 
-  PrintSurface* surface_;  // the client area
-  QAction* lcf_ = nullptr;
-  QAction* lnf_ = nullptr;
+  PrintSurface* surface_;            // the client area
   OptionButton* option1_ = nullptr;  // VSK830
   OptionButton* option2_ = nullptr;  // VSK630
   OptionButton* option5_ = nullptr;  // quit isp mode

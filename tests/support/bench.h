@@ -69,7 +69,7 @@ struct Bench {
     return lines;
   }
 
-  FakeTicks ticks{100};
+  FakeTicks ticks{4};
   simulator::SimulatedBoard board;
   simulator::FrameLog log;
   Tool tool;

@@ -38,8 +38,9 @@ struct Desk {
   }
 
   void Start() {
-    launcher = std::make_unique<Main>(tool.directories, tool.port, tool.portConfig, tool.timing,
-                                      tool.buffers, tool.frames, tool.isp, tool.vskWriter);
+    launcher =
+        std::make_unique<Main>(tool.directories, tool.port, tool.portConfig, tool.timing,
+                               tool.buffers, tool.frames, tool.isp, tool.vskWriter, tool.rtdWriter);
     launcher->show();
   }
 

@@ -66,6 +66,7 @@ QWidget* BoardWindow::CreateState() {
   chip_->addItem(QStringLiteral("nothing"), static_cast<int>(ConnectedChip::None));
   chip_->addItem(QStringLiteral("VSK830"), static_cast<int>(ConnectedChip::Vsk830));
   chip_->addItem(QStringLiteral("VSK630"), static_cast<int>(ConnectedChip::Vsk630));
+  chip_->addItem(QStringLiteral("RTD2120"), static_cast<int>(ConnectedChip::Rtd2120));
   chip_->setCurrentIndex(chip_->findData(static_cast<int>(board_.Connected())));
   connect(chip_, &QComboBox::currentIndexChanged, this, [this] {
     board_.Connect(static_cast<ConnectedChip>(chip_->currentData().toInt()));
@@ -103,7 +104,7 @@ void BoardWindow::ToggleRecording(bool on) {
 void BoardWindow::ShowChip() {
   flashTabs_.clear();
   while (flashes_->count() > 0) delete flashes_->widget(0);
-  const VskChip* chip = board_.ConnectedVsk();
+  const SimulatedChip* chip = board_.Chip();
   for (int bank = 0; chip != nullptr && bank < chip->Banks(); ++bank) {
     auto* view = new QPlainTextEdit;
     view->setObjectName(QStringLiteral("Flash%1").arg(bank));
@@ -121,17 +122,9 @@ void BoardWindow::ShowChip() {
 }
 
 void BoardWindow::Refresh() {
-  const VskChip* chip = board_.ConnectedVsk();
-  QString identity = QStringLiteral("-");
-  if (chip != nullptr) {
-    identity = QStringLiteral("address ") +
-               QString::fromStdString(fileop::HexByte(chip->Identity().address)) +
-               QStringLiteral(", codes");
-    for (const std::uint8_t code : chip->Identity().codes) {
-      identity += QLatin1Char(' ') + QString::fromStdString(fileop::HexByte(code));
-    }
-  }
-  identity_->setText(identity);
+  const SimulatedChip* chip = board_.Chip();
+  identity_->setText(chip == nullptr ? QStringLiteral("-")
+                                     : QString::fromStdString(chip->EntryText()));
   ispMode_->setText(chip == nullptr     ? QStringLiteral("-")
                     : chip->InIspMode() ? QStringLiteral("yes")
                                         : QStringLiteral("no"));

@@ -1,0 +1,100 @@
+// The RTD2120's ISP protocol on the bus. Clocks every bit itself from the line operations and the
+// bit delays; knows registers, but nothing of erasing or programming.
+//
+// A write keeps SCL high after each acknowledge clock; a missing acknowledge does not stop it.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <span>
+
+#include "bus/bus_timing.h"
+#include "bus/iic_port.h"
+
+namespace tongxun2120 {
+
+/// Address bytes, in their write form.
+inline constexpr int kIspSlave = 0x94;   // ISP registers
+inline constexpr int kAddrSlave = 0x96;  // address registers, written only
+
+/// Registers of the ISP slave.
+inline constexpr int kIspControl = 0x90;
+inline constexpr int kIspEntry = 0x36;
+inline constexpr int kPageData = 0x94;
+inline constexpr int kCrcControl = 0xA2;
+inline constexpr int kCrcResult = 0xA3;
+
+/// Values of the ISP control register.
+inline constexpr int kFirstBank = 0x40;
+inline constexpr int kSecondBank = 0x60;
+inline constexpr int kErase = 0xC0;
+inline constexpr int kLeave = 0x00;
+
+/// Flags of a write: which conditions frame it.
+inline constexpr int kWithStart = 1;
+inline constexpr int kWithStop = 2;
+
+inline constexpr int kDone = 0;
+inline constexpr int kNotAcknowledged = 1;
+
+class RtdLink {
+ public:
+  static constexpr std::size_t kPageRows = 257;     // 256 pages and one spare
+  static constexpr std::size_t kPageColumns = 259;  // address, register, 256 data bytes, one spare
+
+  RtdLink(IicPort& port, tongxun::BusTiming& timing) : port_(port), timing_(timing) {}
+
+  std::array<std::int16_t, 21> RtdTxBuf{};  // one write as it goes out: address, register, data
+  std::array<std::int16_t, 21> RtdRxBuf{};  // bytes of one read; unchanged by a refused one
+  std::array<std::int16_t, 8> RtdRxBits{};  // the byte being received, most significant bit first
+  /// Row g is the whole transaction that writes page g.
+  std::array<std::array<std::uint8_t, kPageColumns>, kPageRows> RtdPageTable{};
+  std::int16_t RtdPageIndex = 0;  // the row that `RtdWritePage` sends
+  std::int32_t RtdPollCount = 0;  // of `RtdWaitBitsClear`
+
+  /// S address&FE register Sr address|01 [count bytes] N P     count 0..21
+  /// `kNotAcknowledged` when the address or the register byte was refused: no STOP then.
+  int RtdReadRegisters(int address, int registerNumber, int count);
+  /// [S] RtdTxBuf[0..count-1] [P]     The result is the last byte's acknowledge.
+  int RtdWriteBytes(int count, int flags);
+  /// The same with the row `RtdPageIndex` of the page table, waiting longer for each acknowledge.
+  int RtdWritePage(int count, int flags);
+
+  /// S 94 register value P
+  void WriteRegister(int registerNumber, int value);
+  /// S 96 register high low P
+  void WriteAddress(int registerNumber, int high, int low);
+  /// Reads one register of the ISP slave into `RtdRxBuf[0]`. False when it was not acknowledged.
+  bool ReadStatus(int registerNumber);
+
+  /// True once the bits of `mask` read 0 in a register of the ISP slave; false after 5,003 reads.
+  /// A read that was not acknowledged counts as busy.
+  bool RtdWaitBitsClear(int registerNumber, int mask);
+
+  /// S 94 90 40 P, S 94 36 00 P, S 94 90 Sr 95 [40] N P
+  /// True when the chip is in ISP mode and answers.
+  bool RtdEnterIsp();
+  /// S 94 90 00 P
+  void RtdLeaveIsp();
+
+ private:
+  void Start();
+  void RepeatedStart();
+  void TakeLinesLow();
+  void FinishStop();
+  void SendByte(int byte);
+  bool SampleAcknowledge(int delays);
+  int ReceiveByte();
+  template <typename Cell>
+  int Write(std::span<const Cell> bytes, int flags, int acknowledgeDelays);
+
+  IicPort& port_;
+  tongxun::BusTiming& timing_;
+};
+
+/// True when bit k of the byte is 1, k = 0 being the most significant; false for k outside 0..7.
+bool RtdTestBit(int value, int k);
+/// The byte whose bits are given, most significant first.
+int RtdBitsToByte(std::span<const std::int16_t, 8> bits);
+
+}  // namespace tongxun2120

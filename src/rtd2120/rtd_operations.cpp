@@ -1,0 +1,157 @@
+#include "rtd2120/rtd_operations.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "image/hex_number.h"
+#include "rtd2120/crc8.h"
+
+namespace tongxun2120 {
+namespace {
+
+constexpr std::size_t kPageBytes = 256;
+constexpr std::size_t kFirstData = 2;  // column, behind address and register
+constexpr int kPageTransfer = 258;     // address, register, data
+
+/// Registers of the address slave.
+constexpr int kStartAddress = 0x92;
+constexpr int kCrcEndAddress = 0xA0;
+
+/// Status bits of the ISP control register.
+constexpr int kErasing = 0x80;
+constexpr int kProgramming = 0x10;
+constexpr int kSettingCrcRange = 0x08;
+/// Bits of the CRC control register.
+constexpr int kCrcRequest = 0x80;
+constexpr int kCrcRunning = 0x80;
+constexpr int kCrcDone = 0x40;
+
+constexpr std::uint32_t kLongestWait_ms = 10'000;
+
+std::string BankText(Bank bank) {
+  return bank == Bank::First ? "Program BANK 1  " : "Program BANK 2  ";
+}
+
+}  // namespace
+
+void RtdOperations::RtdBuildPages(std::int32_t maximum) {
+  for (std::size_t page = 0; page < 256; ++page) {
+    auto& row = link_.RtdPageTable[page];
+    row[0] = kIspSlave;
+    row[1] = kPageData;
+    std::fill_n(row.begin() + kFirstData, kPageBytes, std::uint8_t{0xFF});
+  }
+  const auto last = static_cast<std::size_t>(std::clamp(maximum, 0, 0xFFFF));
+  for (std::size_t a = 0; a <= last; ++a) {
+    link_.RtdPageTable[a / kPageBytes][kFirstData + a % kPageBytes] = buffers_.RtdLoadBuffer[a];
+  }
+}
+
+int RtdOperations::RtdCalcCrc(RtdView& view) {
+  std::uint8_t crc = 0;
+  for (std::size_t a = 0; a <= static_cast<std::size_t>(RtdMaxAddr); ++a) {
+    crc = Crc8Byte(crc, link_.RtdPageTable[a / kPageBytes][kFirstData + a % kPageBytes]);
+  }
+  AppendLine(view, "Calculate CRC   0x" + HexText(crc));
+  return crc;
+}
+
+/// Repeats `test` until it holds. False when it did not within 10 s of the tick counter.
+template <typename Test>
+bool RtdOperations::WaitUntil(Test test) {
+  const std::uint32_t begin = ticks_.GetTickCount();
+  while (!test()) {
+    if (ticks_.GetTickCount() - begin >= kLongestWait_ms) return false;
+  }
+  return true;
+}
+
+bool RtdOperations::WaitForControlBit(int mask) {
+  return WaitUntil(
+      [&] { return link_.ReadStatus(kIspControl) && (link_.RtdRxBuf[0] & mask) == 0; });
+}
+
+/// Done when the running bit is 0, or when a read that follows one that was running shows done.
+bool RtdOperations::WaitForCrc() {
+  bool wasRunning = false;
+  return WaitUntil([&] {
+    if (!link_.ReadStatus(kCrcControl)) return false;
+    const int status = link_.RtdRxBuf[0];
+    if (wasRunning && (status & kCrcDone) != 0) return true;
+    wasRunning = (status & kCrcRunning) != 0;
+    return !wasRunning;
+  });
+}
+
+// S 94 90 40|60 P
+void RtdOperations::SelectBank(Bank bank) {
+  link_.WriteRegister(kIspControl, bank == Bank::First ? kFirstBank : kSecondBank);
+}
+
+// bank; S 96 92 00 00 P; S 96 A0 high low P; [90] until bit 3 is 0; S 94 A2 80 P; [A2]..; [A3]
+std::optional<int> RtdOperations::RtdReadCrc(Bank bank, RtdView& view) {
+  SelectBank(bank);
+  link_.WriteAddress(kStartAddress, 0x00, 0x00);
+  link_.WriteAddress(kCrcEndAddress, EndHigh(), EndLow());
+  bool answered = WaitForControlBit(kSettingCrcRange);
+  if (answered) {
+    link_.WriteRegister(kCrcControl, kCrcRequest);
+    answered = WaitForCrc() && link_.ReadStatus(kCrcResult);
+  }
+  if (!answered) {
+    AppendLinkError(view);
+    return std::nullopt;
+  }
+  const int crc = link_.RtdRxBuf[0];
+  AppendLine(view, "Read CRC         0x" + HexText(crc));
+  return crc;
+}
+
+// S 94 90 C0 P; [90] until bit 7 is 0
+bool RtdOperations::RtdEraseChip(RtdView& view) {
+  link_.WriteRegister(kIspControl, kErase);
+  if (!WaitForControlBit(kErasing)) {
+    AppendLinkError(view);
+    return false;
+  }
+  AppendLine(view, "Erase MCU OK.");
+  return true;
+}
+
+// bank; per page: S 96 92 page 00 P; S 94 94 data.. P; [90] until bit 4 is 0
+void RtdOperations::RtdProgramBank(Bank bank, RtdView& view) {
+  RtdStatusBase = view.StatusText();
+  SelectBank(bank);
+  const int pages = EndHigh() + 1;
+  for (int page = 0; page < pages; ++page) {
+    link_.RtdPageIndex = static_cast<std::int16_t>(page);
+    link_.WriteAddress(kStartAddress, page, 0x00);
+    link_.RtdWritePage(kPageTransfer, kWithStart | kWithStop);
+
+    const auto percent = static_cast<int>(std::nearbyint(page * 100.0 / pages)) + 1;
+    view.SetStatusText(RtdStatusBase + BankText(bank) + " " + std::to_string(percent) + " %");
+    view.RefreshStatus();
+    if (!link_.RtdWaitBitsClear(kIspControl, kProgramming)) return AppendLinkError(view);
+  }
+  view.SetStatusText(RtdStatusBase + BankText(bank) + " 100 %\r\n");
+  view.RefreshStatus();
+}
+
+}  // namespace tongxun2120
+
+void AppendLine(RtdView& view, std::string_view message) {
+  view.SetStatusText(view.StatusText() + std::string(message) + "\r\n");
+  view.RefreshStatus();
+}
+
+void AppendRedLine(RtdView& view, std::string_view message) {
+  view.SetStatusText(view.StatusText() + std::string(message) + "\r\n");
+  view.SetStatusRed(true);
+  view.RefreshStatus();
+}
+
+void AppendLinkError(RtdView& view) {
+  view.SetStatusText(view.StatusText() + "MCU link error");
+  view.SetStatusRed(true);
+  view.RefreshStatus();
+}

@@ -1,0 +1,122 @@
+// The link's sequences of line operations and delays, edge by edge.
+#include "rtd2120/rtd_link.h"
+
+#include <gtest/gtest.h>
+
+#include "support/fake_ticks.h"
+#include "support/recording_port.h"
+
+namespace {
+
+/// One bit delay is 1 step, one byte delay 11 steps.
+struct RtdLinkTest : testing::Test {
+  FakeTicks ticks;
+  LineTrace lines;
+  IicPort port{lines};
+  tongxun::BusTiming timing{ticks};
+  std::unique_ptr<tongxun2120::RtdLink> link = std::make_unique<tongxun2120::RtdLink>(port, timing);
+
+  RtdLinkTest() {
+    port.BoardTable[0] = TraceBoard();
+    port.InitPortShadows();
+    timing.BitDelayCount = 2;
+    timing.ByteDelayCount = 12;
+    lines.Watch(timing);
+  }
+
+  /// The eight data clocks of a byte and the acknowledge clock up to where it is sampled.
+  static std::string Sent(int byte, const std::string& wait = ".1") {
+    std::string text;
+    for (int bit = 7; bit >= 0; --bit) {
+      text += std::string(".1 C0 .1 D") + ((byte >> bit & 1) != 0 ? "1" : "0") + " .1 C1 ";
+    }
+    return text + ".1 C0 .1 D1 .1 C1 " + wait + " ";
+  }
+  /// The samples of `count` acknowledged bytes, and of one more line that is low.
+  void Acknowledge(int count) {
+    for (int i = 0; i < count; ++i) lines.sdaLow.push_back(true);
+  }
+};
+
+const std::string kIdle = "D1 C1 ";
+const std::string kStart = ".1 D0 .1 C0 ";
+
+TEST_F(RtdLinkTest, RegisterWrite) {
+  Acknowledge(4);
+  link->WriteRegister(0x90, 0x40);
+  EXPECT_EQ(lines.Take(), kIdle + kStart + Sent(0x94) + "? " + Sent(0x90) + "? " + Sent(0x40) +
+                              "? .12 C0 .1 D0 ? .1 C1 .1 D1");
+}
+
+TEST_F(RtdLinkTest, AWriteGoesOnWithoutAcknowledgesAndKeepsAStopThatDoesNotTake) {
+  link->RtdTxBuf = {0x94, 0x36};
+  EXPECT_EQ(link->RtdWriteBytes(2, 3), 1);
+  EXPECT_EQ(lines.Take(), kIdle + kStart + Sent(0x94) + "? " + Sent(0x36) + "? .12 C0 .1 D0 ?");
+  lines.sdaLow = {false, true, true};
+  EXPECT_EQ(link->RtdWriteBytes(2, 3), 0) << "only the last byte's acknowledge counts";
+  lines.Take();
+  Acknowledge(1);
+  EXPECT_EQ(link->RtdWriteBytes(0, 3), 0);
+  EXPECT_EQ(lines.Take(), kIdle + kStart + ".12 C0 .1 D0 ? .1 C1 .1 D1");
+  EXPECT_EQ(link->RtdWriteBytes(0, 0), 0);
+  EXPECT_EQ(lines.Take(), kIdle + ".11");
+}
+
+TEST_F(RtdLinkTest, RegisterRead) {
+  Acknowledge(2);
+  for (const bool low : {true, false, true, true, true, true, true, true}) {
+    lines.sdaLow.push_back(low);
+  }
+  EXPECT_EQ(link->RtdReadRegisters(0x95, 0x90, 1), 0);
+  EXPECT_EQ(link->RtdRxBuf[0], 0x40);
+  std::string bits;
+  for (int i = 0; i < 7; ++i) bits += "C0 .1 C1 .1 ? .1 ";
+  EXPECT_EQ(lines.Take(), kIdle + kStart + Sent(0x94) + "? " + Sent(0x90) +
+                              "? .1 C0 .1 C1 .1 D1 .1 D0 .1 C0 " + Sent(0x95) + "D1 " + bits +
+                              "C0 .1 C1 .1 ? .2 C0 .1 C1 .2 C0 .1 D0 .1 C1 .1 D1");
+}
+
+TEST_F(RtdLinkTest, ALongerReadAcknowledgesAllButTheLastByte) {
+  Acknowledge(2);
+  EXPECT_EQ(link->RtdReadRegisters(0x94, 0x90, 2), 0);
+  std::string bits;
+  for (int i = 0; i < 7; ++i) bits += "C0 .1 C1 .1 ? .1 ";
+  bits += "C0 .1 C1 .1 ? .2 ";
+  const std::string trace = lines.Take();
+  EXPECT_NE(trace.find("D1 " + bits + "C0 .1 D0 .1 C1 .2 C0 D1 " + bits + "C0 .1 C1 .2 "),
+            std::string::npos)
+      << trace;
+  EXPECT_EQ(link->RtdRxBuf[1], 0xFF);
+  Acknowledge(2);
+  link->RtdRxBuf[0] = 5;
+  EXPECT_EQ(link->RtdReadRegisters(0x94, 0x90, 0), 0);
+  EXPECT_EQ(link->RtdRxBuf[0], 5);
+}
+
+TEST_F(RtdLinkTest, ARefusedReadEndsAtOnceWithBothLinesHigh) {
+  link->RtdRxBuf[0] = 5;
+  EXPECT_EQ(link->RtdReadRegisters(0x94, 0x90, 1), 1);
+  EXPECT_EQ(lines.Take(), kIdle + kStart + Sent(0x94) + "?");
+  lines.sdaLow = {true, false};
+  EXPECT_EQ(link->RtdReadRegisters(0x94, 0x90, 1), 1);
+  EXPECT_EQ(lines.Take(), kIdle + kStart + Sent(0x94) + "? " + Sent(0x90) + "?");
+  EXPECT_EQ(link->RtdRxBuf[0], 5);
+}
+
+TEST_F(RtdLinkTest, PageWriteWaitsLongerForEachAcknowledge) {
+  link->RtdPageIndex = 3;
+  link->RtdPageTable[3] = {0x94, 0x94, 0xA5};
+  Acknowledge(4);
+  EXPECT_EQ(link->RtdWritePage(3, 3), 0);
+  EXPECT_EQ(lines.Take(), kIdle + kStart + Sent(0x94, ".3") + "? " + Sent(0x94, ".3") + "? " +
+                              Sent(0xA5, ".3") + "? .12 C0 .1 D0 ? .1 C1 .1 D1");
+}
+
+TEST(RtdBits, MostSignificantFirst) {
+  EXPECT_TRUE(tongxun2120::RtdTestBit(0x80, 0));
+  EXPECT_TRUE(tongxun2120::RtdTestBit(0x01, 7));
+  EXPECT_FALSE(tongxun2120::RtdTestBit(0xFF, 8));
+  EXPECT_FALSE(tongxun2120::RtdTestBit(0xFF, -1));
+}
+
+}  // namespace

@@ -1,0 +1,110 @@
+// The RTD2120 writer window, and the launcher with two writers.
+#include "ui/window_test.h"
+
+class RtdWriterWindowTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void init() {
+    desk_ = std::make_unique<Desk>();
+    desk_->board.Connect(simulator::ConnectedChip::Rtd2120);
+    desk_->Start();
+    Desk::Press("Main", "Command3");
+  }
+  void cleanup() { desk_.reset(); }
+
+  void writesBothSampleBanks() {
+    const QString folder = QStringLiteral(SOURCE_FOLDER "/samples/rtd2120/");
+    ChooseFile(folder + "panel-bank1.hex");
+    Desk::Press("RTD2120Write", "Com64K");
+    ChooseFile(folder + "panel-bank2.hex");
+    Desk::Press("RTD2120Write", "Com64_96K");
+    const auto& b = desk_->tool.buffers;
+    QCOMPARE(Desk::Text("RTD2120Write", "Bank2File"), folder + "panel-bank2.hex");
+    QCOMPARE(Desk::Text("RTD2120Write", "Bank2MaxAddr"), QString::number(b.Bank2Max));
+    QCOMPARE(Desk::Text("RTD2120Write", "Bank2CheckSum"),
+             QString::fromStdString(HexText(b.RtdBankSum)));
+    Desk::Press("RTD2120Write", "BothBank");
+    Desk::Press("RTD2120Write", "Run");
+    const QString status = Desk::Text("RTD2120Write", "WriteStatus");
+    QCOMPARE(status.count(QStringLiteral("CRC OK.")), 2);
+    for (int bank = 0; bank < 2; ++bank) {
+      const auto used = bank == 0 ? tongxun::UsedCells(b.RtdBank1Buffer, b.Bank1Max)
+                                  : tongxun::UsedCells(b.RtdBank2Buffer, b.Bank2Max);
+      QVERIFY(used.size() > 256);
+      QVERIFY(
+          std::equal(used.begin(), used.end(), desk_->board.rtd2120.Bank(bank).Cells().begin()));
+    }
+    Desk::Press("RTD2120Write", "EraseOp");
+    Desk::Press("RTD2120Write", "Run");
+    QCOMPARE(Desk::Text("RTD2120Write", "WriteStatus"), QStringLiteral("Erase MCU OK.\n"));
+    QVERIFY(desk_->board.rtd2120.InIspMode());
+  }
+
+  void errorsAreRedAndTheNextRunIsBlack() {
+    desk_->board.Connect(simulator::ConnectedChip::None);
+    Desk::Press("RTD2120Write", "Run");
+    QCOMPARE(Desk::Text("RTD2120Write", "WriteStatus"), QStringLiteral("MCU link error"));
+    QCOMPARE(Colour(), QColor(255, 0, 0));
+    desk_->board.Connect(simulator::ConnectedChip::Rtd2120);
+    QString said;
+    ConfirmMessage(said);
+    Desk::Press("RTD2120Write", "Run");
+    QCOMPARE(said, QStringLiteral("Please load code in Buffer 1"));
+    QCOMPARE(Colour(), QColor(0, 0, 0));
+    QVERIFY(!desk_->board.rtd2120.InIspMode());
+  }
+
+  void reopeningKeepsTheImagesAndResetsTheModes() {
+    desk_->tool.buffers.Bank1Loaded = true;
+    Desk::Press("RTD2120Write", "SecondBank");
+    Desk::Press("RTD2120Write", "EraseOp");
+    QCOMPARE(desk_->tool.rtdWriter.BankMode, RtdBankMode::Second);
+    Desk::Find<QAction>("RTD2120Write", "exit")->trigger();
+    QVERIFY(Desk::Window("RTD2120Write") == nullptr);
+    QCOMPARE(desk_->launcher->WriterState, OpenWriter::None);
+    Desk::Press("Main", "Command3");
+    QVERIFY(desk_->tool.buffers.Bank1Loaded);
+    QCOMPARE(Desk::Text("RTD2120Write", "Bank1File"), QString());
+    QCOMPARE(desk_->tool.rtdWriter.BankMode, RtdBankMode::First);
+    QCOMPARE(desk_->tool.rtdWriter.OperateMode, RtdOperateMode::Automatic);
+  }
+
+  void oneWriterAtATime() {
+    QCOMPARE(desk_->launcher->WriterState, OpenWriter::Rtd2120);
+    QWidget* writer = Desk::Window("RTD2120Write");
+    Desk::Press("Main", "Command3");
+    QCOMPARE(Desk::Window("RTD2120Write"), writer);
+    Desk::Press("Main", "Command2");
+    QVERIFY(Desk::Window("RTD2120Write") == nullptr);
+    QVERIFY(Desk::Window("Form1") != nullptr);
+    QCOMPARE(desk_->launcher->WriterState, OpenWriter::Vsk);
+    Desk::Press("Main", "Command3");
+    QVERIFY(Desk::Window("Form1") == nullptr);
+    QVERIFY(Desk::Window("RTD2120Write") != nullptr);
+    QCOMPARE(desk_->launcher->WriterState, OpenWriter::Rtd2120);
+    Desk::Window("RTD2120Write")->close();
+    Desk::Press("Main", "Command1");
+    QVERIFY(Desk::Window("Form1") != nullptr);
+    QVERIFY(Desk::Window("RTD2120Write") == nullptr);
+  }
+
+  void aboutOpensTheSettingsBesideAUsableWindow() {
+    Desk::Find<QAction>("RTD2120Write", "About")->trigger();
+    QVERIFY(Desk::Window("Form2") != nullptr);
+    Desk::Press("RTD2120Write", "BothBank");
+    QCOMPARE(desk_->tool.rtdWriter.BankMode, RtdBankMode::Both);
+  }
+
+ private:
+  static QColor Colour() {
+    return Desk::Find<QPlainTextEdit>("RTD2120Write", "WriteStatus")
+        ->palette()
+        .color(QPalette::Text);
+  }
+
+  std::unique_ptr<Desk> desk_;
+};
+
+QTEST_MAIN(RtdWriterWindowTest)
+#include "rtd_writer_window_test.moc"
