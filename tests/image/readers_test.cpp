@@ -178,7 +178,8 @@ TEST_F(ReadersTest, LoadVsk630TakesThePair) {
   view.file = folder.Write("Img.h00", kData + kEnd);
   folder.Write("Img.h01", ":0100050077FF\r\n" + kEnd);
   Load_Vsk630_NormalFile(*b, view);
-  EXPECT_FALSE(std::filesystem::exists(folder / "Img.H01"));
+  EXPECT_THAT(folder.Names(),
+              testing::UnorderedElementsAre("img.b00", "img.b01", "Img.h00", "Img.h01"));
   EXPECT_EQ(b->CodeBank0Max, 0x12);
   EXPECT_EQ(b->CodeBank0[0x12], 3);
   EXPECT_EQ(b->CodeBank1Max, 5);

@@ -1,17 +1,21 @@
 // A folder of its own for one test, removed with everything in it.
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <string>
+#include <vector>
 
 class TempFolder {
  public:
   TempFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "isp-writer-XXXXXX").string();
-    path_ = mkdtemp(pattern.data());
+    const std::filesystem::path parent = std::filesystem::temp_directory_path();
+    std::random_device random;
+    do {
+      path_ = parent / ("isp-writer-" + std::to_string(random()));
+    } while (!std::filesystem::create_directory(path_));  // false when the name is taken
   }
   ~TempFolder() { std::filesystem::remove_all(path_); }
   TempFolder(const TempFolder&) = delete;
@@ -29,6 +33,14 @@ class TempFolder {
   std::string Read(const std::string& name) const {
     std::ifstream file(path_ / name, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
+  }
+  /// What stands directly in the folder, in the spelling it was created with, in no order.
+  std::vector<std::string> Names() const {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(path_)) {
+      names.push_back(entry.path().filename().string());
+    }
+    return names;
   }
 
  private:

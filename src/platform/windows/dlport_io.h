@@ -1,0 +1,40 @@
+// The PC's I/O ports through the port driver library "dlportio.dll".
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <utility>
+
+#include "platform/port_io.h"
+
+/// Loads the library at the first port access, by its plain name: from the program's folder first,
+/// then along the system's search path. Holds it until destroyed. Port and value reach the library
+/// as they are, one call for each access.
+///
+/// When the library cannot be loaded or lacks an entry point, `report` is told so once, from within
+/// the first access. From then on there is no port: writes go nowhere, reads give 0xFF, and the
+/// library is let go.
+class DlPortIo final : public PortIo {
+ public:
+  explicit DlPortIo(PortProblem report) : report_(std::move(report)) {}
+  ~DlPortIo() override { Release(); }
+  DlPortIo(const DlPortIo&) = delete;
+  DlPortIo& operator=(const DlPortIo&) = delete;
+
+  void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) override;
+  std::uint8_t DlPortReadPortUchar(std::uint32_t port) override;
+
+ private:
+  using WriteEntry = void(__stdcall*)(std::uint32_t port, std::uint8_t value);
+  using ReadEntry = std::uint8_t(__stdcall*)(std::uint32_t port);
+
+  void LoadOnce();
+  std::string Bind();
+  void Release();
+
+  const PortProblem report_;
+  bool tried_ = false;
+  void* library_ = nullptr;
+  WriteEntry write_ = nullptr;  // both entry points, or neither
+  ReadEntry read_ = nullptr;
+};

@@ -1,0 +1,20 @@
+#include <gtest/gtest.h>
+
+#include "platform/files.h"
+#include "platform/tick_counter.h"
+
+TEST(LinuxFiles, DevicesAreNotRead) {
+  EXPECT_EQ(ReadFile("/dev/zero", 9).problem, "the file cannot be read: it is not a regular file");
+}
+
+TEST(LinuxTickCounter, AdvancesInStepsOf64ToTheSecond) {
+  const auto ticks = SystemTickCounter();
+  const std::uint32_t begin = ticks->GetTickCount();
+  std::uint32_t next = begin;
+  while (next == begin) next = ticks->GetTickCount();
+  const std::uint32_t first = next;
+  while (next == first) next = ticks->GetTickCount();
+  const std::uint32_t step = next - first;
+  // A thread that was not running in between sees several steps at once.
+  EXPECT_GE(step, 15U);
+}

@@ -1,0 +1,43 @@
+// A substitute for the port driver library that records its calls and serves one byte. Which of
+// these functions a library exports is said in its .def file.
+
+#include <cstdint>
+#include <cstdio>
+#include <string>
+
+namespace {
+
+std::string record;
+std::uint8_t served = 0;
+
+void Record(const char* format, unsigned port, unsigned value) {
+  char text[32];
+  std::snprintf(text, sizeof text, format, port, value);
+  record += text;
+}
+
+}  // namespace
+
+extern "C" {
+
+void __stdcall DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) {
+  Record("%X=%02X ", port, value);
+}
+
+std::uint8_t __stdcall DlPortReadPortUchar(std::uint32_t port) {
+  Record("%X?%02X ", port, served);
+  return served;
+}
+
+/// The calls since the last one: "port=value " for a write, "port?value " for a read, hexadecimal.
+/// Valid until the next call.
+const char* __stdcall TakeRecord() {
+  static std::string taken;
+  taken.swap(record);
+  record.clear();
+  return taken.c_str();
+}
+
+/// What reads return from now on; 0 at first.
+void __stdcall Serve(std::uint8_t value) { served = value; }
+}
