@@ -28,7 +28,7 @@ struct RtdLinkTest : testing::Test {
   static std::string Sent(int byte, const std::string& wait = ".1") {
     std::string text;
     for (int bit = 7; bit >= 0; --bit) {
-      text += std::string(".1 C0 .1 D") + ((byte >> bit & 1) != 0 ? "1" : "0") + " .1 C1 ";
+      text += (byte >> bit & 1) != 0 ? ".1 C0 .1 D1 .1 C1 " : ".1 C0 .1 D0 .1 C1 ";
     }
     return text + ".1 C0 .1 D1 .1 C1 " + wait + " ";
   }
