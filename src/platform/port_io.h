@@ -24,13 +24,6 @@ class PortIo {
   virtual std::uint8_t DlPortReadPortUchar(std::uint32_t port) = 0;
 };
 
-/// There is no parallel port: writes go nowhere, reads give an empty bus.
-class NoPort final : public PortIo {
- public:
-  void DlPortWritePortUchar(std::uint32_t, std::uint8_t) override {}
-  std::uint8_t DlPortReadPortUchar(std::uint32_t) override { return 0xFF; }
-};
-
 /// Told why the port cannot be used: one message, in whole sentences, for the operator. Called in
 /// the middle of a line operation, so it must not wait for the operator.
 using PortProblem = std::function<void(const std::string& message)>;

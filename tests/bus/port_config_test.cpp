@@ -4,13 +4,14 @@
 
 #include <bit>
 
+#include "support/recording_port.h"
 #include "support/temp_folder.h"
 
 namespace {
 
 struct PortConfigTest : testing::Test {
   TempFolder folder;
-  NoPort io;
+  LineTrace io;
   IicPort port{io};
   PortConfig config{port, folder / "cfg"};
   int turns = 0;
