@@ -20,7 +20,7 @@ struct Row {
 constexpr double kAccess_us = 1;
 
 void Print(const Row& row) {
-  std::printf("%-66s %9.2f %-7s", row.what.c_str(), row.measured, row.unit);
+  std::printf("%-62s %10.2f %-4s", row.what.c_str(), row.measured, row.unit);
   if (row.limit != Limit::None) {
     const bool atMost = row.limit == Limit::AtMost;
     const bool held = atMost ? row.measured <= row.bound : row.measured >= row.bound;
@@ -47,6 +47,8 @@ void PrintStart(const Medians& m, const std::string& platform) {
   const std::string bare = "Start/bare_window/" + platform;
   const std::string on = " (" + platform + ")";
   Print({"Start to a bare window" + on, m.Of(bare).seconds * 1000, "ms"});
+  Print({"Start to a window with one word" + on,
+         m.Of("Start/text_window/" + platform).seconds * 1000, "ms"});
   Print({"Start to the launcher, less the calibration" + on, m.Of(launcher).seconds * 1000, "ms"});
   Print({"Start: launcher / bare window" + on, m.Ratio(launcher, bare), "", Limit::AtMost, 1.5});
   const double peak = m.Of(launcher).counters.at("peak_MiB");
@@ -58,15 +60,15 @@ void PrintStart(const Medians& m, const std::string& platform) {
 void PrintTiming(const Medians& m) {
   const auto& calibration = m.Of("BitDelay/2").counters;
   Print({"Calibration holds the start for", calibration.at("calibration_s"), "s"});
-  Print({"Calibration: TickPollCount", calibration.at("TickPollCount"), ""});
+  Print({"Calibration: TickPollCount, thousands", calibration.at("TickPollCount") / 1000, ""});
   for (const char* factor : {"1", "2", "5", "10"}) {
     const double delay_us = m.Of(std::string("BitDelay/") + factor).seconds * 1e6;
     const std::string at = std::string("Speed factor ") + factor;
     const Limit limit = std::string(factor) == "2" ? Limit::AtMost : Limit::None;
     Print({at + ": bit delay", delay_us, "us"});
-    Print({at + ": SCL of written bits (four delays, four accesses of 1 us)",
+    Print({at + ": SCL, written bits (4 delays, 4 accesses of 1 us)",
            1000 / (4 * (delay_us + kAccess_us)), "kHz", limit, 100});
-    Print({at + ": SCL of read bits (three delays, three accesses)",
+    Print({at + ": SCL, read bits (3 delays, 3 accesses of 1 us)",
            1000 / (3 * (delay_us + kAccess_us)), "kHz", limit, 100});
   }
 }
@@ -81,7 +83,7 @@ int main(int argc, char** argv) {
   benchmark::Shutdown();
   if (medians.failed) return 1;
 
-  std::printf("\n%-66s %9s %-7s %s\n", "What", "Measured", "", "Bound");
+  std::printf("\n%-62s %10s %-4s  %s\n", "What", "Measured", "", "Bound");
   PrintLogic(medians);
   PrintStart(medians, "offscreen");
   if (std::getenv("DISPLAY") != nullptr) PrintStart(medians, "xcb");

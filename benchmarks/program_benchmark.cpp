@@ -13,11 +13,13 @@ namespace {
 constexpr double kAccess_s = 1e-6;  // what a parallel port's I/O cycle takes
 constexpr std::size_t kImageBytes = 65536;
 
-/// A port whose every access costs the same count of steps, and whose chip acknowledges everything.
+/// A port whose every access waits for the same count of steps, and whose chip acknowledges
+/// everything.
 class BusyPort final : public PortIo {
  public:
+  explicit BusyPort(TickCounter& ticks) : wait_(ticks) {}
+
   std::int64_t accesses = 0;
-  std::int64_t stepsPerAccess = 0;
 
   void DlPortWritePortUchar(std::uint32_t, std::uint8_t) override { Access(); }
   std::uint8_t DlPortReadPortUchar(std::uint32_t) override {
@@ -25,23 +27,24 @@ class BusyPort final : public PortIo {
     return 0xFF;
   }
 
-  /// Sets `stepsPerAccess` so that an access takes about `kAccess_s`.
+  /// Lets an access take about `kAccess_s`; before, it takes no time.
   void Calibrate() {
-    stepsPerAccess = 100'000'000;
+    constexpr std::int32_t kTried = 100'000'000;
+    wait_.BitDelayCount = kTried;
     const auto begin = std::chrono::steady_clock::now();
-    Access();
+    wait_.BitDelay();
     const std::chrono::duration<double> took = std::chrono::steady_clock::now() - begin;
-    stepsPerAccess = static_cast<std::int64_t>(1e8 * kAccess_s / took.count());
+    wait_.BitDelayCount = static_cast<std::int32_t>(kTried * kAccess_s / took.count());
   }
+  std::int32_t StepsPerAccess() const { return wait_.BitDelayCount - 1; }
 
  private:
   void Access() {
     ++accesses;
-    step_ = 0;
-    while (step_ < stepsPerAccess) step_ = step_ + 1;
+    wait_.BitDelay();
   }
 
-  volatile std::int64_t step_ = 0;
+  tongxun::BusTiming wait_;
 };
 
 /// Built once: both benchmarks use the same delays and the same port.
@@ -65,7 +68,7 @@ struct Programming {
   }
 
   FakeTicks ticks;
-  BusyPort port;
+  BusyPort port{ticks};
   Tool tool{port, ticks, {}};
   Transcript view;
   std::int64_t accesses = 0;  // of one run
@@ -80,7 +83,7 @@ Programming& TheProgramming() {
 void Count(benchmark::State& state, const Programming& programming) {
   state.counters["accesses"] = static_cast<double>(programming.accesses);
   state.counters["delay_steps"] = static_cast<double>(programming.steps);
-  state.counters["steps_per_access"] = static_cast<double>(programming.port.stepsPerAccess);
+  state.counters["steps_per_access"] = programming.port.StepsPerAccess();
 }
 
 void Program64KiB(benchmark::State& state) {

@@ -77,13 +77,14 @@ void Register(const std::string& program, const char* platform) {
       ->Unit(benchmark::kMillisecond)
       ->UseManualTime()
       ->Iterations(1)
-      ->Repetitions(15);
+      ->Repetitions(41);
 }
 
 const bool registered = [] {
   for (const char* platform : {"offscreen", "xcb"}) {
     if (platform == std::string("xcb") && std::getenv("DISPLAY") == nullptr) continue;
-    for (const char* program : {"bare_window", "tool_launcher"}) Register(program, platform);
+    for (const char* program : {"bare_window", "text_window", "tool_launcher"})
+      Register(program, platform);
   }
   return true;
 }();
