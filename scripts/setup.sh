@@ -1,9 +1,10 @@
-# Sourced by ./run and ./test: what they need on a Debian 12 machine, and installing it.
+# Sourced by ./run, ./test and ./bench: what they need on a Debian 12 machine, and installing it.
 
 build_packages=(g++ cmake ninja-build qt6-base-dev libgl-dev)
 # The windows' fonts: text, hexadecimal columns, and full-width characters.
 run_packages=(fonts-liberation fonts-wqy-microhei)
 test_packages=(git libgtest-dev libgmock-dev clang-format clang-tidy)
+bench_packages=(libbenchmark-dev libsrecord-dev libboost-dev xvfb xauth)
 
 say() { echo "== $*"; }
 

@@ -81,6 +81,7 @@ TEST(BusTiming, CalibratesAgainstOneWholeTickAlsoAcrossTheWrap) {
       {999, 0, 10, 0, 0},
       {15000, 0xFFFFFFFF - 500, 2, 30, 180},
       {15000, 0xFFFFFFFF - 1003, 5, 75, 450},
+      {15000, 0xFFFFFFFF - 1010, 2, 30, 180},  // within the tick that is counted
   };
   for (const Row& row : rows) {
     FakeTicks ticks(row.readingsPerTick, row.start);

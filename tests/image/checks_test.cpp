@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <memory>
 #include <string_view>
 
@@ -8,6 +9,7 @@
 #include "image/crc16.h"
 #include "image/hex_number.h"
 #include "image/page_view.h"
+#include "support/images.h"
 
 namespace {
 
@@ -49,13 +51,29 @@ TEST_F(ChecksTest, BanksAreLaidEndToEnd) {
   EXPECT_EQ(b->CodeSum, 0x01DD);
 }
 
-TEST_F(ChecksTest, TheByteTableEqualsTheBitStep) {
+TEST_F(ChecksTest, TheTablesEqualTheBitStepForEveryLengthAndRegister) {
+  for (std::size_t length = 0; length <= 40; ++length) {
+    for (const unsigned start : {0xFFFFU, 0x0000U, 0x8001U, 0x1234U}) {
+      const auto image = Image(length, start + static_cast<unsigned>(length));
+      auto bits = static_cast<std::uint16_t>(start);
+      for (const std::uint8_t byte : image) {
+        for (unsigned k = 8; k-- > 0;) bits = tongxun::CrcBit(bits, byte >> k & 1U);
+      }
+      EXPECT_EQ(tongxun::CrcBytes(static_cast<std::uint16_t>(start), image), bits)
+          << length << " bytes from " << start;
+    }
+  }
+}
+
+TEST_F(ChecksTest, TheTablesEqualTheBitStepForEveryByte) {
   std::uint16_t bits = tongxun::kCrcStart;
   std::uint16_t bytes = tongxun::kCrcStart;
-  for (unsigned i = 0; i < 1000; ++i) {
-    const auto byte = static_cast<std::uint8_t>(i * i >> 3);
-    for (unsigned k = 8; k-- > 0;) bits = tongxun::CrcBit(bits, byte >> k & 1U);
-    bytes = tongxun::CrcBytes(bytes, std::span(&byte, 1));
+  for (unsigned i = 0; i < 256; ++i) {
+    const auto byte = static_cast<std::uint8_t>(i);
+    // The same byte at each of the eight places of a slice, behind a different register each time.
+    const std::array<std::uint8_t, 8> slice{byte, byte, byte, byte, byte, byte, byte, byte};
+    for (unsigned k = 64; k-- > 0;) bits = tongxun::CrcBit(bits, byte >> (k % 8) & 1U);
+    bytes = tongxun::CrcBytes(bytes, slice);
     ASSERT_EQ(bits, bytes) << i;
   }
 }

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "platform/files.h"
 #include "platform/tick_counter.h"
 
@@ -17,4 +19,6 @@ TEST(LinuxTickCounter, AdvancesInStepsOf64ToTheSecond) {
   const std::uint32_t step = next - first;
   // A thread that was not running in between sees several steps at once.
   EXPECT_GE(step, 15U);
+  const double steps = std::round(step / 15.625);
+  EXPECT_LT(std::abs(step - steps * 15.625), 1) << "a whole number of steps, but for the rounding";
 }
