@@ -48,8 +48,13 @@ std::string Place(std::string_view text, std::size_t at) {
   return "line " + std::to_string(line) + ", column " + std::to_string(at - lineStart + 1) + ": ";
 }
 
+constexpr const char* kLineEndAdvice =
+    "convert the file to line ends of carriage return and line feed, for example with unix2dos";
+
 HexProblem Cut(std::string_view text) {
-  return Place(text, text.size()) + "the file ends inside a record, expected the rest of it";
+  const bool lineFeedsOnly = text.find('\n') != text.npos && text.find('\r') == text.npos;
+  return Place(text, text.size()) + "the file ends inside a record, expected the rest of it" +
+         (lineFeedsOnly ? std::string("; ") + kLineEndAdvice : std::string());
 }
 
 /// The problem of a digit field of `count` characters that does not hold only digits.
@@ -91,8 +96,7 @@ std::optional<HexProblem> Record(std::string_view text, std::size_t& at, std::in
   const std::size_t lineEnd = next + kTailLength - 2;
   if (!store && IsLineBreak(text[lineEnd]) && !IsLineBreak(text[lineEnd + 1])) {
     return Place(text, lineEnd + 1) + "found " + Shown(text[lineEnd + 1]) +
-           ", expected a line end of carriage return and line feed; convert the file to such line "
-           "ends, for example with unix2dos";
+           ", expected a carriage return or a line feed; " + kLineEndAdvice;
   }
   if (text[at] != ':') ++summary.wrongStartCodes;
   summary.maximum = std::max(summary.maximum, last);

@@ -27,10 +27,12 @@ void Cable::DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) {
 
 std::uint8_t Cable::DlPortReadPortUchar(std::uint32_t port) {
   ++accesses_;
-  if (static_cast<PortRegister>(port - portBase_) != PortRegister::Status) return 0xFF;
-  // A direct input shows a low SDA as a set bit. The other status bits float high.
+  // Another port's lines are idle. A direct input shows a low SDA as a set bit. The other status
+  // bits float high.
   const LineSpec& line = wiring_.SdaIn;
-  const bool setBit = Sda() != line.polarity;
+  const bool own = static_cast<PortRegister>(port - portBase_) == PortRegister::Status;
+  const bool sda = !own || Sda();
+  const bool setBit = sda != line.polarity;
   return static_cast<std::uint8_t>(setBit ? 0xFF : 0xFF & ~line.mask);
 }
 

@@ -40,7 +40,7 @@ void VskChip::OnUnplugged() {
   busyPolls_ = 0;
   frame_ = Frame::None;
   expected_ = Expected::Nothing;
-  crc_ = tongxun::kCrcStart;
+  crc_ = 0;
 }
 
 void VskChip::OnStart() {

@@ -58,8 +58,8 @@ class VskChip final : public SimulatedChip {
   std::vector<Flash> banks_;
 
   bool ispMode_ = false;
-  int busyPolls_ = 0;  // addresses that will not be acknowledged yet
-  std::uint16_t crc_ = 0xFFFF;
+  int busyPolls_ = 0;      // addresses that will not be acknowledged yet
+  std::uint16_t crc_ = 0;  // undefined until it is reset
 
   Frame frame_ = Frame::None;
   std::size_t byte_ = 0;      // bytes after the address byte in this frame

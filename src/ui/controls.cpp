@@ -4,9 +4,9 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QPainter>
 #include <QPlainTextEdit>
-#include <QStyle>
-#include <QStyleFactory>
+#include <QProxyStyle>
 
 namespace {
 
@@ -18,6 +18,49 @@ Control* Named(Control* control, const char* name, const QString& accessibleName
   control->setAccessibleName(QString(accessibleName).remove(QLatin1Char('&')));
   Place(control, at);
   return control;
+}
+
+/// A frame whose caption stands in its border line, above the first option.
+class Frame final : public QGroupBox {
+ public:
+  using QGroupBox::QGroupBox;
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    constexpr int kIndent = 10;
+    constexpr int kGap = 3;  // between the line and the caption
+    const bool hasCaption = !title().isEmpty();
+    const QRect border = rect().adjusted(0, hasCaption ? 7 : 0, -1, -1);
+    QPainter painter(this);
+    painter.setPen(palette().color(QPalette::Mid));
+    painter.drawRect(border);
+    if (!hasCaption) return;
+    const QRect caption(kIndent, 0, fontMetrics().horizontalAdvance(title()),
+                        fontMetrics().height());
+    painter.fillRect(caption.adjusted(-kGap, 0, kGap, 0), palette().window());
+    painter.setPen(palette().color(QPalette::WindowText));
+    painter.drawText(caption, Qt::AlignCenter, title());
+  }
+};
+
+/// Fusion with option marks small enough for the given heights.
+class ToolStyle final : public QProxyStyle {
+ public:
+  ToolStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+  int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                  const QWidget* widget) const override {
+    if (metric == PM_ExclusiveIndicatorWidth || metric == PM_ExclusiveIndicatorHeight) return 13;
+    return QProxyStyle::pixelMetric(metric, option, widget);
+  }
+};
+
+/// What a control needs to show its caption.
+QSize NeededSize(const QWidget* control) {
+  const auto* button = qobject_cast<const QPushButton*>(control);
+  if (button == nullptr) return control->sizeHint();
+  const QFontMetrics text = button->fontMetrics();
+  return {text.horizontalAdvance(button->text()) + 12, text.height() + 8};
 }
 
 class MenuShortcutFilter : public QObject {
@@ -44,7 +87,7 @@ class MenuShortcutFilter : public QObject {
 void Place(QWidget* control, const Twips& at) {
   const QSize given(PixelsOf(at.width), PixelsOf(at.height));
   const bool hasCaption = !control->property("text").toString().isEmpty();
-  const QSize needed = !hasCaption && !given.isEmpty() ? given : control->sizeHint();
+  const QSize needed = !hasCaption && !given.isEmpty() ? given : NeededSize(control);
   control->setGeometry(
       QRect(QPoint(PixelsOf(at.left), PixelsOf(at.top)), given.expandedTo(needed)));
 }
@@ -75,21 +118,12 @@ QPushButton* AddButton(QWidget* parent, const char* name, const QString& caption
 }
 
 QGroupBox* AddFrame(QWidget* parent, const char* name, const QString& caption, const Twips& at) {
-  auto* frame = Named(new QGroupBox(caption, parent), name, caption, at);
-  // The caption stands in the border line, above the first option.
-  if (!caption.isEmpty()) {
-    frame->setStyleSheet(QStringLiteral(
-        "QGroupBox { border: 1px solid #b0b0b0; border-radius: 2px; margin-top: 7px; }"
-        "QGroupBox::title { subcontrol-origin: margin; left: 7px; padding: 0 3px; }"));
-  }
-  return frame;
+  return Named(new Frame(caption, parent), name, caption, at);
 }
 
 OptionButton* AddOption(QGroupBox* frame, const char* name, const QString& caption,
                         const Twips& at) {
-  auto* option = new OptionButton(caption, frame);
-  option->setStyleSheet(QStringLiteral("QRadioButton::indicator { width: 13px; height: 13px; }"));
-  return Named(option, name, caption, at);
+  return Named(new OptionButton(caption, frame), name, caption, at);
 }
 
 QLineEdit* AddTextBox(QWidget* parent, const char* name, const QString& accessibleName,
@@ -122,7 +156,7 @@ void PreferMenuShortcuts(QWidget* window) {
 }
 
 void ApplyApplicationStyle() {
-  QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  QApplication::setStyle(new ToolStyle);
   QApplication::setPalette(QApplication::style()->standardPalette());
   QFont font(QStringLiteral("Liberation Sans"));
   font.setPixelSize(kFontPixels);

@@ -33,7 +33,8 @@ std::string ShowFileDialog(QWidget* window, const std::filesystem::path& folder,
 
   QFileDialog dialog(window, QString(), QString::fromStdString(folder.string()));
   dialog.setObjectName(QStringLiteral("CommonDialog1"));
-  dialog.setFileMode(QFileDialog::ExistingFile);
+  dialog.setFileMode(QFileDialog::AnyFile);  // a missing file is the reader's to judge
+  dialog.setAcceptMode(QFileDialog::AcceptOpen);
   dialog.setNameFilters(descriptions);
   if (dialog.exec() != QDialog::Accepted) return {};
   return dialog.selectedFiles().value(0).toStdString();

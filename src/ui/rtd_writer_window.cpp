@@ -1,29 +1,18 @@
 #include "ui/rtd_writer_window.h"
 
-#include <QApplication>
-#include <QCloseEvent>
-#include <QLayout>
 #include <QMenuBar>
 #include <QScrollBar>
 
-#include "ui/dialogs.h"
 #include "ui/run_picture.h"
 
 RTD2120Write::RTD2120Write(RtdWriter& writer, tongxun::CodeBuffers& buffers,
                            std::filesystem::path programFolder, std::function<void()> settingsAsked,
                            std::function<void()> closed)
-    : writer_(writer),
+    : WriterWindow("RTD2120Write", QStringLiteral("RTD2120Write"), 8400, 5475,
+                   std::move(programFolder), std::move(closed)),
+      writer_(writer),
       buffers_(buffers),
-      programFolder_(std::move(programFolder)),
-      settingsAsked_(std::move(settingsAsked)),
-      closed_(std::move(closed)),
-      surface_(new PrintSurface(this)) {
-  setObjectName(QStringLiteral("RTD2120Write"));
-  setWindowTitle(QStringLiteral("RTD2120Write"));
-  FixClientArea(surface_, 8400, 5475);
-  setCentralWidget(surface_);
-  layout()->setSizeConstraint(QLayout::SetFixedSize);
-
+      settingsAsked_(std::move(settingsAsked)) {
   CreateMenu();
   CreateBankRows();
   CreateStatus();
@@ -131,26 +120,9 @@ void RTD2120Write::RefreshStatus() { writeStatus_->viewport()->repaint(); }
 
 void RTD2120Write::ShowMessage(std::string_view message) { ShowMessageBox(this, message); }
 
-std::string RTD2120Write::ChooseFile(std::string_view filters) {
-  return ShowFileDialog(this, programFolder_, filters);
-}
-
-void RTD2120Write::Beep() { QApplication::beep(); }
-
-void RTD2120Write::ShowMessage(std::string_view message, std::string_view detail) {
-  ShowMessageBox(this, message, detail);
-}
-
-void RTD2120Write::PrintLine(std::string_view line) { surface_->PrintLine(TextOf(line)); }
-
 void RTD2120Write::ShowBankRow(int bank, const RtdBankRow& row) {
   const BankBoxes& boxes = banks_[bank == 1 ? 0 : 1];
   boxes.file->setText(TextOf(row.file));
   boxes.maximumAddress->setText(TextOf(row.maximumAddress));
   boxes.checksum->setText(TextOf(row.checksum));
-}
-
-void RTD2120Write::closeEvent(QCloseEvent* event) {
-  event->accept();
-  closed_();
 }

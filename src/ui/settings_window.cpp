@@ -126,5 +126,7 @@ bool Form2::eventFilter(QObject* watched, QEvent* event) {
 
 void Form2::closeEvent(QCloseEvent* event) {
   event->accept();
+  if (std::exchange(closing_, true)) return;  // requests queue up while a calibration runs
+  setEnabled(false);
   closed_();
 }

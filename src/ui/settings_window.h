@@ -39,5 +39,6 @@ class Form2 final : public QWidget {
   QLineEdit* text2_ = nullptr;  // speed factor
   QLineEdit* text3_ = nullptr;  // port address
   QSlider* slider_ = nullptr;
+  bool closing_ = false;
   bool enterPressed_ = false;  // in the address box, not yet released
 };

@@ -1,7 +1,4 @@
 // What the operations and load commands show in and ask of the VSK writer window.
-#include <QApplication>
-
-#include "ui/dialogs.h"
 #include "ui/vsk_writer_window.h"
 
 QLabel* Form1::StatusControl(StatusLabel label) const {
@@ -41,18 +38,6 @@ std::string Form1::AskText(std::string_view prompt, std::string_view title,
 }
 
 void Form1::ShowMessage(std::string_view message) { ShowMessageBox(this, message); }
-
-std::string Form1::ChooseFile(std::string_view filters) {
-  return ShowFileDialog(this, programFolder_, filters);
-}
-
-void Form1::Beep() { QApplication::beep(); }
-
-void Form1::ShowMessage(std::string_view message, std::string_view detail) {
-  ShowMessageBox(this, message, detail);
-}
-
-void Form1::PrintLine(std::string_view line) { surface_->PrintLine(TextOf(line)); }
 
 void Form1::ShowFileName(std::string_view text) { text2_->setText(TextOf(text)); }
 

@@ -1,12 +1,8 @@
 #include "ui/vsk_writer_window.h"
 
-#include <QCloseEvent>
 #include <QFontDatabase>
 #include <QKeyEvent>
-#include <QLayout>
 #include <QMenuBar>
-
-#include "ui/dialogs.h"
 
 namespace {
 
@@ -37,18 +33,11 @@ QLabel* AddStatus(QWidget* client, const char* name, const QString& accessibleNa
 
 Form1::Form1(VskWriter& writer, IspOperations& isp, std::filesystem::path programFolder,
              std::function<void()> settingsAsked, std::function<void()> closed)
-    : writer_(writer),
+    : WriterWindow("Form1", QStringLiteral("quillon VSK830 And VSK630"), 8160, 6750,
+                   std::move(programFolder), std::move(closed)),
+      writer_(writer),
       isp_(isp),
-      programFolder_(std::move(programFolder)),
-      settingsAsked_(std::move(settingsAsked)),
-      closed_(std::move(closed)),
-      surface_(new PrintSurface(this)) {
-  setObjectName(QStringLiteral("Form1"));
-  setWindowTitle(QStringLiteral("quillon VSK830 And VSK630"));
-  FixClientArea(surface_, 8160, 6750);
-  setCentralWidget(surface_);
-  layout()->setSizeConstraint(QLayout::SetFixedSize);
-
+      settingsAsked_(std::move(settingsAsked)) {
   CreateMenus();
   AddLabel(surface_, "Label1", QStringLiteral("Halvern Technology Inc"), {3240, 0, 3735, 375});
   AddLabel(surface_, "Label6", QStringLiteral("VSK830 AND VSK630 ISP TOOL V3.10"),
@@ -183,11 +172,6 @@ void Form1::LoadFile() { writer_.Load(*this); }
 void Form1::ExitChosen() {
   isp_.QuitIspMode(*this);
   close();
-}
-
-void Form1::closeEvent(QCloseEvent* event) {
-  event->accept();
-  closed_();
 }
 
 bool Form1::eventFilter(QObject* watched, QEvent* event) {

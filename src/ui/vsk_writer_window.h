@@ -1,20 +1,19 @@
 // The window from which the operator programs a VSK830 or VSK630.
 #pragma once
 
-#include <QMainWindow>
 #include <QPlainTextEdit>
 #include <filesystem>
 #include <functional>
 
 #include "image/vsk_load.h"
 #include "ui/controls.h"
-#include "ui/print_surface.h"
+#include "ui/writer_window.h"
 #include "vsk/isp_operations.h"
 #include "vsk/isp_view.h"
 #include "vsk/vsk_writer.h"
 
 /// Holds controls only; what survives closing and reopening belongs to `VskWriter`.
-class Form1 final : public QMainWindow, private IspView, private VskLoadView {
+class Form1 final : public WriterWindow<VskLoadView>, private IspView {
  public:
   /// `settingsAsked`: the "About" entry was chosen. `closed`: the window is closing, by any means.
   Form1(VskWriter& writer, IspOperations& isp, std::filesystem::path programFolder,
@@ -26,9 +25,6 @@ class Form1 final : public QMainWindow, private IspView, private VskLoadView {
   void SelectChip(VskChip chip);
 
   bool eventFilter(QObject* watched, QEvent* event) override;
-
- protected:
-  void closeEvent(QCloseEvent* event) override;
 
  private:
   void CreateMenus();
@@ -56,10 +52,7 @@ class Form1 final : public QMainWindow, private IspView, private VskLoadView {
   void ShowMessage(std::string_view message) override;
 
   // VskLoadView
-  std::string ChooseFile(std::string_view filters) override;
-  void Beep() override;
-  void ShowMessage(std::string_view message, std::string_view detail) override;
-  void PrintLine(std::string_view line) override;
+  using WriterWindow::ShowMessage;  // with a detail
   void ShowFileName(std::string_view text) override;
   void ShowMaximumAddress(std::string_view text) override;
   void ShowChecksum(std::string_view text) override;
@@ -67,11 +60,8 @@ class Form1 final : public QMainWindow, private IspView, private VskLoadView {
 
   VskWriter& writer_;
   IspOperations& isp_;
-  const std::filesystem::path programFolder_;
   const std::function<void()> settingsAsked_;
-  const std::function<void()> closed_;
 
-  PrintSurface* surface_;            // the client area
   OptionButton* option1_ = nullptr;  // VSK830
   OptionButton* option2_ = nullptr;  // VSK630
   OptionButton* option5_ = nullptr;  // quit isp mode

@@ -23,7 +23,7 @@ struct BoxValue {
 BoxValue ReadBox(const std::string& text, const char* lengthMessage) {
   const std::string_view trimmed = Module1::Trim(text);
   if (trimmed.empty()) return {};
-  if (trimmed.size() != 2) return {.value = {}, .message = lengthMessage};
+  if (Module1::Length(trimmed) != 2) return {.value = {}, .message = lengthMessage};
   return {.value = Module1::HexByteValue(trimmed), .message = {}};
 }
 

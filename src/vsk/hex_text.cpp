@@ -1,5 +1,6 @@
 #include "vsk/hex_text.h"
 
+#include <algorithm>
 #include <cctype>
 
 namespace Module1 {
@@ -8,6 +9,11 @@ std::string_view Trim(std::string_view text) {
   const std::size_t first = text.find_first_not_of(' ');
   if (first == std::string_view::npos) return {};
   return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+std::size_t Length(std::string_view text) {
+  const auto begins = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; };
+  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), begins));
 }
 
 std::string UpperCase(std::string_view text) {

@@ -21,6 +21,9 @@ std::optional<std::int32_t> HexWordValue(std::string_view text);
 /// The text without leading and trailing blanks.
 std::string_view Trim(std::string_view text);
 
+/// Number of characters of a UTF-8 text.
+std::size_t Length(std::string_view text);
+
 /// The text with its letters in upper case.
 std::string UpperCase(std::string_view text);
 

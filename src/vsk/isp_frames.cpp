@@ -7,10 +7,15 @@ constexpr int kCrcReadAddress = 0x97;  // fixed; read form of 0x96
 constexpr int kAcknowledge = 0;
 constexpr int kLastByte = 1;
 
+bool CanWrite(int count) {
+  return count >= -1 && count < static_cast<int>(IspFrames::kBufferCells);
+}
+bool CanRead(int count) { return count >= 0 && count <= static_cast<int>(IspFrames::kBufferCells); }
+
 }  // namespace
 
 bool IspFrames::WriteFrame(int firstByte, int& count, bool stop) {
-  if (count < -1 || count >= static_cast<int>(kBufferCells)) return false;
+  if (!CanWrite(count)) return false;
   bus_.I2cStart();
   ++count;
   int byte = firstByte;
@@ -35,7 +40,7 @@ bool IspFrames::IspWriteFrameRaw(int address, int& count, bool stop) {
 }
 
 bool IspFrames::IspReadFrame(int address, int& count) {
-  if (count < 0 || count > static_cast<int>(kBufferCells)) return false;
+  if (!CanRead(count)) return false;
   bus_.I2cStart();
   if (!bus_.I2cWriteByte(address | 0x01)) {
     bus_.I2cStop();
@@ -50,6 +55,7 @@ bool IspFrames::IspReadFrame(int address, int& count) {
 }
 
 bool IspFrames::IspWriteReadFrame(int address, int writeCount, int readCount) {
+  if (!CanWrite(writeCount) || !CanRead(readCount)) return false;
   IspWriteFrame(address, writeCount, false);
   bus_.ReleaseBus();
   return IspReadFrame(address, readCount);

@@ -13,7 +13,7 @@ std::optional<std::int32_t> AskHex(IspView& view, std::string_view prompt, std::
     const std::string text = view.AskText(prompt, title, answer);
     if (text.empty()) return std::nullopt;
     const std::optional<std::int32_t> value =
-        text.size() == length ? read(Module1::UpperCase(text)) : std::nullopt;
+        Module1::Length(text) == length ? read(Module1::UpperCase(text)) : std::nullopt;
     if (value) return value;
     view.ShowMessage(complaint);
   }

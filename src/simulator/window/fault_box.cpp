@@ -29,6 +29,7 @@ QLayout* FaultBox::UnplugRow() {
   row->addStretch();
   connect(on, &QCheckBox::toggled, this, [this, frames](bool yes) {
     const auto more = static_cast<std::uint64_t>(frames->value());
+    if (yes && more == 0 && board_.Chip() != nullptr) board_.Chip()->OnUnplugged();
     const std::uint64_t last = more == 0 ? 0 : board_.wire.FramesSeen() + more;
     board_.faults.unpluggedAfterFrame = yes ? last : Faults::kNever;
   });
