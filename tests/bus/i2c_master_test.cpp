@@ -94,6 +94,7 @@ TEST(BusTiming, CalibratesAgainstOneWholeTickAlsoAcrossTheWrap) {
     // reading; the last one counted is the first of the next tick.
     EXPECT_NEAR(timing.TickPollCount, row.readingsPerTick, 2) << row.start;
     EXPECT_EQ(told, timing.TickPollCount);
+    EXPECT_GE(ticks.Elapsed(), 1000U) << "a whole second goes by first";
     EXPECT_NEAR(timing.BitDelayCount, row.bit, row.speed) << row.start;
     EXPECT_EQ(timing.ByteDelayCount, 6 * timing.BitDelayCount);
     EXPECT_EQ(timing.BitDelayCount, timing.TickPollCount / 1000 * row.speed);

@@ -109,6 +109,7 @@ TEST_F(PortConfigTest, TheAddressFile) {
   const Case cases[] = {
       {"two bytes", "\x02\x78", 0x278, "\x02\x78"},
       {"above 0x7FFF", std::string("\xEC\0", 2), 0xEC00, std::string("\xEC\0", 2)},
+      {"below 0x100", std::string("\0\x78", 2), 0x78, std::string("\0\x78", 2)},
       {"empty", "", 0x378, "\x03\x78"},
       {"zero, with bytes behind", std::string("\0\0rest", 6), 0x378, "\x03\x78rest"},
   };

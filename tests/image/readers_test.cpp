@@ -88,6 +88,7 @@ TEST_F(ReadersTest, WhatCannotBeReadChangesNothingAndSaysWhy) {
        "line 2, column 10: found \"a\", expected a digit 0-9 or A-F (upper case)"},
       {"no digit in the address", ":03 01000010203EA\r\n" + kEnd, "line 1, column 4: found \" \""},
       {"LF only", ":0300100001020300\n" + kEnd, "unix2dos"},
+      {"one record, LF only", ":0300100001020300\n", "unix2dos"},
       {"CR only", ":0300100001020300\r:00000001FF\r", "line 1, column 19"},
       {"cut in the data", ":0300100001", "the file ends inside a record"},
       {"no line end", kData + ":0300100001020300", "line 2, column 18"},
@@ -160,20 +161,20 @@ TEST_F(ReadersTest, LoadVsk830RefusedCancelledAndEmpty) {
 }
 
 TEST_F(ReadersTest, LoadVsk630TakesThePair) {
-  view.file = folder.Write("img.b00", "12345");
-  folder.Write("img.b01", "6789");
+  view.file = folder.Write("img.b00", "1234567");
+  folder.Write("img.b01", "89");
   b->CodeBuffer.fill(0x55);
   b->CodeBank0.fill(0x66);
   Load_Vsk630_NormalFile(*b, view);
   EXPECT_THAT(view.Take(),
-              ElementsAre("choose H00file (*.H00)|*.H00|B00file (*.B00)|*.B00", "Text4 4  3",
+              ElementsAre("choose H00file (*.H00)|*.H00|B00file (*.B00)|*.B00", "Text4 6  1",
                           "Text3 1DD", "Text5 AEE7", "Text6 ", "Text2 " + view.file));
   EXPECT_TRUE(b->CodeLoaded);
-  EXPECT_EQ(b->CodeBuffer[4], 0xFF);
-  EXPECT_EQ(b->CodeBuffer[6], 0x55);
-  EXPECT_EQ(b->CodeBank0[4], '5');
-  EXPECT_EQ(b->CodeBank0[5], 0x66) << "cells above the image stay";
-  EXPECT_EQ(b->CodeBank1[0], '6');
+  for (const std::size_t a : {0U, 3U, 6U}) EXPECT_EQ(b->CodeBuffer[a], 0xFF) << a;
+  EXPECT_EQ(b->CodeBuffer[8], 0x55);
+  EXPECT_EQ(b->CodeBank0[6], '7');
+  EXPECT_EQ(b->CodeBank0[7], 0x66) << "cells above the image stay";
+  EXPECT_EQ(b->CodeBank1[0], '8');
 
   view.file = folder.Write("Img.h00", kData + kEnd);
   folder.Write("Img.h01", ":0100050077FF\r\n" + kEnd);
@@ -205,6 +206,13 @@ TEST_F(ReadersTest, ARefusedFileRefusesThePair) {
   b->CodeBuffer.fill(0x55);
   b->CodeBank0Max = b->CodeBank1Max = 7;
   view.file = folder.Write("img.H00", kData + kEnd);
+  folder.Write("img.H01", kData + kEnd);
+  folder.Write("img.H00", "abc");
+  Load_Vsk630_NormalFile(*b, view);
+  EXPECT_EQ(view.Take().back(), "message path or file name error!!!") << "the bank-0 file";
+  EXPECT_EQ(b->CodeBuffer[0x10], 0x55);
+  folder.Write("img.H00", kData + kEnd);
+  std::filesystem::remove(folder / "img.H01");
   for (const char* second : {"", "abc"}) {
     if (*second != '\0') folder.Write("img.H01", second);
     Load_Vsk630_NormalFile(*b, view);

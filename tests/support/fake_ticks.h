@@ -11,6 +11,9 @@ class FakeTicks final : public TickCounter {
 
   std::uint32_t GetTickCount() override { return start_ + readings_++ / readingsPerTick_ * 15; }
 
+  /// Milliseconds that have passed.
+  std::uint32_t Elapsed() const { return readings_ / readingsPerTick_ * 15; }
+
  private:
   std::uint32_t readingsPerTick_;
   std::uint32_t start_;

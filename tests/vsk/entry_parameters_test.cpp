@@ -67,6 +67,7 @@ TEST_F(EntryParametersTest, TheSecurityCheck) {
       {{"94", "02", {"5A", "", "", ""}}, false, "", ""},
       {{"94", "02", {"5A", "123", "", ""}}, false, byteMessage, ""},
       {{"94", "02", {"5A", "G1", "", ""}}, false, "", ""},
+      {{"\u00E9", "01", {"5A", "", "", ""}}, false, byteMessage, ""},
   };
   for (const Case& c : cases) {
     const auto path = folder / "security.cod";

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "support/bench.h"
+#include "support/recording_port.h"
 
 namespace {
 
@@ -102,6 +103,26 @@ TEST_F(IspFramesTest, WriteThenReadRepeatsTheStart) {
   EXPECT_THAT(Lines(), ElementsAre("S 94- P", "S 95- P"));
 }
 
+/// The delay before the CRC is read, and the bus released before the repeated START.
+TEST(IspFramesOnTheLines, DelaysAroundReads) {
+  FakeTicks ticks;
+  LineTrace lines;
+  IicPort port(lines);
+  tongxun::BusTiming timing(ticks);
+  tongxun::I2cMaster master(port, timing);
+  tongxun::IspFrames frames(master, timing);
+  port.BoardTable[0] = TraceBoard();
+  port.InitPortShadows();
+  timing.BitDelayCount = 2;
+  timing.ByteDelayCount = 12;
+  lines.Watch(timing);
+  frames.ReadHwCrc();
+  EXPECT_THAT(lines.Take(), testing::StartsWith(".1 D1 C1 .1 D0 "));
+  lines.sdaLow = {true};
+  frames.IspWriteReadFrame(0x94, 0, 0);
+  EXPECT_THAT(lines.Take(), testing::HasSubstr("? C0 .11 D1 C1 .1 D1 C1 .1 D0 .1 C0 "));
+}
+
 TEST_F(IspFramesTest, CountsBeyondTheBuffersTouchNoLine) {
   const std::uint64_t before = bench->board.cable.Accesses();
   for (int count : {513, 1000, -2}) {
@@ -109,6 +130,8 @@ TEST_F(IspFramesTest, CountsBeyondTheBuffersTouchNoLine) {
     EXPECT_FALSE(frames.IspWriteFrameRaw(0x94, count, true));
   }
   for (int count : {514, -1}) EXPECT_FALSE(frames.IspReadFrame(0x94, count));
+  EXPECT_FALSE(frames.IspWriteReadFrame(0x94, 513, 1));
+  EXPECT_FALSE(frames.IspWriteReadFrame(0x94, 1, 514));
   EXPECT_EQ(bench->board.cable.Accesses(), before);
   int most = 512;
   EXPECT_TRUE(frames.IspWriteFrame(0x94, most, true));

@@ -9,7 +9,6 @@
 
 namespace {
 
-using testing::Each;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
@@ -70,10 +69,12 @@ TEST_F(IspOperationsTest, EntryByNumberOfCodes) {
   EXPECT_EQ(view.modeText, "isp mode is exist") << "no code: nothing could be refused";
   EXPECT_FALSE(bench->board.vsk830.InIspMode());
 
-  bench->tool.isp.IspModeOn = false;
-  bench->tool.frames.IspParams.fill(0x44);
-  bench->EnterIspMode();
-  EXPECT_THAT(bench->TakeFrames(), ElementsAre("S 44- P")) << "a count above 9 is clipped";
+  const auto longest = std::make_unique<Bench>(
+      Wiring(), simulator::VskIdentity{.address = 0x94, .codes = {1, 2, 3, 4, 5, 6, 7, 8, 9}});
+  longest->tool.frames.IspParams[1] = 200;
+  longest->EnterIspMode();
+  EXPECT_THAT(longest->TakeFrames(), ElementsAre("S 00 02 03 04 05 06 07 08 09 P"))
+      << "a count above 9 is clipped";
 }
 
 TEST_F(IspOperationsTest, EntryRefusedByAWrongCode) {
@@ -214,6 +215,53 @@ TEST_F(IspOperationsTest, ProgramsAndVerifiesOnEveryWiring) {
   }
 }
 
+TEST_F(IspOperationsTest, WaitsForTheChip) {
+  bench->Load(Image(4));
+  InIspMode();
+  const std::uint32_t before = bench->ticks.Elapsed();
+  isp.DoProgram(view);
+  const std::uint32_t pause = bench->ticks.Elapsed() - before;
+  EXPECT_GE(pause, 1000U);
+  EXPECT_LE(pause, 1030U);
+
+  InIspMode();
+  auto& timing = bench->tool.timing;
+  timing.BitDelayCount = 2;
+  const auto steps = [&](auto action) {
+    const std::int64_t start = timing.Steps;
+    action();
+    return timing.Steps - start;
+  };
+  const std::int64_t onePage = steps([&] { isp.ErasePageRange(0, 1, view); });
+  const std::int64_t frames = steps([&] {
+    for (const int address : {0x96, 0x94}) {
+      bench->board.faults.unpluggedAfterFrame = address == 0x94 ? 0 : simulator::Faults::kNever;
+      bench->tool.frames.IspTxBuf = {0x30, 0};
+      int count = 2;
+      bench->tool.frames.IspWriteFrame(address, count, true);
+    }
+  });
+  EXPECT_EQ(onePage - frames, 501);
+}
+
+TEST_F(IspOperationsTest, OnlyTheLastFollowUpDecidesAPageErase) {
+  InIspMode();
+  // Page 0's follow-up is acknowledged because its command was refused: the chip is not busy.
+  bench->board.faults.refusedByte = {bench->board.wire.FramesSeen() + 1, 1};
+  EXPECT_FALSE(isp.ErasePageRange(0, 0xFF, view));
+  EXPECT_EQ(bench->TakeFrames()[1].substr(0, 4), "S 94");
+  EXPECT_EQ(view.operationText, "page erase ok");
+}
+
+TEST_F(IspOperationsTest, ARefusedLastDataFrameFails) {
+  bench->Load(Image(300));
+  InIspMode();
+  bench->board.faults.refusedByte = {bench->board.wire.FramesSeen() + 7, 20};
+  isp.DoProgram(view);
+  EXPECT_THAT(view.Take(), testing::IsSupersetOf({"Label3 red", "Label3 \"programcode fail\""}));
+  EXPECT_EQ(view.operationText, "CRC Error");
+}
+
 /// Which texts of "finish" appear for a maximum address, in order.
 TEST_F(IspOperationsTest, ProgressTextsByMaximumAddress) {
   const Lines allTenths{"0%",  "10%", "20%", "30%", "40%", "50%",
@@ -266,7 +314,9 @@ TEST_F(IspOperationsTest, ProgrammingStopsAtARefusedCommandAndAboveTheLastPage) 
   InIspMode();
   isp.DoProgram(view);
   EXPECT_THAT(view.Take(), testing::Contains("Label3 \"programcode fail\""));
-  EXPECT_THAT(bench->TakeFrames(), Each(testing::Not(testing::StartsWith("S 96 A0 100"))));
+  const Lines sent = bench->TakeFrames();
+  EXPECT_EQ(std::count(sent.begin(), sent.end(), "S 96 A0 00 P"), 1) << "no page number wraps";
+  EXPECT_EQ(std::count(sent.begin(), sent.end(), "S 96 A0 FF P"), 1);
 }
 
 TEST_F(IspOperationsTest, ARefusedDataFrameGoesOnAndTheCrcDecides) {
@@ -301,7 +351,10 @@ TEST_F(IspOperationsTest, PageReadShowsTheChipsPage) {
   EXPECT_EQ(view.data.substr(view.data.find('\n')), shown.substr(shown.find('\n')));
 
   bench->board.faults.unpluggedAfterFrame = 0;
-  EXPECT_FALSE(isp.ReadChipPage(3, view));
+  view.data = "as before";
+  view.answers = {"03"};
+  isp.DoPageRead(view);
+  EXPECT_EQ(view.data, "as before") << "a refused page is not shown";
   EXPECT_THAT(view.Take(), testing::IsSupersetOf({"Label3 red", "Label3 \"Page Read fail\""}));
 }
 

@@ -88,10 +88,12 @@ TEST_F(VskWriterTest, PageReadThenPagingReadsTheChip) {
   EXPECT_EQ(writer.IspOperate, IspOperation::PageRead);
 
   bench->board.faults.unpluggedAfterFrame = 0;
-  const std::string before = view.data.substr(40);
+  const auto body = [this] { return view.data.substr(view.data.find("    ")).substr(0, 52); };
+  const std::string before = body();
   bench->tool.isp.ReadPage = 0;
   writer.StepPage(IspOperation::PreviousPage, view);
   EXPECT_EQ(Title(), "this is 0  page (Read Page Code)") << "shown although it was refused";
+  EXPECT_EQ(body(), before) << "the old contents, under the new number";
   EXPECT_EQ(view.operationText, "Page Read fail");
   bench->tool.isp.ReadPage = 255;
   writer.StepPage(IspOperation::NextPage, view);
