@@ -63,6 +63,24 @@ class LauncherTest : public QObject {
     QCOMPARE(Desk::Text("Form1", "Text1"), QString());
   }
 
+  /// Close requests queue up while an operation holds the thread.
+  void aWindowClosesOnce() {
+    desk_->Start();
+    for (const char* name : {"Form1", "Form2", "RTD2120Write"}) {
+      Desk::Press("Main", name == QLatin1String("RTD2120Write") ? "Command3" : "Command1");
+      if (name == QLatin1String("Form2")) Desk::Find<QAction>("Form1", "about")->trigger();
+      QWidget* window = Desk::Window(name);
+      QVERIFY2(window != nullptr, name);
+      for (int i = 0; i < 2; ++i) {
+        QCloseEvent request;
+        QApplication::sendEvent(window, &request);
+      }
+      QVERIFY(!window->isEnabled());
+      window->hide();
+    }
+    QCOMPARE(desk_->launcher->WriterState, OpenWriter::None);
+  }
+
   void switchesTheChipOfAnOpenWindow() {
     desk_->Start();
     Desk::Press("Main", "Command1");
