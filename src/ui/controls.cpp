@@ -57,10 +57,13 @@ class ToolStyle final : public QProxyStyle {
 
 /// What a control needs to show its caption.
 QSize NeededSize(const QWidget* control) {
-  const auto* button = qobject_cast<const QPushButton*>(control);
-  if (button == nullptr) return control->sizeHint();
-  const QFontMetrics text = button->fontMetrics();
-  return {text.horizontalAdvance(button->text()) + 12, text.height() + 8};
+  const QFontMetrics text = control->fontMetrics();
+  if (const auto* button = qobject_cast<const QPushButton*>(control)) {
+    return {text.horizontalAdvance(button->text()) + 12, text.height() + 8};
+  }
+  const QSize hint = control->sizeHint();
+  const bool option = qobject_cast<const QRadioButton*>(control) != nullptr;
+  return option ? QSize(hint.width(), text.height()) : hint;
 }
 
 class MenuShortcutFilter : public QObject {
