@@ -1,6 +1,5 @@
 #include "ui/vsk_writer_window.h"
 
-#include <QFontDatabase>
 #include <QKeyEvent>
 #include <QMenuBar>
 
@@ -120,8 +119,8 @@ void Form1::CreateImageBoxes(QWidget* client) {
   text1_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   text1_->setLineWrapMode(QPlainTextEdit::NoWrap);
   text1_->document()->setDocumentMargin(2);
-  QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-  fixed.setFamilies({QStringLiteral("Liberation Mono"), fixed.family()});
+  QFont fixed(QStringLiteral("Liberation Mono"));
+  fixed.setStyleHint(QFont::Monospace);
   fixed.setPixelSize(9);  // all 59 columns and 17 lines of a page in the given size
   text1_->setFont(fixed);
   Place(text1_, {2280, 1080, 5655, 3015});

@@ -7,6 +7,7 @@
 
 #include "image/hex_number.h"
 #include "simulator/window/fault_box.h"
+#include "ui/controls.h"
 
 namespace simulator {
 namespace {
@@ -49,7 +50,7 @@ BoardWindow::BoardWindow(SimulatedBoard& board) : board_(board) {
 
   board_.wire.ListenTo(&counters_);
   ShowChip();
-  connect(&refresh_, &QTimer::timeout, this, [this] { Refresh(); });
+  connect(&refresh_, &QTimer::timeout, this, Guarded(this, [this] { Refresh(); }));
   refresh_.start(kRefresh_ms);
 }
 
@@ -68,10 +69,10 @@ QWidget* BoardWindow::CreateState() {
   chip_->addItem(QStringLiteral("VSK630"), static_cast<int>(ConnectedChip::Vsk630));
   chip_->addItem(QStringLiteral("RTD2120"), static_cast<int>(ConnectedChip::Rtd2120));
   chip_->setCurrentIndex(chip_->findData(static_cast<int>(board_.Connected())));
-  connect(chip_, &QComboBox::currentIndexChanged, this, [this] {
-    board_.Connect(static_cast<ConnectedChip>(chip_->currentData().toInt()));
-    ShowChip();
-  });
+  connect(chip_, &QComboBox::currentIndexChanged, this, Guarded(this, [this] {
+            board_.Connect(static_cast<ConnectedChip>(chip_->currentData().toInt()));
+            ShowChip();
+          }));
   rows->addRow(QStringLiteral("Connected chip"), chip_);
   rows->addRow(QStringLiteral("ISP entry"), identity_ = NamedLabel("Identity"));
   rows->addRow(QStringLiteral("In ISP mode"), ispMode_ = NamedLabel("IspMode"));
@@ -83,7 +84,8 @@ QWidget* BoardWindow::CreateRecording() {
   record_ = new QPushButton(QStringLiteral("Record the bus to a VCD file..."));
   record_->setObjectName(QStringLiteral("Record"));
   record_->setCheckable(true);
-  connect(record_, &QPushButton::toggled, this, [this](bool on) { ToggleRecording(on); });
+  connect(record_, &QPushButton::toggled, this,
+          Guarded(this, [this] { ToggleRecording(record_->isChecked()); }));
   return record_;
 }
 

@@ -4,6 +4,8 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include "ui/controls.h"
+
 namespace simulator {
 
 FaultBox::FaultBox(SimulatedBoard& board) : QGroupBox(QStringLiteral("Faults")), board_(board) {
@@ -27,12 +29,13 @@ QLayout* FaultBox::UnplugRow() {
   row->addWidget(on);
   QSpinBox* frames = AddNumber(row, "after so many more frames", 0, 1'000'000);
   row->addStretch();
-  connect(on, &QCheckBox::toggled, this, [this, frames](bool yes) {
-    const auto more = static_cast<std::uint64_t>(frames->value());
-    if (yes && more == 0 && board_.Chip() != nullptr) board_.Chip()->OnUnplugged();
-    const std::uint64_t last = more == 0 ? 0 : board_.wire.FramesSeen() + more;
-    board_.faults.unpluggedAfterFrame = yes ? last : Faults::kNever;
-  });
+  connect(on, &QCheckBox::toggled, this, Guarded(this, [this, on, frames] {
+            const bool yes = on->isChecked();
+            const auto more = static_cast<std::uint64_t>(frames->value());
+            if (yes && more == 0 && board_.Chip() != nullptr) board_.Chip()->OnUnplugged();
+            const std::uint64_t last = more == 0 ? 0 : board_.wire.FramesSeen() + more;
+            board_.faults.unpluggedAfterFrame = yes ? last : Faults::kNever;
+          }));
   return row;
 }
 
@@ -44,13 +47,13 @@ QLayout* FaultBox::RefuseRow() {
   QSpinBox* byte = AddNumber(row, "byte (0 is the address)", 0, 257);
   QSpinBox* frame = AddNumber(row, "of the next frame number", 1, 1'000'000);
   row->addStretch();
-  connect(on, &QCheckBox::toggled, this, [this, byte, frame](bool yes) {
-    board_.faults.refusedByte.reset();
-    if (!yes) return;
-    board_.faults.refusedByte = {
-        board_.wire.FramesSeen() + static_cast<std::uint64_t>(frame->value()),
-        static_cast<std::size_t>(byte->value())};
-  });
+  connect(on, &QCheckBox::toggled, this, Guarded(this, [this, on, byte, frame] {
+            board_.faults.refusedByte.reset();
+            if (!on->isChecked()) return;
+            board_.faults.refusedByte = {
+                board_.wire.FramesSeen() + static_cast<std::uint64_t>(frame->value()),
+                static_cast<std::size_t>(byte->value())};
+          }));
   return row;
 }
 
@@ -64,12 +67,12 @@ QLayout* FaultBox::FlipRow() {
   QSpinBox* address = AddNumber(row, "address (hex)", 0, 0xFFFF);
   address->setDisplayIntegerBase(16);
   row->addStretch();
-  connect(on, &QCheckBox::toggled, this, [this, bit, bank, address](bool yes) {
-    board_.faults.flippedBit.reset();
-    if (!yes) return;
-    board_.faults.flippedBit = {bank->value(), static_cast<std::uint32_t>(address->value()),
-                                bit->value()};
-  });
+  connect(on, &QCheckBox::toggled, this, Guarded(this, [this, on, bit, bank, address] {
+            board_.faults.flippedBit.reset();
+            if (!on->isChecked()) return;
+            board_.faults.flippedBit = {bank->value(), static_cast<std::uint32_t>(address->value()),
+                                        bit->value()};
+          }));
   return row;
 }
 
@@ -82,8 +85,10 @@ QLayout* FaultBox::SwitchRow() {
   row->addWidget(busy);
   row->addWidget(stuck);
   row->addStretch();
-  connect(busy, &QCheckBox::toggled, this, [this](bool yes) { board_.faults.busyForEver = yes; });
-  connect(stuck, &QCheckBox::toggled, this, [this](bool yes) { board_.faults.sdaStuckLow = yes; });
+  connect(busy, &QCheckBox::toggled, this,
+          Guarded(this, [this, busy] { board_.faults.busyForEver = busy->isChecked(); }));
+  connect(stuck, &QCheckBox::toggled, this,
+          Guarded(this, [this, stuck] { board_.faults.sdaStuckLow = stuck->isChecked(); }));
   return row;
 }
 
