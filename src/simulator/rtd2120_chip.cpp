@@ -39,6 +39,7 @@ void Rtd2120Chip::OnUnplugged() {
 void Rtd2120Chip::OnStart() {
   slave_ = 0;
   byte_ = 0;
+  page_.clear();
 }
 
 bool Rtd2120Chip::OnAddress(std::uint8_t byte) {
@@ -54,6 +55,7 @@ bool Rtd2120Chip::OnWrite(std::uint8_t byte) {
     const bool opensIsp = slave_ == kIspSlave && (byte == kControl || byte == kEntry);
     return ispMode_ || opensIsp;
   }
+  if (busyPolls_ > 0) return false;
   if (slave_ == kAddrSlave) return OnAddressRegister(byte, index - 1);
   switch (register_) {
     case kControl:
@@ -62,7 +64,7 @@ bool Rtd2120Chip::OnWrite(std::uint8_t byte) {
       ispMode_ = ispMode_ || (entryBegun_ && byte == 0);
       return byte == 0;
     case kPageData:
-      if (busyPolls_ > 0 || page_.size() == kPageBytes) return false;
+      if (page_.size() == kPageBytes) return false;
       page_.push_back(byte);
       return true;
     case kCrcControl:

@@ -11,8 +11,8 @@
 namespace simulator {
 
 /// Answers at 94 (ISP registers) and 96 (address registers, written only); an access names the
-/// register first. Before ISP mode only the two registers that open it can be written, and all
-/// read 00.
+/// register first. While it is busy it takes no data. Before ISP mode only the two registers that
+/// open it can be written, and all read 00.
 ///
 ///   90   40 | 60 first or second bank; C0 erases both; 00 leaves ISP mode. Reads back with bit 7
 ///        while erasing, bit 4 while a page is programmed, bit 3 while the CRC range is set

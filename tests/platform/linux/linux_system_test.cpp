@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdlib>
 
+#include "platform/directories.h"
 #include "platform/files.h"
 #include "platform/tick_counter.h"
 
@@ -21,4 +23,12 @@ TEST(LinuxTickCounter, AdvancesInStepsOf64ToTheSecond) {
   EXPECT_GE(step, 15U);
   const double steps = std::round(step / 15.625);
   EXPECT_LT(std::abs(step - steps * 15.625), 1) << "a whole number of steps, but for the rounding";
+}
+
+TEST(LinuxDirectories, ThePortAddressStandsInTheConfigFolder) {
+  setenv("XDG_CONFIG_HOME", "/xdg", 1);
+  EXPECT_EQ(SystemDirectories("isp-writer").portAddressFolder, "/xdg/isp-writer");
+  unsetenv("XDG_CONFIG_HOME");
+  setenv("HOME", "/home/operator", 1);
+  EXPECT_EQ(SystemDirectories("isp-writer").portAddressFolder, "/home/operator/.config/isp-writer");
 }

@@ -1,0 +1,121 @@
+// The waits on status bits, against a target that answers from a list: which reading ends them,
+// what never counts, and how long they last.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <limits>
+
+#include "support/bench.h"
+#include "support/rtd_transcript.h"
+
+namespace {
+
+using tongxun2120::Bank;
+
+class ListedTarget final : public simulator::I2cTarget {
+ public:
+  std::deque<std::uint8_t> replies;  // the last one is repeated
+  int reads = 0;
+  int addressesAnswered = std::numeric_limits<int>::max();
+
+  void OnStart() override {}
+  void OnStop() override {}
+  bool OnAddress(std::uint8_t) override { return addressesAnswered-- > 0; }
+  bool OnWrite(std::uint8_t) override { return true; }
+  std::uint8_t OnRead() override {
+    ++reads;
+    const std::uint8_t reply = replies.front();
+    if (replies.size() > 1) replies.pop_front();
+    return reply;
+  }
+  void OnUnplugged() override {}
+};
+
+struct RtdWaitsTest : testing::Test {
+  ListedTarget target;
+  std::unique_ptr<Bench> bench = NewBench();
+  RtdTranscript view;
+  tongxun2120::RtdLink& link = bench->tool.rtdLink;
+  tongxun2120::RtdOperations& operations = bench->tool.rtdOperations;
+
+  RtdWaitsTest() { bench->board.wire.Connect(&target); }
+  ~RtdWaitsTest() override { bench->board.wire.Connect(nullptr); }
+
+  template <typename Action>
+  std::uint32_t Elapsed(Action action) {
+    const std::uint32_t before = bench->ticks.Elapsed();
+    action();
+    return bench->ticks.Elapsed() - before;
+  }
+};
+
+TEST_F(RtdWaitsTest, WhichReadingEndsTheCrcWait) {
+  struct Case {
+    std::deque<std::uint8_t> statuses;
+    int reads;
+  };
+  for (const Case& c : {Case{{0x40}, 1},
+                        {{0x00}, 1},
+                        {{0x80, 0xC0}, 2},
+                        {{0xC0, 0xC0}, 2},
+                        {{0x80, 0x80, 0x00}, 3},
+                        {{0x80, 0x80, 0x80, 0x40}, 4}}) {
+    target.replies = c.statuses;
+    target.replies.push_front(0x40);  // the range is set
+    target.replies.push_back(0x5A);   // the CRC
+    target.reads = 0;
+    EXPECT_EQ(operations.RtdReadCrc(Bank::First, view), 0x5A);
+    EXPECT_EQ(target.reads, 1 + c.reads + 1);
+  }
+}
+
+TEST_F(RtdWaitsTest, EveryWaitEndsAfterTenSeconds) {
+  const std::deque<std::uint8_t> erasing{0x80}, settingRange{0x08}, running{0x00, 0x80};
+  for (const auto& [what, replies] :
+       {std::pair{"erase", erasing}, {"CRC range", settingRange}, {"CRC", running}}) {
+    target.replies = replies;
+    view.text.clear();
+    const std::uint32_t elapsed = Elapsed([&, erase = std::string(what) == "erase"] {
+      if (erase) {
+        EXPECT_FALSE(operations.RtdEraseChip(view));
+      } else {
+        EXPECT_EQ(operations.RtdReadCrc(Bank::First, view), std::nullopt);
+      }
+    });
+    EXPECT_GE(elapsed, 10'000U) << what;
+    EXPECT_LE(elapsed, 10'030U) << what;
+    EXPECT_EQ(view.text, "MCU link error") << what;
+    EXPECT_EQ(view.events.back(), "red MCU link error") << what;
+  }
+}
+
+/// The old reading in the buffer would end every wait at once.
+TEST_F(RtdWaitsTest, AReadThatWasNotAcknowledgedNeverCounts) {
+  target.replies = {0x00};
+  link.RtdRxBuf[0] = 0x00;
+  target.addressesAnswered = 0;
+  EXPECT_FALSE(link.RtdWaitBitsClear(0x90, 0x10));
+  EXPECT_EQ(link.RtdPollCount, 5001);
+  target.addressesAnswered = 0;
+  EXPECT_FALSE(operations.RtdEraseChip(view));
+  for (const int answered : {3, 5, 6, 8}) {  // at the range, the request, the status, the result
+    target.addressesAnswered = answered;
+    target.replies = {0x00};
+    view.text.clear();
+    EXPECT_EQ(operations.RtdReadCrc(Bank::First, view), std::nullopt) << answered;
+    EXPECT_EQ(view.text, "MCU link error") << answered;
+  }
+  target.addressesAnswered = 10;
+  EXPECT_EQ(operations.RtdReadCrc(Bank::First, view), 0x00) << "all ten are needed";
+}
+
+TEST_F(RtdWaitsTest, ARunEndsWithALongDelay) {
+  target.replies = {0x40};
+  bench->tool.timing.ByteDelayCount = 3;
+  const std::int64_t before = bench->tool.timing.Steps;
+  bench->tool.rtdWriter.Run(view);  // nothing is loaded: two writes to enter, one to leave
+  EXPECT_EQ(bench->tool.timing.Steps - before, 3 * 2 + 1001 * 2);
+}
+
+}  // namespace
