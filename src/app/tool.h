@@ -31,6 +31,8 @@ struct Tool {
         rtdLink(port, timing),
         rtdOperations(rtdLink, ticks, buffers),
         rtdWriter(rtdLink, rtdOperations, timing, buffers) {}
+  /// The target is left with both lines released, before the port itself is given back.
+  ~Tool() { port.ReleaseLines(); }
   Tool(const Tool&) = delete;
   Tool& operator=(const Tool&) = delete;
 

@@ -5,6 +5,12 @@ void IicPort::InitPortShadows() {
   ControlShadow = 0;
 }
 
+void IicPort::ReleaseLines() {
+  if (PortBase != portInUse_) return;
+  SetSclHigh();
+  SetSdaHigh();
+}
+
 void IicPort::AnnouncePort() {
   portInUse_ = PortBase;
   io_.UsePort(static_cast<std::uint32_t>(PortBase));

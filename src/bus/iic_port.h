@@ -54,6 +54,9 @@ class IicPort {
   /// that is set while SDA is low.
   bool SdaIsLow();
 
+  /// Leaves SCL and SDA high, as a STOP does; touches no port that was not in use.
+  void ReleaseLines();
+
  private:
   const IspBoard& Board() const { return BoardTable[static_cast<std::size_t>(CurrentBoard)]; }
   /// The register's I/O address; tells the port its base first when that is new.

@@ -25,6 +25,21 @@ class PortLog final : public PortIo {
 
 }  // namespace
 
+TEST(PortBase, LinesAreReleasedOnlyOnAPortInUse) {
+  PortLog log;
+  IicPort port(log);
+  port.PortBase = 100;
+  port.ReleaseLines();
+  EXPECT_EQ(log.words, "");
+  port.SetSdaLow();
+  log.words.clear();
+  port.ReleaseLines();
+  EXPECT_EQ(log.words, "write:102 write:100") << "SCL before SDA: a STOP, not a START";
+  port.PortBase = 200;
+  port.ReleaseLines();
+  EXPECT_EQ(log.words, "write:102 write:100");
+}
+
 TEST(PortBase, IsAnnouncedAtTheFirstAccessAfterItChanged) {
   PortLog log;
   IicPort port(log);
