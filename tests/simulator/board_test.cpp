@@ -70,6 +70,7 @@ TEST_F(BoardTest, RecordsTheBusAsAValueChangeDump) {
   bench->board.cable.ListenTo(&recorder);
   int count = -1;
   bench->tool.frames.IspWriteFrame(0, count, true);
+  bench->board.cable.ListenTo(nullptr);
   EXPECT_THAT(out.str(), HasSubstr("$timescale 1us $end"));
   EXPECT_THAT(out.str(),
               testing::EndsWith("$end\n#3\n0d\n#4\n0c\n#5\n1d\n#6\n0d\n#7\n1c\n#8\n1d\n"));
