@@ -22,7 +22,7 @@ class BusyPort final : public PortIo {
   std::int64_t accesses = 0;
 
   void DlPortWritePortUchar(std::uint32_t, std::uint8_t) override { Access(); }
-  std::uint8_t DlPortReadPortUchar(std::uint32_t) override {
+  std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t) override {
     Access();
     return 0xFF;
   }
@@ -50,12 +50,12 @@ class BusyPort final : public PortIo {
 /// Built once: both benchmarks use the same delays and the same port.
 struct Programming {
   Programming() {
-    tool.port.BoardTable[0] = Wiring();
+    tool.boards.BoardTable[0] = Wiring();
     tool.port.InitPortShadows();
     tool.timing.BitDelayCount = MedianCalibration().bitDelayCount;
     tool.timing.ByteDelayCount = MedianCalibration().byteDelayCount;
     const auto image = Image(kImageBytes);
-    std::copy(image.begin(), image.end(), tool.buffers.CodeBuffer.begin());
+    std::copy(image.begin(), image.end(), tool.vskImages.CodeBuffer.begin());
     Run();  // while an access costs nothing: only to count
     accesses = port.accesses;
     steps = tool.timing.Steps;

@@ -19,7 +19,7 @@ void SimulatedProgram64KiB(benchmark::State& state) {
     bench->view.Take();
     const std::uint64_t before = bench->board.cable.Accesses();
     state.ResumeTiming();
-    bench->tool.isp.ProgramImage(bench->tool.buffers.CodeMax, bench->view);
+    bench->tool.isp.ProgramImage(bench->tool.vskImages.CodeMax, bench->view);
     accesses = bench->board.cable.Accesses() - before;
   }
   if (!FlashEquals(bench->board.vsk830.Bank(0), image)) state.SkipWithError("not programmed");

@@ -1,10 +1,10 @@
 // The tool's own start-up, with a tick counter that lets the calibration end at once.
-#include "app/port_problem.h"
+#include "widgets/problem_box.h"
 #include "app/quit_signals.h"
-#include "app/tool.h"
+#include "tool/tool.h"
 #include "startup/shown.h"
 #include "support/fake_ticks.h"
-#include "ui/controls.h"
+#include "widgets/controls.h"
 #include "ui/launcher.h"
 
 int main(int argc, char** argv) {
@@ -13,7 +13,7 @@ int main(int argc, char** argv) {
   ApplyApplicationStyle();
 
   const QuitSignals quitSignals;
-  const auto io = SystemParallelPort(PostPortProblem);
+  const auto io = SystemParallelPort(PostProblem);
   FakeTicks ticks;
   const auto tool = std::make_unique<Tool>(*io, ticks, SystemDirectories("isp-writer"));
   Main launcher(tool->directories, tool->port, tool->portConfig, tool->timing, tool->buffers,

@@ -6,7 +6,7 @@
 #include <QWidget>
 
 #include "simulator/simulated_board.h"
-#include "simulator/window/board_window.h"
+#include "simulator_window/board_window.h"
 
 class DemoSession {
  public:

@@ -4,11 +4,11 @@
 #include <exception>
 #include <memory>
 
-#include "app/port_problem.h"
 #include "app/quit_signals.h"
-#include "app/tool.h"
-#include "ui/controls.h"
+#include "tool/tool.h"
 #include "ui/launcher.h"
+#include "widgets/controls.h"
+#include "widgets/problem_box.h"
 
 namespace {
 
@@ -18,11 +18,11 @@ int RunTool(int argc, char** argv) {
   ApplyApplicationStyle();
 
   const QuitSignals quitSignals;  // outlives the port: a second signal must not cut its end short
-  const auto io = SystemParallelPort(PostPortProblem);
+  const auto io = SystemParallelPort(PostProblem);
   const auto ticks = SystemTickCounter();
-  const auto tool = std::make_unique<Tool>(*io, *ticks, SystemDirectories("isp-writer"));
-  Main launcher(tool->directories, tool->port, tool->portConfig, tool->timing, tool->buffers,
-                tool->frames, tool->isp, tool->vskWriter, tool->rtdWriter);
+  const auto tool =
+      std::make_unique<Tool>(*io, *ticks, SystemDirectories("isp-writer"), PostProblem);
+  Main launcher(*tool);
   launcher.show();
   return QApplication::exec();
 }

@@ -8,11 +8,12 @@
 #include <memory>
 
 #include "app/demo_session.h"
-#include "app/tool.h"
 #include "simulator/simulated_board.h"
-#include "simulator/window/board_window.h"
-#include "ui/controls.h"
+#include "simulator_window/board_window.h"
+#include "tool/tool.h"
 #include "ui/launcher.h"
+#include "widgets/controls.h"
+#include "widgets/problem_box.h"
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
@@ -23,10 +24,9 @@ int main(int argc, char** argv) {
   const auto board = std::make_unique<SimulatedBoard>(CableWiring());
   board->Connect(ConnectedChip::Vsk830);
   const auto ticks = SystemTickCounter();
-  const auto tool =
-      std::make_unique<Tool>(board->cable, *ticks, SystemDirectories("isp-writer-simulator"));
-  Main launcher(tool->directories, tool->port, tool->portConfig, tool->timing, tool->buffers,
-                tool->frames, tool->isp, tool->vskWriter, tool->rtdWriter);
+  const auto tool = std::make_unique<Tool>(board->cable, *ticks,
+                                           SystemDirectories("isp-writer-simulator"), PostProblem);
+  Main launcher(*tool);
   BoardWindow boardWindow(*board);
   launcher.show();
   boardWindow.move(launcher.geometry().topRight() + QPoint(24, 0));

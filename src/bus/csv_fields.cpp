@@ -4,15 +4,11 @@
 #include <cmath>
 #include <limits>
 
+#include "text/hex_text.h"
+
 namespace {
 
 constexpr std::string_view kBlanks = " \t";
-
-std::string_view Trim(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
 
 }  // namespace
 
@@ -26,13 +22,13 @@ std::size_t CsvFields::FieldLength() const {
 std::optional<std::string> CsvFields::Next() {
   if (AtEnd()) return std::nullopt;
   const std::size_t length = FieldLength();
-  std::string_view field = Trim(rest_.substr(0, length));
+  std::string_view field = Trim(rest_.substr(0, length), kBlanks);
   const bool crLf = rest_.substr(length).starts_with("\r\n");
   rest_.remove_prefix(std::min(length + (crLf ? 2 : 1), rest_.size()));
 
   if (field.starts_with('"')) {
     field.remove_prefix(1);
-    field = Trim(field.substr(0, field.find('"')));
+    field = Trim(field.substr(0, field.find('"')), kBlanks);
   }
   return std::string(field);
 }
@@ -53,12 +49,4 @@ std::int16_t LeadingMask(std::string_view field) {
   const auto read = std::from_chars(field.data(), field.data() + field.size(), value, 16);
   const bool fits = read.ec == std::errc() && value <= 255;
   return fits ? static_cast<std::int16_t>(value) : std::int16_t{0};
-}
-
-std::optional<std::int32_t> WholeHex(std::string_view field) {
-  std::uint32_t value = 0;
-  const char* end = field.data() + field.size();
-  const auto read = std::from_chars(field.data(), end, value, 16);
-  if (read.ec != std::errc() || read.ptr != end) return std::nullopt;
-  return static_cast<std::int32_t>(value);
 }

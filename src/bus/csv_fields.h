@@ -29,6 +29,3 @@ std::optional<std::int16_t> LeadingDecimal(std::string_view field);
 /// The hexadecimal digits at the start of the field as a mask; 0 when there are none or when the
 /// value lies outside 1..255.
 std::int16_t LeadingMask(std::string_view field);
-
-/// The whole field as a 32-bit hexadecimal number without prefix. Nothing when it is none.
-std::optional<std::int32_t> WholeHex(std::string_view field);

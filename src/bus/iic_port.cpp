@@ -12,6 +12,7 @@ void IicPort::ReleaseLines() {
 }
 
 void IicPort::AnnouncePort() {
+  if (!Board().Complete()) TellMissingWiring();
   portInUse_ = PortBase;
   io_.UsePort(static_cast<std::uint32_t>(PortBase));
 }
@@ -23,7 +24,15 @@ void IicPort::Drive(PortRegister which, std::int16_t shadow, const LineSpec& lin
 }
 
 bool IicPort::SdaIsLow() {
-  const LineSpec& line = Board().SdaIn;
-  const bool bitSet = (io_.DlPortReadPortUchar(PortOf(PortRegister::Status)) & line.mask) != 0;
-  return bitSet == line.polarity;
+  const IspBoard& board = Board();
+  const auto status = io_.DlPortReadPortUchar(PortOf(PortRegister::Status));
+  if (!board.Complete()) TellMissingWiring();
+  if (!status || !board.Complete()) return false;
+  const bool bitSet = (*status & board.SdaIn.mask) != 0;
+  return bitSet == board.SdaIn.polarity;
+}
+
+void IicPort::TellMissingWiring() {
+  if (std::exchange(boardTold_, true)) return;
+  if (report_) report_(boards_.MissingWiring());
 }

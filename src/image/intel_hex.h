@@ -3,8 +3,8 @@
 //   : nn aaaa tt dd..dd cc CR LF     start code, byte count, address, type, data, checksum, line
 //   end
 //
-// Type and checksum are read and ignored: every record is a data record. The record that begins
-// within the last 14 characters is never read, which leaves the end-of-file record out.
+// Type and checksum are read and ignored: every record is a data record. A record that begins
+// within the last 13 characters is never read, which leaves the end-of-file record out.
 #pragma once
 
 #include <cstdint>
@@ -15,7 +15,7 @@
 
 namespace loadfile {
 
-/// Why a text cannot be read as Intel HEX, as one sentence for the operator.
+/// Why a text cannot be read as Intel HEX: the place and the fault itself, for the operator.
 using HexProblem = std::string;
 
 struct HexSummary {

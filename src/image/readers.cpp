@@ -1,10 +1,10 @@
 #include "image/readers.h"
 
 #include <algorithm>
-#include <cctype>
 
 #include "image/intel_hex.h"
 #include "platform/files.h"
+#include "text/hex_text.h"
 
 namespace loadfile {
 namespace {
@@ -14,28 +14,21 @@ constexpr std::size_t kLargestBinary = 65536;
 /// filling the memory.
 constexpr std::size_t kLargestHex = 64U << 20;
 
-bool Read(const std::string& name, FileKind kind, const ReadTarget& target, FileView& view) {
-  const ImageFile file(name, kind, target.cells.size() - 1);
-  if (file.Refused()) {
-    file.Refuse(view);
-    return false;
-  }
-  file.StoreInto(target, view);
-  return true;
-}
-
 }  // namespace
 
 FileKind KindOf(std::string_view name, std::string_view hexEnding) {
-  std::string ending(name.substr(name.size() - std::min(name.size(), hexEnding.size())));
-  for (char& c : ending) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-  return ending == hexEnding ? FileKind::Hex : FileKind::Binary;
+  const std::string_view ending =
+      name.substr(name.size() - std::min(name.size(), hexEnding.size()));
+  return UpperCase(ending) == hexEnding ? FileKind::Hex : FileKind::Binary;
 }
 
-ImageFile::ImageFile(const std::string& name, FileKind kind, std::size_t lastCell) : kind_(kind) {
-  FileContent file = ReadFile(name, kind == FileKind::Hex ? kLargestHex : kLargestBinary);
+ImageFile::ImageFile(const std::string& name, FileKind kind, std::size_t lastCell, Missing missing)
+    : kind_(kind) {
+  const std::size_t largestBinary = std::min(kLargestBinary, lastCell + 1);
+  FileContent file = ReadFile(PathOf(name), kind == FileKind::Hex ? kLargestHex : largestBinary);
   bytes_ = std::move(file.bytes);
-  if (!file.Ok() && !(kind == FileKind::Binary && file.missing)) {
+  const bool readsAsEmpty = kind == FileKind::Binary && file.missing && missing == Missing::Empty;
+  if (!file.Ok() && !readsAsEmpty) {
     problem_ = name + ": " + file.problem;
     return;
   }
@@ -62,24 +55,20 @@ void ImageFile::StoreInto(const ReadTarget& target, FileView& view) const {
 
 void ImageFile::StoreBinary(const ReadTarget& target) const {
   std::copy(bytes_.begin(), bytes_.end(), target.cells.begin());
-  if (bytes_.size() < kLargestBinary) target.cells[bytes_.size()] = 0xFF;
+  const std::size_t mostBytes = std::min(kLargestBinary, target.cells.size());
+  if (bytes_.size() < mostBytes) target.cells[bytes_.size()] = 0xFF;
   target.maximum = static_cast<std::int32_t>(bytes_.size()) - 1;
 }
 
-bool ReadHexFile(const std::string& name, tongxun::CodeBuffers& buffers, FileView& view) {
-  return Read(name, FileKind::Hex, {buffers.CodeBuffer, buffers.CodeMax}, view);
-}
-
-bool ReadBinFile(const std::string& name, tongxun::CodeBuffers& buffers, FileView& view) {
-  return Read(name, FileKind::Binary, {buffers.CodeBuffer, buffers.CodeMax}, view);
-}
-
-bool ReadRtdHexFile(const std::string& name, tongxun::CodeBuffers& buffers, FileView& view) {
-  return Read(name, FileKind::Hex, {buffers.RtdLoadBuffer, buffers.RtdLoadMax}, view);
-}
-
-bool ReadRtdBinFile(const std::string& name, tongxun::CodeBuffers& buffers, FileView& view) {
-  return Read(name, FileKind::Binary, {buffers.RtdLoadBuffer, buffers.RtdLoadMax}, view);
+bool ReadImage(const std::string& name, FileKind kind, const ReadTarget& target, FileView& view) {
+  const ImageFile file(name, kind, target.cells.size() - 1);
+  if (file.Refused()) {
+    file.Refuse(view);
+    return false;
+  }
+  view.ClearPrintedLines();
+  file.StoreInto(target, view);
+  return true;
 }
 
 }  // namespace loadfile

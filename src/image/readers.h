@@ -1,26 +1,25 @@
-// Reads firmware files into the code buffers.
+// Reads firmware files: Intel HEX and raw binary. Names no chip and no buffer.
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
-
-#include "image/code_buffers.h"
 
 /// What loading needs of a window.
 class FileView {
  public:
   virtual ~FileView() = default;
   /// Shows the file-open dialog on the program's folder. `filters`: description|pattern pairs
-  /// joined by "|". Empty when the operator chose no file.
+  /// joined by "|". UTF-8; empty when the operator chose no file.
   virtual std::string ChooseFile(std::string_view filters) = 0;
   virtual void Beep() = 0;
   /// A message box with an OK button; `detail` stands beneath the message and may be empty.
   virtual void ShowMessage(std::string_view message, std::string_view detail) = 0;
   /// Prints a line on the window's own surface, below the ones printed before.
   virtual void PrintLine(std::string_view line) = 0;
+  /// Takes back the lines that were printed for an earlier file.
+  virtual void ClearPrintedLines() = 0;
 };
 
 namespace loadfile {
@@ -36,17 +35,18 @@ enum class FileKind { Hex, Binary };
 /// The filter list for an image in one file.
 inline constexpr std::string_view kOneFileFilters = "Hexfile (*.hex)|*.hex|Binfile (*.bin)|*.bin";
 
-/// The filter list for the first file of a two-bank pair.
-inline constexpr std::string_view kPairFilters = "H00file (*.H00)|*.H00|B00file (*.B00)|*.B00";
-
 /// Hex when the last three characters of the name, in upper case, are `hexEnding`.
 FileKind KindOf(std::string_view name, std::string_view hexEnding);
+
+/// What a binary file that does not exist is.
+enum class Missing { Refused, Empty };
 
 /// One image file, read and checked, not yet stored anywhere.
 class ImageFile {
  public:
   /// `lastCell`: the highest address that the target holds.
-  ImageFile(const std::string& name, FileKind kind, std::size_t lastCell);
+  ImageFile(const std::string& name, FileKind kind, std::size_t lastCell,
+            Missing missing = Missing::Refused);
 
   bool Refused() const { return !problem_.empty(); }
   /// Two beeps and the message that says why this file cannot be loaded.
@@ -64,11 +64,8 @@ class ImageFile {
   std::string problem_;
 };
 
-/// The four readers. False when the file was refused; nothing has changed then.
-/// A missing binary file reads as an empty one.
-bool ReadHexFile(const std::string& name, tongxun::CodeBuffers& buffers, FileView& view);
-bool ReadBinFile(const std::string& name, tongxun::CodeBuffers& buffers, FileView& view);
-bool ReadRtdHexFile(const std::string& name, tongxun::CodeBuffers& buffers, FileView& view);
-bool ReadRtdBinFile(const std::string& name, tongxun::CodeBuffers& buffers, FileView& view);
+/// Reads one file into `target`, whose last cell is the highest address that it holds. False when
+/// the file was refused; nothing has changed then.
+bool ReadImage(const std::string& name, FileKind kind, const ReadTarget& target, FileView& view);
 
 }  // namespace loadfile

@@ -47,3 +47,10 @@ bool WriteAtStart(const fs::path& path, std::span<const std::uint8_t> bytes) {
   file.close();
   return file.good();
 }
+
+std::string PathText(const fs::path& path) {
+  const std::u8string text = path.u8string();
+  return {text.begin(), text.end()};
+}
+
+fs::path PathOf(const std::string& text) { return std::u8string(text.begin(), text.end()); }

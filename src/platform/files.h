@@ -26,3 +26,8 @@ bool EnsureFile(const std::filesystem::path& path);
 /// Writes `bytes` from position 0, creating the file when missing; bytes behind them stay as they
 /// were. False when they could not be written.
 bool WriteAtStart(const std::filesystem::path& path, std::span<const std::uint8_t> bytes);
+
+/// The path as UTF-8 text, for messages.
+std::string PathText(const std::filesystem::path& path);
+/// The path that a UTF-8 text names.
+std::filesystem::path PathOf(const std::string& text);

@@ -2,13 +2,16 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
-#include <string>
+#include <optional>
+
+#include "platform/problem.h"
+
+/// The parallel port's registers, relative to its base address.
+enum class PortRegister : std::uint32_t { Data = 0, Status = 1, Control = 2 };
 
 /// One byte to or from an I/O port, immediately and in call order.
-/// Implementations report no errors here: a port that cannot be reached swallows writes and reads
-/// as 0xFF, as an empty bus does.
+/// A port that cannot be reached swallows writes, and its reads say that there is no port.
 class PortIo {
  public:
   virtual ~PortIo() = default;
@@ -21,16 +24,14 @@ class PortIo {
 
   /// `port`: I/O address 0..0xFFFF.
   virtual void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) = 0;
-  virtual std::uint8_t DlPortReadPortUchar(std::uint32_t port) = 0;
+  /// Nothing when there is no port, or when it has failed since it was taken. No byte could say so:
+  /// 0xFF is what a bus without a target shows.
+  virtual std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t port) = 0;
 };
-
-/// Told why the port cannot be used: one message, in whole sentences, for the operator. Called in
-/// the middle of a line operation, so it must not wait for the operator.
-using PortProblem = std::function<void(const std::string& message)>;
 
 /// The machine's own parallel port. It is taken at the first `UsePort` and given back, with its
 /// data and control registers as they were found, when it is left for another one and when the
 /// object ends. `report` is called at most once for each cause after each `UsePort`.
 /// On Windows a driver library reaches every port: none is taken or given back, and `report` is
 /// called at most once.
-std::unique_ptr<PortIo> SystemParallelPort(PortProblem report);
+std::unique_ptr<PortIo> SystemParallelPort(Problem report);

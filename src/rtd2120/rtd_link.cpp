@@ -27,7 +27,6 @@ void RtdLink::RepeatedStart() {
   Start();
 }
 
-/// First half of a STOP.
 void RtdLink::TakeLinesLow() {
   timing_.BitDelay();
   port_.SetSclLow();
@@ -42,7 +41,6 @@ void RtdLink::FinishStop() {
   port_.SetSdaHigh();  // SDA rises while SCL is high
 }
 
-/// Eight data clocks and the acknowledge clock, which leaves SCL high and SDA released.
 void RtdLink::SendByte(int byte) {
   for (int k = 0; k < 8; ++k) {
     timing_.BitDelay();

@@ -78,13 +78,15 @@ class RtdLink {
   void RtdLeaveIsp();
 
  private:
-  void Start();
-  void RepeatedStart();
-  void TakeLinesLow();
-  void FinishStop();
+  // What each step expects of the lines -> what it leaves.
+  void Start();          // both high -> both low
+  void RepeatedStart();  // SCL high, SDA released -> both low
+  void TakeLinesLow();   // SCL high -> both low; first half of a STOP
+  void FinishStop();     // both low -> both high
+  /// Eight data clocks and the acknowledge clock. Any levels -> SCL high, SDA released.
   void SendByte(int byte);
-  bool SampleAcknowledge(int delays);
-  int ReceiveByte();
+  bool SampleAcknowledge(int delays);  // SCL high, SDA released -> the same
+  int ReceiveByte();                   // SDA released -> SCL high, SDA released
   template <typename Cell>
   int Write(std::span<const Cell> bytes, int flags, int acknowledgeDelays);
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "image/hex_number.h"
 #include "rtd2120/crc8.h"
+#include "text/hex_text.h"
 
 namespace tongxun2120 {
 namespace {
@@ -43,7 +43,7 @@ void RtdOperations::RtdBuildPages(std::int32_t maximum) {
   }
   const auto last = static_cast<std::size_t>(std::clamp(maximum, 0, 0xFFFF));
   for (std::size_t a = 0; a <= last; ++a) {
-    link_.RtdPageTable[a / kPageBytes][kFirstData + a % kPageBytes] = buffers_.RtdLoadBuffer[a];
+    link_.RtdPageTable[a / kPageBytes][kFirstData + a % kPageBytes] = images_.RtdLoadBuffer[a];
   }
 }
 
@@ -99,7 +99,7 @@ std::optional<int> RtdOperations::RtdReadCrc(Bank bank, RtdView& view) {
     answered = WaitForCrc() && link_.ReadStatus(kCrcResult);
   }
   if (!answered) {
-    AppendLinkError(view);
+    AppendLinkErrorLine(view);
     return std::nullopt;
   }
   const int crc = link_.RtdRxBuf[0];
@@ -111,7 +111,7 @@ std::optional<int> RtdOperations::RtdReadCrc(Bank bank, RtdView& view) {
 bool RtdOperations::RtdEraseChip(RtdView& view) {
   link_.WriteRegister(kIspControl, kErase);
   if (!WaitForControlBit(kErasing)) {
-    AppendLinkError(view);
+    AppendLinkErrorLine(view);
     return false;
   }
   AppendLine(view, "Erase MCU OK.");
@@ -138,20 +138,3 @@ void RtdOperations::RtdProgramBank(Bank bank, RtdView& view) {
 }
 
 }  // namespace tongxun2120
-
-void AppendLine(RtdView& view, std::string_view message) {
-  view.SetStatusText(view.StatusText() + std::string(message) + "\r\n");
-  view.RefreshStatus();
-}
-
-void AppendRedLine(RtdView& view, std::string_view message) {
-  view.SetStatusText(view.StatusText() + std::string(message) + "\r\n");
-  view.SetStatusRed(true);
-  view.RefreshStatus();
-}
-
-void AppendLinkError(RtdView& view) {
-  view.SetStatusText(view.StatusText() + "MCU link error");
-  view.SetStatusRed(true);
-  view.RefreshStatus();
-}

@@ -6,20 +6,17 @@
 #include <optional>
 #include <string>
 
-#include "image/code_buffers.h"
 #include "platform/tick_counter.h"
+#include "rtd2120/rtd_images.h"
 #include "rtd2120/rtd_link.h"
 #include "rtd2120/rtd_view.h"
 
 namespace tongxun2120 {
 
-/// The chip's two flash banks of 64 KiB.
-enum class Bank { First = 0, Second = 1 };
-
 class RtdOperations {
  public:
-  RtdOperations(RtdLink& link, TickCounter& ticks, tongxun::CodeBuffers& buffers)
-      : link_(link), ticks_(ticks), buffers_(buffers) {}
+  RtdOperations(RtdLink& link, TickCounter& ticks, RtdImages& images)
+      : link_(link), ticks_(ticks), images_(images) {}
 
   std::int32_t RtdMaxAddr = 0;  // highest address 0..0xFFFF of the image being written
   std::string RtdStatusBase;    // the status text when programming began
@@ -47,7 +44,7 @@ class RtdOperations {
 
   RtdLink& link_;
   TickCounter& ticks_;
-  tongxun::CodeBuffers& buffers_;
+  RtdImages& images_;
 };
 
 }  // namespace tongxun2120

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+namespace tongxun2120 {
+
 class RtdView {
  public:
   virtual ~RtdView() = default;
@@ -25,3 +27,7 @@ void AppendLine(RtdView& view, std::string_view message);
 void AppendRedLine(RtdView& view, std::string_view message);
 /// Appends "MCU link error" in red, without a line end, and refreshes.
 void AppendLinkError(RtdView& view);
+/// The same with a line end.
+void AppendLinkErrorLine(RtdView& view);
+
+}  // namespace tongxun2120

@@ -2,8 +2,11 @@
 #pragma once
 
 #include "bus/bus_timing.h"
-#include "image/code_buffers.h"
+#include "rtd2120/rtd_images.h"
+#include "rtd2120/rtd_load.h"
 #include "rtd2120/rtd_operations.h"
+
+namespace tongxun2120 {
 
 enum class RtdBankMode { First = 0, Second = 1, Both = 2 };
 enum class RtdOperateMode { Automatic = 0, EraseOnly = 1 };
@@ -11,30 +14,32 @@ enum class RtdOperateMode { Automatic = 0, EraseOnly = 1 };
 /// State and commands outlive the window, which passes itself to each call.
 class RtdWriter {
  public:
-  RtdWriter(tongxun2120::RtdLink& link, tongxun2120::RtdOperations& operations,
-            tongxun::BusTiming& timing, tongxun::CodeBuffers& buffers)
-      : link_(link), operations_(operations), timing_(timing), buffers_(buffers) {}
+  RtdWriter(RtdLink& link, RtdOperations& operations, tongxun::BusTiming& timing, RtdImages& images)
+      : link_(link), operations_(operations), timing_(timing), images_(images) {}
 
   RtdBankMode BankMode = RtdBankMode::First;
   RtdOperateMode OperateMode = RtdOperateMode::Automatic;
 
+  /// Loads an image for the bank.
+  void Load(Bank bank, RtdLoadView& view) { Load_RTD2120_NormalFile(bank, images_, view); }
+
   /// The "Run" button. ISP mode is left after an automatic run, not after an erase-only one.
   void Run(RtdView& view);
-  /// Erases the chip, writes and verifies the first bank. False when the erase failed: nothing
-  /// may be programmed then.
+  /// Erases the chip, writes and verifies the first bank. False when the chip stopped answering:
+  /// the run ends then.
   bool AutoWriteBank1(RtdView& view);
-  /// Writes and verifies the second bank, without an erase of its own.
-  void AutoWriteBank2(RtdView& view);
+  /// Writes and verifies the second bank, without an erase of its own. False as above.
+  bool AutoWriteBank2(RtdView& view);
 
  private:
-  struct BankImage;
-
   void WriteLoadedBanks(RtdView& view);
-  bool Prepare(const BankImage& image, RtdView& view);
-  void WriteAndVerify(tongxun2120::Bank bank, RtdView& view);
+  bool Prepare(Bank bank, const char* missingMessage, RtdView& view);
+  bool WriteAndVerify(Bank bank, RtdView& view);
 
-  tongxun2120::RtdLink& link_;
-  tongxun2120::RtdOperations& operations_;
+  RtdLink& link_;
+  RtdOperations& operations_;
   tongxun::BusTiming& timing_;
-  tongxun::CodeBuffers& buffers_;
+  RtdImages& images_;
 };
+
+}  // namespace tongxun2120

@@ -1,6 +1,6 @@
 #include "simulator/bus_log.h"
 
-#include "image/hex_number.h"
+#include "text/hex_text.h"
 
 namespace simulator {
 

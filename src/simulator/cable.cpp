@@ -25,7 +25,7 @@ void Cable::DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) {
   if (listener_ != nullptr) listener_->Levels(accesses_, Sda(), masterScl_);
 }
 
-std::uint8_t Cable::DlPortReadPortUchar(std::uint32_t port) {
+std::optional<std::uint8_t> Cable::DlPortReadPortUchar(std::uint32_t port) {
   ++accesses_;
   // Another port's lines are idle. A direct input shows a low SDA as a set bit. The other status
   // bits float high.

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "bus/iic_port.h"
+#include "bus/isp_boards.h"
 #include "platform/port_io.h"
 #include "simulator/faults.h"
 #include "simulator/wire_decoder.h"
@@ -30,7 +30,7 @@ class Cable final : public PortIo {
   std::uint64_t Accesses() const { return accesses_; }
 
   void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) override;
-  std::uint8_t DlPortReadPortUchar(std::uint32_t port) override;
+  std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t port) override;
 
  private:
   /// Wired-AND of master, target and a stuck line.

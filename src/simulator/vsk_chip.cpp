@@ -1,9 +1,6 @@
 #include "simulator/vsk_chip.h"
 
-#include <array>
-
-#include "image/crc16.h"
-#include "image/hex_number.h"
+#include "text/hex_text.h"
 
 namespace simulator {
 namespace {
@@ -21,6 +18,19 @@ enum Command : std::uint8_t {
   kProgramBank1 = 0xA1,
   kResetCrc = 0xD0,
 };
+
+constexpr std::uint16_t kCrcReset = 0xFFFF;
+
+/// x^16 + x^15 + x^2 + 1, as the chip's shift register takes one byte, high bit first.
+std::uint16_t FeedCrc(std::uint16_t crc, std::uint8_t byte) {
+  crc = static_cast<std::uint16_t>(crc ^ (byte << 8));
+  for (int bit = 0; bit < 8; ++bit) {
+    const bool carry = (crc & 0x8000) != 0;
+    crc = static_cast<std::uint16_t>(crc << 1);
+    if (carry) crc ^= 0x8005;
+  }
+  return crc;
+}
 
 }  // namespace
 
@@ -113,7 +123,7 @@ bool VskChip::OnCommand(std::uint8_t byte) {
       frame_ = Frame::None;
       return true;
     case kResetCrc:
-      crc_ = tongxun::kCrcStart;
+      crc_ = kCrcReset;
       return true;
     case kSelectPage:
     case kErasePage:
@@ -169,7 +179,7 @@ bool VskChip::OnData(std::uint8_t byte) {
   if (!leader && expected_ == Expected::PageData) {
     if (index > kPageBytes) return false;
     const std::uint8_t stored = banks_[bank_].Program(page_ * kPageBytes + index - 1, byte);
-    crc_ = tongxun::CrcBytes(crc_, std::array{stored});
+    crc_ = FeedCrc(crc_, stored);
   } else if (!leader && !(expected_ == Expected::FollowUp && index == 1 && byte == 0)) {
     return false;
   }

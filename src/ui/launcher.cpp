@@ -5,91 +5,83 @@
 #include <QScreen>
 
 #include "platform/files.h"
-#include "ui/controls.h"
 #include "vsk/entry_parameters.h"
+#include "widgets/controls.h"
 
-Main::Main(const Directories& directories, IicPort& port, PortConfig& portConfig,
-           tongxun::BusTiming& timing, tongxun::CodeBuffers& buffers, tongxun::IspFrames& frames,
-           IspOperations& isp, VskWriter& vskWriter, RtdWriter& rtdWriter)
-    : directories_(directories),
-      port_(port),
-      portConfig_(portConfig),
-      timing_(timing),
-      buffers_(buffers),
-      frames_(frames),
-      isp_(isp),
-      vskWriter_(vskWriter),
-      rtdWriter_(rtdWriter) {
+Main::Main(Tool& tool) : tool_(tool) {
   setObjectName(QStringLiteral("Main"));
   setWindowTitle(QStringLiteral("Main"));
   FixClientArea(this, 3360, 4305);
   move(screen()->availableGeometry().center() - rect().center());
   CreateButtons();
-  timing_.Calibrated = [this](std::int32_t tickPollCount) {
+  tool_.timing.Calibrated = [this](std::int32_t tickPollCount) {
     if (form1_) form1_->ShowCalibration(tickPollCount);
   };
   StartUp();
 }
 
-Main::~Main() { timing_.Calibrated = nullptr; }
+Main::~Main() { tool_.timing.Calibrated = nullptr; }
 
 void Main::CreateButtons() {
-  const auto addButton = [this](const char* name, const char* caption, int topTwips, auto action) {
-    QPushButton* button = AddButton(this, name, QLatin1String(caption), {600, topTwips, 2175, 615});
+  const auto addButton = [this](const char* name, const QString& caption, int topTwips,
+                                auto action) {
+    QPushButton* button = AddButton(this, name, caption, {600, topTwips, 2175, 615});
     connect(button, &QPushButton::clicked, this, Guarded(this, action));
   };
-  addButton("Command1", "VSK830V", 480, [this] { OpenVskWriter(VskChip::Vsk830); });
-  addButton("Command2", "VSK630V", 1440, [this] { OpenVskWriter(VskChip::Vsk630); });
-  addButton("Command3", "RTD2120", 2400, [this] { OpenRtdWriter(); });
-  addButton("Command4", "EXIT", 3360, [] { QCoreApplication::exit(); });
+  addButton("Command1", ModelOf(VskChip::Vsk830).name + QStringLiteral("V"), 480,
+            [this] { OpenVskWriter(VskChip::Vsk830); });
+  addButton("Command2", ModelOf(VskChip::Vsk630).name + QStringLiteral("V"), 1440,
+            [this] { OpenVskWriter(VskChip::Vsk630); });
+  addButton("Command3", QStringLiteral("RTD2120"), 2400, [this] { OpenRtdWriter(); });
+  addButton("Command4", QStringLiteral("EXIT"), 3360, [] { QCoreApplication::exit(); });
 }
 
 void Main::StartUp() {
-  const auto initial = directories_.programFolder / "Initial";
+  const auto initial = tool_.directories.programFolder / "Initial";
   const auto turn = [] { QCoreApplication::processEvents(); };
   WriterState = OpenWriter::None;
-  portConfig_.LoadPortAddress();
-  port_.InitPortShadows();
-  portConfig_.LoadPortConfig(initial / "InitPort.csv", turn);
-  portConfig_.LoadCurrentBoard(initial / "CurrIspBoard.csv", turn);
+  tool_.portAddress.LoadPortAddress();
+  tool_.port.InitPortShadows();
+  tool_.boards.LoadPortConfig(initial / "InitPort.csv", turn);
+  tool_.boards.LoadCurrentBoard(initial / "CurrIspBoard.csv", turn);
   Init830And630();
   InitRTD2120();
 }
 
 void Main::Init830And630() {
-  frames_.HwCrc = -1;
-  isp_.ChipSelect = VskChip::Vsk830;
-  vskWriter_.IspOperate = IspOperation::Program;
-  timing_.SpeedFactor = 2;
+  tool_.frames.HwCrc = -1;
+  tool_.isp.ChipSelect = VskChip::Vsk830;
+  tool_.vskWriter.IspOperate = IspOperation::Program;
+  tool_.timing.SpeedFactor = 2;
   CreateForm1();  // the calibration writes into its data display
-  timing_.CalibrateSpeed();
-  buffers_.CodeBuffer.fill(0xFF);
-  vskWriter_.LoadPage = 0;
+  tool_.timing.CalibrateSpeed();
+  tool_.vskImages.CodeBuffer.fill(0xFF);
+  tool_.vskWriter.LoadPage = 0;
   check_file();
-  buffers_.CodeLoaded = false;
-  vskWriter_.LoadPageView = false;
-  vskWriter_.ReadPageView = false;
+  tool_.vskImages.CodeLoaded = false;
+  tool_.vskWriter.LoadPageView = false;
+  tool_.vskWriter.ReadPageView = false;
 }
 
 void Main::InitRTD2120() {
-  buffers_.Bank1Loaded = false;
-  buffers_.Bank2Loaded = false;
+  tool_.rtdImages.Bank1Loaded = false;
+  tool_.rtdImages.Bank2Loaded = false;
 }
 
 void Main::check_file() {
-  const auto path = directories_.programFolder / "Initial" / "security.cod";
+  const auto path = tool_.directories.programFolder / "Initial" / "security.cod";
   EnsureFile(path);
   if (ReadFile(path, 1).bytes.empty()) {
     form3_ = std::make_unique<Form3>(path);
     form3_->move(geometry().topRight() + QPoint(24, 0));  // beside the launcher
     form3_->show();
   }
-  fileop::ReadSecurityFile(path, frames_.IspParams);
+  fileop::ReadSecurityFile(path, tool_.frames.IspParams);
 }
 
 void Main::CreateForm1() {
   form1_ = std::make_unique<Form1>(
-      vskWriter_, isp_, directories_.programFolder, [this] { ShowSettings(); },
+      tool_.vskWriter, tool_.isp, tool_.directories.programFolder, [this] { ShowSettings(); },
       [this] {
         WriterState = OpenWriter::None;
         form1_.release()->deleteLater();
@@ -110,7 +102,7 @@ void Main::OpenRtdWriter() {
   if (WriterState == OpenWriter::Rtd2120) return;
   if (WriterState == OpenWriter::Vsk) form1_->close();
   rtdWrite_ = std::make_unique<RTD2120Write>(
-      rtdWriter_, buffers_, directories_.programFolder, [this] { ShowSettings(); },
+      tool_.rtdWriter, tool_.directories.programFolder, [this] { ShowSettings(); },
       [this] {
         WriterState = OpenWriter::None;
         rtdWrite_.release()->deleteLater();
@@ -121,7 +113,7 @@ void Main::OpenRtdWriter() {
 
 void Main::ShowSettings() {
   if (!form2_) {
-    form2_ = std::make_unique<Form2>(port_, portConfig_, timing_,
+    form2_ = std::make_unique<Form2>(tool_.port, tool_.portAddress, tool_.timing,
                                      [this] { form2_.release()->deleteLater(); });
   }
   form2_->show();

@@ -8,6 +8,11 @@ void PrintSurface::PrintLine(const QString& line) {
   update();
 }
 
+void PrintSurface::Clear() {
+  lines_.clear();
+  update();
+}
+
 void PrintSurface::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const int lineHeight = fontMetrics().height();

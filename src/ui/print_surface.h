@@ -11,6 +11,8 @@ class PrintSurface final : public QWidget {
   /// Prints below the line printed before, from the top left corner on; lines below the lower edge
   /// are not seen.
   void PrintLine(const QString& line);
+  /// Takes all lines back; the next one is printed at the top.
+  void Clear();
   const QStringList& PrintedLines() const { return lines_; }
 
  protected:

@@ -5,13 +5,13 @@
 
 #include "ui/run_picture.h"
 
-RTD2120Write::RTD2120Write(RtdWriter& writer, tongxun::CodeBuffers& buffers,
-                           std::filesystem::path programFolder, std::function<void()> settingsAsked,
-                           std::function<void()> closed)
+using namespace tongxun2120;
+
+RTD2120Write::RTD2120Write(RtdWriter& writer, std::filesystem::path programFolder,
+                           std::function<void()> settingsAsked, std::function<void()> closed)
     : WriterWindow("RTD2120Write", QStringLiteral("RTD2120Write"), 8400, 5475,
                    std::move(programFolder), std::move(closed)),
       writer_(writer),
-      buffers_(buffers),
       settingsAsked_(std::move(settingsAsked)) {
   CreateMenu();
   CreateBankRows();
@@ -49,10 +49,11 @@ void RTD2120Write::CreateBankRows() {
       {"Bank1File", "Bank1MaxAddr", "Bank1CheckSum", "Com64K", "64K", 840},
       {"Bank2File", "Bank2MaxAddr", "Bank2CheckSum", "Com64_96K", "64~96K", 1320},
   }};
-  for (int bank = 0; bank < 2; ++bank) {
-    const Row& row = kRows[static_cast<std::size_t>(bank)];
-    BankBoxes& boxes = banks_[static_cast<std::size_t>(bank)];
-    const QString suffix = QStringLiteral(" of bank %1").arg(bank + 1);
+  for (const Bank bank : {Bank::First, Bank::Second}) {
+    const auto index = static_cast<std::size_t>(bank);
+    const Row& row = kRows[index];
+    BankBoxes& boxes = banks_[index];
+    const QString suffix = QStringLiteral(" of bank %1").arg(index + 1);
     boxes.file = AddTextBox(surface_, row.file, QStringLiteral("File Name") + suffix,
                             {120, row.top, 4935, 375});
     boxes.maximumAddress =
@@ -66,7 +67,7 @@ void RTD2120Write::CreateBankRows() {
     QPushButton* load =
         AddButton(surface_, row.button, QLatin1String(row.caption), {6960, row.top, 1215, 375});
     connect(load, &QPushButton::clicked, this,
-            Guarded(this, [this, bank] { Load_RTD2120_NormalFile(bank, buffers_, *this); }));
+            Guarded(this, [this, bank] { writer_.Load(bank, *this); }));
   }
 }
 
@@ -120,8 +121,8 @@ void RTD2120Write::RefreshStatus() { writeStatus_->viewport()->repaint(); }
 
 void RTD2120Write::ShowMessage(std::string_view message) { ShowMessageBox(this, message); }
 
-void RTD2120Write::ShowBankRow(int bank, const RtdBankRow& row) {
-  const BankBoxes& boxes = banks_[bank == 1 ? 0 : 1];
+void RTD2120Write::ShowBankRow(Bank bank, const RtdBankRow& row) {
+  const BankBoxes& boxes = banks_[static_cast<std::size_t>(bank)];
   boxes.file->setText(TextOf(row.file));
   boxes.maximumAddress->setText(TextOf(row.maximumAddress));
   boxes.checksum->setText(TextOf(row.checksum));

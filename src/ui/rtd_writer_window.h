@@ -6,21 +6,20 @@
 #include <filesystem>
 #include <functional>
 
-#include "image/code_buffers.h"
-#include "image/rtd_load.h"
+#include "rtd2120/rtd_load.h"
 #include "rtd2120/rtd_view.h"
 #include "rtd2120/rtd_writer.h"
-#include "ui/controls.h"
 #include "ui/writer_window.h"
+#include "widgets/controls.h"
 
 /// Holds controls only; what survives closing and reopening belongs to `RtdWriter` and to the code
 /// buffers. Opening it sets both modes to what its options show.
-class RTD2120Write final : public WriterWindow<RtdLoadView>, private RtdView {
+class RTD2120Write final : public WriterWindow<tongxun2120::RtdLoadView>,
+                           private tongxun2120::RtdView {
  public:
   /// `settingsAsked`: the "About" entry was chosen. `closed`: the window is closing, by any means.
-  RTD2120Write(RtdWriter& writer, tongxun::CodeBuffers& buffers,
-               std::filesystem::path programFolder, std::function<void()> settingsAsked,
-               std::function<void()> closed);
+  RTD2120Write(tongxun2120::RtdWriter& writer, std::filesystem::path programFolder,
+               std::function<void()> settingsAsked, std::function<void()> closed);
 
  private:
   void CreateMenu();
@@ -38,7 +37,7 @@ class RTD2120Write final : public WriterWindow<RtdLoadView>, private RtdView {
 
   // RtdLoadView
   using WriterWindow::ShowMessage;  // with a detail
-  void ShowBankRow(int bank, const RtdBankRow& row) override;
+  void ShowBankRow(tongxun2120::Bank bank, const tongxun2120::RtdBankRow& row) override;
 
   struct BankBoxes {
     QLineEdit* file;
@@ -46,8 +45,7 @@ class RTD2120Write final : public WriterWindow<RtdLoadView>, private RtdView {
     QLineEdit* checksum;
   };
 
-  RtdWriter& writer_;
-  tongxun::CodeBuffers& buffers_;
+  tongxun2120::RtdWriter& writer_;
   const std::function<void()> settingsAsked_;
 
   std::array<BankBoxes, 2> banks_{};

@@ -1,7 +1,7 @@
 #include "ui/security_window.h"
 
-#include "ui/dialogs.h"
 #include "vsk/entry_parameters.h"
+#include "widgets/dialogs.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <array>
 #include <filesystem>
 
-#include "ui/controls.h"
+#include "widgets/controls.h"
 
 class Form3 final : public QWidget {
  public:

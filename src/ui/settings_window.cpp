@@ -3,8 +3,8 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 
-#include "image/hex_number.h"
-#include "ui/dialogs.h"
+#include "text/hex_text.h"
+#include "widgets/dialogs.h"
 
 namespace {
 
@@ -24,9 +24,9 @@ void SetHeadingFont(QLabel* label, const QString& caption, int pixels) {
 
 }  // namespace
 
-Form2::Form2(IicPort& port, const PortConfig& portConfig, tongxun::BusTiming& timing,
+Form2::Form2(IicPort& port, const PortAddressFile& portAddress, tongxun::BusTiming& timing,
              std::function<void()> closed)
-    : port_(port), portConfig_(portConfig), timing_(timing), closed_(std::move(closed)) {
+    : port_(port), portAddress_(portAddress), timing_(timing), closed_(std::move(closed)) {
   setObjectName(QStringLiteral("Form2"));
   setWindowTitle(QStringLiteral("Setting"));
   FixClientArea(this, 4680, 6090);
@@ -92,19 +92,17 @@ void Form2::ChangeSpeed(int speedFactor) {
 void Form2::ShowPortAddress() { text3_->setText(TextOf(HexText(port_.PortBase))); }
 
 bool Form2::ApplyPortAddress() {
-  bool isHex = false;
-  const QString typed = text3_->text().trimmed();
-  const uint address = typed.toUInt(&isHex, 16);
-  const bool digitsOnly = isHex && !typed.contains(QLatin1Char('x'), Qt::CaseInsensitive) &&
-                          !typed.startsWith(QLatin1Char('+'));
-  if (!digitsOnly) {
+  // At most four characters, so at most 0xFFFF.
+  const auto address = WholeHex(text3_->text().trimmed().toStdString());
+  if (!address) {
     ShowPortAddress();
     ShowMessageBox(this, "please input HEX number:(0000-FFFF)");
     return false;
   }
-  port_.PortBase = address == 0 ? IicPort::kDefaultPortBase : static_cast<std::int32_t>(address);
-  if (address == 0) ShowPortAddress();
-  portConfig_.SavePortAddress();
+  port_.PortBase = *address == 0 ? IicPort::kDefaultPortBase : static_cast<std::int32_t>(*address);
+  port_.ReopenPort();  // whatever kept it from being used may have been mended
+  if (*address == 0) ShowPortAddress();
+  portAddress_.SavePortAddress();
   ShowMessageBox(this, "Parallel Address Modify is 0x" + HexText(port_.PortBase));
   return true;
 }

@@ -39,6 +39,8 @@ std::string Form1::AskText(std::string_view prompt, std::string_view title,
 
 void Form1::ShowMessage(std::string_view message) { ShowMessageBox(this, message); }
 
+bool Form1::Confirm(std::string_view message) { return ShowQuestionBox(this, message); }
+
 void Form1::ShowFileName(std::string_view text) { text2_->setText(TextOf(text)); }
 
 void Form1::ShowMaximumAddress(std::string_view text) { text4_->setText(TextOf(text)); }

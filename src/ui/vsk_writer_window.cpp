@@ -103,12 +103,15 @@ void Form1::CreateOperationOptions(QWidget* client) {
 }
 
 void Form1::CreateChipOptions(QWidget* client) {
+  constexpr std::array<Twips, kVskModels.size()> kPlaces{
+      {{120, 240, 1455, 255}, {120, 600, 1575, 255}}};
   QGroupBox* frame = AddFrame(client, "Frame1", QStringLiteral("Select"), {120, 3120, 1815, 975});
-  option1_ = AddOption(frame, "Option1", QStringLiteral("VSK830"), {120, 240, 1455, 255});
-  option2_ = AddOption(frame, "Option2", QStringLiteral("VSK630"), {120, 600, 1575, 255});
-  option1_->setChecked(true);
-  option1_->OnSelected([this] { isp_.ChipSelect = VskChip::Vsk830; });
-  option2_->OnSelected([this] { isp_.ChipSelect = VskChip::Vsk630; });
+  for (std::size_t i = 0; i < kVskModels.size(); ++i) {
+    const std::string name = "Option" + std::to_string(i + 1);
+    chips_[i] = AddOption(frame, name.c_str(), QLatin1String(kVskModels[i].name), kPlaces[i]);
+    chips_[i]->setChecked(static_cast<VskChip>(i) == VskChip::Vsk830);
+    chips_[i]->OnSelected([this, i] { isp_.ChipSelect = static_cast<VskChip>(i); });
+  }
 }
 
 void Form1::CreateImageBoxes(QWidget* client) {
@@ -161,7 +164,7 @@ void Form1::SelectChip(VskChip chip) {
   // Said outright as well: a window that was just created shows the VSK830 already, and selecting
   // what is selected runs no action.
   isp_.ChipSelect = chip;
-  (chip == VskChip::Vsk830 ? option1_ : option2_)->setChecked(true);
+  chips_[static_cast<std::size_t>(chip)]->setChecked(true);
   findChild<QAction*>(QStringLiteral("Lcf"))->setEnabled(false);
   findChild<QAction*>(QStringLiteral("Lnf"))->setEnabled(true);
 }

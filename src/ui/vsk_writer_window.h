@@ -2,15 +2,16 @@
 #pragma once
 
 #include <QPlainTextEdit>
+#include <array>
 #include <filesystem>
 #include <functional>
 
-#include "image/vsk_load.h"
-#include "ui/controls.h"
 #include "ui/writer_window.h"
 #include "vsk/isp_operations.h"
 #include "vsk/isp_view.h"
+#include "vsk/vsk_load.h"
 #include "vsk/vsk_writer.h"
+#include "widgets/controls.h"
 
 /// Holds controls only; what survives closing and reopening belongs to `VskWriter`.
 class Form1 final : public WriterWindow<VskLoadView>, private IspView {
@@ -50,6 +51,7 @@ class Form1 final : public WriterWindow<VskLoadView>, private IspView {
   std::string AskText(std::string_view prompt, std::string_view title,
                       std::string_view answer) override;
   void ShowMessage(std::string_view message) override;
+  bool Confirm(std::string_view message) override;
 
   // VskLoadView
   using WriterWindow::ShowMessage;  // with a detail
@@ -62,16 +64,15 @@ class Form1 final : public WriterWindow<VskLoadView>, private IspView {
   IspOperations& isp_;
   const std::function<void()> settingsAsked_;
 
-  OptionButton* option1_ = nullptr;  // VSK830
-  OptionButton* option2_ = nullptr;  // VSK630
-  OptionButton* option5_ = nullptr;  // quit isp mode
-  OptionButton* option9_ = nullptr;  // Page Read
-  QPlainTextEdit* text1_ = nullptr;  // data display
-  QLineEdit* text2_ = nullptr;       // MCU File
-  QLineEdit* text3_ = nullptr;       // CheckSum
-  QLineEdit* text4_ = nullptr;       // MaxAddress
-  QLineEdit* text5_ = nullptr;       // S/W CRC
-  QLineEdit* text6_ = nullptr;       // H/W CRC
-  QLabel* label2_ = nullptr;         // ISP mode status
-  QLabel* label3_ = nullptr;         // operation status
+  std::array<OptionButton*, kVskModels.size()> chips_{};  // by `VskChip`
+  OptionButton* option5_ = nullptr;                       // quit isp mode
+  OptionButton* option9_ = nullptr;                       // Page Read
+  QPlainTextEdit* text1_ = nullptr;                       // data display
+  QLineEdit* text2_ = nullptr;                            // MCU File
+  QLineEdit* text3_ = nullptr;                            // CheckSum
+  QLineEdit* text4_ = nullptr;                            // MaxAddress
+  QLineEdit* text5_ = nullptr;                            // S/W CRC
+  QLineEdit* text6_ = nullptr;                            // H/W CRC
+  QLabel* label2_ = nullptr;                              // ISP mode status
+  QLabel* label3_ = nullptr;                              // operation status
 };

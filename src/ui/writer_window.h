@@ -11,9 +11,9 @@
 #include <string>
 #include <utility>
 
-#include "ui/controls.h"
-#include "ui/dialogs.h"
 #include "ui/print_surface.h"
+#include "widgets/controls.h"
+#include "widgets/dialogs.h"
 
 /// `LoadView`: the view of the window's load commands, a `FileView`.
 template <typename LoadView>
@@ -52,6 +52,7 @@ class WriterWindow : public QMainWindow, protected LoadView {
     ShowMessageBox(this, message, detail);
   }
   void PrintLine(std::string_view line) override { surface_->PrintLine(TextOf(line)); }
+  void ClearPrintedLines() override { surface_->Clear(); }
 
  private:
   const std::filesystem::path programFolder_;

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/files.h"
-#include "vsk/hex_text.h"
+#include "text/hex_text.h"
 
 namespace fileop {
 namespace {
@@ -21,9 +21,9 @@ struct BoxValue {
 };
 
 BoxValue ReadBox(const std::string& text, const char* lengthMessage) {
-  const std::string_view trimmed = Module1::Trim(text);
+  const std::string_view trimmed = Trim(text);
   if (trimmed.empty()) return {};
-  if (Module1::Length(trimmed) != 2) return {.value = {}, .message = lengthMessage};
+  if (Length(trimmed) != 2) return {.value = {}, .message = lengthMessage};
   return {.value = Module1::HexByteValue(trimmed), .message = {}};
 }
 
@@ -65,7 +65,7 @@ SecurityCheck CheckSecurityEntry(const SecurityEntry& entry, const std::filesyst
   std::vector<std::uint8_t> bytes;
   SecurityCheck check = ReadEntry(entry, bytes);
   if (check.accepted && !WriteAtStart(path, bytes)) {
-    check = Refused("the entry parameters could not be written to " + path.string());
+    check = Refused("the entry parameters could not be written to " + PathText(path));
   }
   std::error_code error;
   if (!check.accepted) std::filesystem::remove(path, error);

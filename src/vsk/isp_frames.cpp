@@ -1,9 +1,12 @@
 #include "vsk/isp_frames.h"
 
+#include <algorithm>
+
+#include "vsk/vsk_protocol.h"
+
 namespace tongxun {
 namespace {
 
-constexpr int kCrcReadAddress = 0x97;  // fixed; read form of 0x96
 constexpr int kAcknowledge = 0;
 constexpr int kLastByte = 1;
 
@@ -39,6 +42,18 @@ bool IspFrames::IspWriteFrameRaw(int address, int& count, bool stop) {
   return WriteFrame(address, count, stop);
 }
 
+bool IspFrames::Send(int address, std::initializer_list<std::int16_t> bytes,
+                     AddressByte addressByte) {
+  if (!CanWrite(static_cast<int>(bytes.size()))) return false;
+  std::copy(bytes.begin(), bytes.end(), IspTxBuf.begin());
+  return SendBuffer(address, static_cast<int>(bytes.size()), addressByte);
+}
+
+bool IspFrames::SendBuffer(int address, int count, AddressByte addressByte) {
+  return addressByte == AddressByte::Unchanged ? IspWriteFrameRaw(address, count, true)
+                                               : IspWriteFrame(address, count, true);
+}
+
 bool IspFrames::IspReadFrame(int address, int& count) {
   if (!CanRead(count)) return false;
   bus_.I2cStart();
@@ -62,9 +77,9 @@ bool IspFrames::IspWriteReadFrame(int address, int writeCount, int readCount) {
 }
 
 void IspFrames::ReadHwCrc() {
-  for (std::size_t i = 0; i < 5; ++i) IspRxBuf[i] = 0;
+  std::fill_n(IspRxBuf.begin(), kCrcReadBytes, 0);
   timing_.BitDelay();
-  int count = 5;
+  int count = kCrcReadBytes;
   IspReadFrame(kCrcReadAddress, count);
   HwCrc = 256 * IspRxBuf[3] + IspRxBuf[4];
 }

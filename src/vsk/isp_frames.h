@@ -4,11 +4,15 @@
 
 #include <array>
 #include <cstdint>
+#include <initializer_list>
 
 #include "bus/bus_timing.h"
 #include "bus/i2c_master.h"
 
 namespace tongxun {
+
+/// What a write frame does to bit 0 of the address that it is given.
+enum class AddressByte { BitZeroCleared, Unchanged };
 
 class IspFrames {
  public:
@@ -39,6 +43,13 @@ class IspFrames {
   bool IspWriteFrame(int address, int& count, bool stop);
   /// The same with the address byte unchanged.
   bool IspWriteFrameRaw(int address, int& count, bool stop);
+  /// S address bytes.. P     True when all were acknowledged. At most 512 bytes, which are put into
+  /// `IspTxBuf` first.
+  bool Send(int address, std::initializer_list<std::int16_t> bytes,
+            AddressByte addressByte = AddressByte::BitZeroCleared);
+  /// The same with what `IspTxBuf` holds, `count` bytes.
+  bool SendBuffer(int address, int count, AddressByte addressByte);
+
   /// S address|01 [IspRxBuf[0..count-1]] P     count 0..513
   bool IspReadFrame(int address, int& count);
   /// S address&FE bytes.. Sr address|01 [bytes..] P     result: the read phase's

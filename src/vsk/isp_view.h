@@ -2,10 +2,10 @@
 // keep a transcript of exact texts, colours, order and repaints.
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
-
-#include "image/page_view.h"
 
 enum class StatusLabel {
   IspMode,    // Label2, beside "Isp Mode Status"
@@ -14,13 +14,17 @@ enum class StatusLabel {
 
 enum class StatusColour { Black, Red };
 
-class IspView : public PageView {
+class IspView {
  public:
+  virtual ~IspView() = default;
+
   virtual void SetStatusColour(StatusLabel label, StatusColour colour) = 0;
   virtual void SetStatusText(StatusLabel label, std::string_view text) = 0;
   /// Redraws the label at once, before the operation goes on.
   virtual void RepaintStatus(StatusLabel label) = 0;
 
+  /// Replaces the whole text of the data display (`Text1`). Lines end with CR LF.
+  virtual void ShowData(std::string_view text) = 0;
   virtual void ShowHardwareCrc(std::string_view text) = 0;  // Text6, "H/W CRC"
 
   /// Selects the "quit isp mode" option, which runs its action when it was not selected before.
@@ -34,4 +38,20 @@ class IspView : public PageView {
                               std::string_view answer) = 0;
   /// A modal message box with an OK button.
   virtual void ShowMessage(std::string_view message) = 0;
+  /// A modal message box with OK and Cancel; Escape is Cancel. True for OK.
+  virtual bool Confirm(std::string_view message) = 0;
 };
+
+/// Colour, then text.
+void ShowStatus(IspView& view, StatusLabel label, StatusColour colour, std::string_view text);
+/// Black `good` when `holds`, else red `bad`.
+void ShowResult(IspView& view, StatusLabel label, bool holds, std::string_view good,
+                std::string_view bad);
+void ClearStatus(IspView& view);
+
+/// Asks for a page number with the input box, again until it is two hex digits. Nothing when the
+/// operator gave no answer.
+std::optional<std::int32_t> AskPageNumber(IspView& view);
+/// The same for an address of four hex digits.
+std::optional<std::int32_t> AskAddress(IspView& view, std::string_view prompt,
+                                       std::string_view answer);

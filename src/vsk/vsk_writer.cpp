@@ -1,13 +1,13 @@
 #include "vsk/vsk_writer.h"
 
 #include <algorithm>
+#include <span>
+
+#include "image/page_text.h"
 
 void VskWriter::Load(VskLoadView& view) {
-  if (isp_.ChipSelect == VskChip::Vsk630) {
-    Load_Vsk630_NormalFile(buffers_, view);
-  } else {
-    Load_Vsk830_NormalFile(buffers_, view);
-  }
+  const VskModel& model = isp_.Model();
+  model.load(model.lastCell, images_, view);
 }
 
 void VskWriter::GoToIspMode(IspView& view) {
@@ -46,14 +46,14 @@ void VskWriter::Run(IspView& view) {
     case IspOperation::EraseAll:
       return isp_.DoEraseAll(view);
     case IspOperation::Program:
-      if (!buffers_.CodeLoaded) return view.ShowMessage("the hexfile is not load");
+      if (!images_.CodeLoaded) return view.ShowMessage("the hexfile is not load");
       return isp_.DoProgram(view);
     case IspOperation::PageRead:
       LoadPageView = false;
       ReadPageView = true;
       return isp_.DoPageRead(view);
     case IspOperation::PageLoad:
-      if (PrepareLoadPage(view)) ShowLoadPage(buffers_, LoadPage, view);
+      if (PrepareLoadPage(view)) ShowLoadPage(view);
       return;
     case IspOperation::NextPage:
       return ShowNeighbour(+1, view);
@@ -63,7 +63,7 @@ void VskWriter::Run(IspView& view) {
 }
 
 bool VskWriter::PrepareLoadPage(IspView& view) {
-  if (!buffers_.CodeLoaded) {
+  if (!images_.CodeLoaded) {
     view.ShowMessage("the hexfile is not load");
     return false;
   }
@@ -81,14 +81,21 @@ void VskWriter::ShowNeighbour(int step, IspView& view) {
   if (LoadPageView) {
     isp_.ReadPage = 0;
     LoadPage = neighbour(LoadPage);
-    ShowLoadPage(buffers_, LoadPage, view);
+    ShowLoadPage(view);
   } else if (ReadPageView) {
     LoadPage = 0;
     isp_.ReadPage = neighbour(isp_.ReadPage);
     isp_.ReadChipPage(isp_.ReadPage, view);
-    ShowReadPage(frames_.IspRxBuf, isp_.ReadPage, view);
+    isp_.ShowReadPage(isp_.ReadPage, view);
   } else {
     LoadPage = 0;
     isp_.ReadPage = 0;
   }
+}
+
+void VskWriter::ShowLoadPage(IspView& view) const {
+  const std::span<const std::uint8_t> cells = images_.CodeBuffer;
+  const auto bytes = static_cast<std::size_t>(isp_.Model().pageBytes);
+  const auto first = static_cast<std::size_t>(LoadPage) * bytes;
+  view.ShowData(PageText(cells.subspan(first, bytes), LoadPage, " (Load Hex File Code)"));
 }

@@ -3,11 +3,10 @@
 
 #include <cstdint>
 
-#include "image/code_buffers.h"
-#include "image/vsk_load.h"
-#include "vsk/isp_frames.h"
 #include "vsk/isp_operations.h"
 #include "vsk/isp_view.h"
+#include "vsk/vsk_images.h"
+#include "vsk/vsk_load.h"
 
 /// What "Run" does; the values follow the order of the options.
 enum class IspOperation {
@@ -23,8 +22,7 @@ enum class IspOperation {
 /// State and commands outlive the window, which passes itself to each call.
 class VskWriter {
  public:
-  VskWriter(IspOperations& isp, tongxun::IspFrames& frames, tongxun::CodeBuffers& buffers)
-      : isp_(isp), frames_(frames), buffers_(buffers) {}
+  VskWriter(IspOperations& isp, tongxun::VskImages& images) : isp_(isp), images_(images) {}
 
   IspOperation IspOperate = IspOperation::Program;
   bool LoadPageView = false;  // the data display pages through the loaded image
@@ -50,8 +48,8 @@ class VskWriter {
  private:
   bool PrepareLoadPage(IspView& view);
   void ShowNeighbour(int step, IspView& view);
+  void ShowLoadPage(IspView& view) const;
 
   IspOperations& isp_;
-  tongxun::IspFrames& frames_;
-  tongxun::CodeBuffers& buffers_;
+  tongxun::VskImages& images_;
 };

@@ -15,7 +15,7 @@ class RecordingPort final : public PortIo {
   void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) override {
     accesses.emplace_back(port, value);
   }
-  std::uint8_t DlPortReadPortUchar(std::uint32_t port) override {
+  std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t port) override {
     accesses.emplace_back(port, -1);
     return status;
   }

@@ -12,7 +12,7 @@ class PortLog final : public PortIo {
 
   void UsePort(std::uint32_t base) override { Word("use", base); }
   void DlPortWritePortUchar(std::uint32_t port, std::uint8_t) override { Word("write", port); }
-  std::uint8_t DlPortReadPortUchar(std::uint32_t port) override {
+  std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t port) override {
     Word("read", port);
     return 0;
   }

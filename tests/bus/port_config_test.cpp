@@ -1,4 +1,4 @@
-#include "bus/port_config.h"
+#include "bus/port_address_file.h"
 
 #include <gtest/gtest.h>
 

@@ -7,7 +7,7 @@
 
 #include "image/code_buffers.h"
 #include "image/crc16.h"
-#include "image/hex_number.h"
+#include "text/hex_text.h"
 #include "image/page_view.h"
 #include "support/images.h"
 

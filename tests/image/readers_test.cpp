@@ -5,8 +5,8 @@
 
 #include <memory>
 
-#include "image/hex_number.h"
-#include "image/vsk_load.h"
+#include "text/hex_text.h"
+#include "vsk/vsk_load.h"
 #include "support/temp_folder.h"
 #include "support/transcript.h"
 

@@ -32,13 +32,13 @@ struct ChipRun {
   RtdTranscript view;
 
   void Load(Random& random) {
-    auto& b = bench->tool.buffers;
+    auto& b = bench->tool.vskImages;
     for (std::uint8_t& byte : b.RtdBank1Buffer) byte = static_cast<std::uint8_t>(random());
     b.Bank1Max = static_cast<std::int32_t>(Pick(random, 0, Pick(random, 0, 80) == 0 ? 9000 : 700));
     b.Bank1Loaded = true;
   }
   std::span<const std::uint8_t> Image() const {
-    const auto& b = bench->tool.buffers;
+    const auto& b = bench->tool.vskImages;
     return tongxun::UsedCells(b.RtdBank1Buffer, b.Bank1Max);
   }
   std::span<const std::uint8_t> Flash() const {

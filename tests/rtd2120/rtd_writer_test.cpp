@@ -31,7 +31,7 @@ struct RtdWriterTest : testing::Test {
   RtdTranscript view;
   RtdWriter& writer = bench->tool.rtdWriter;
   simulator::Rtd2120Chip& chip = bench->board.rtd2120;
-  tongxun::CodeBuffers& buffers = bench->tool.buffers;
+  tongxun::CodeBuffers& buffers = bench->tool.vskImages;
 
   void LoadBank(int bank, const std::vector<std::uint8_t>& image) {
     auto& cells = bank == 1 ? buffers.RtdBank1Buffer : buffers.RtdBank2Buffer;

@@ -81,11 +81,11 @@ TEST(ShippedSimulatorData, ProgramsTheSimulatedChip) {
   const std::filesystem::path initial =
       std::filesystem::path(SOURCE_FOLDER) / "src" / "simulator" / "Initial";
   const auto bench = NewBench();
-  bench->tool.port.BoardTable = {};
+  bench->tool.boards.BoardTable = {};
   bench->tool.frames.IspParams = {};
   const auto turn = [] {};
-  bench->tool.portConfig.LoadPortConfig(initial / "InitPort.csv", turn);
-  bench->tool.portConfig.LoadCurrentBoard(initial / "CurrIspBoard.csv", turn);
+  bench->tool.portAddress.LoadPortConfig(initial / "InitPort.csv", turn);
+  bench->tool.portAddress.LoadCurrentBoard(initial / "CurrIspBoard.csv", turn);
   fileop::ReadSecurityFile(initial / "security.cod", bench->tool.frames.IspParams);
   bench->Load({1, 2, 3});
   bench->EnterIspMode();

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "app/tool.h"
+#include "tool/tool.h"
 #include "simulator/bus_log.h"
 #include "simulator/simulated_board.h"
 #include "support/fake_ticks.h"
@@ -28,7 +28,7 @@ struct Bench {
       : board(wiring, IicPort::kDefaultPortBase, identity), tool(board.cable, ticks, {}) {
     board.Connect(chip);
     board.wire.ListenTo(&log);
-    tool.port.BoardTable[0] = wiring;
+    tool.boards.BoardTable[0] = wiring;
     tool.port.InitPortShadows();
     auto& params = tool.frames.IspParams;
     params[0] = identity.address;
@@ -39,7 +39,7 @@ struct Bench {
 
   /// Makes `image` the loaded VSK830 image.
   void Load(const std::vector<std::uint8_t>& image) {
-    auto& b = tool.buffers;
+    auto& b = tool.vskImages;
     std::copy(image.begin(), image.end(), b.CodeBuffer.begin());
     b.CodeMax = static_cast<std::int32_t>(image.size()) - 1;
     b.CheckCode();
@@ -48,7 +48,7 @@ struct Bench {
 
   /// Makes `bank0` and `bank1` the loaded VSK630 image, and the VSK630 the chip.
   void Load(const std::vector<std::uint8_t>& bank0, const std::vector<std::uint8_t>& bank1) {
-    auto& b = tool.buffers;
+    auto& b = tool.vskImages;
     std::copy(bank0.begin(), bank0.end(), b.CodeBank0.begin());
     std::copy(bank1.begin(), bank1.end(), b.CodeBank1.begin());
     b.CodeBank0Max = static_cast<std::int32_t>(bank0.size()) - 1;

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "image/hex_number.h"
+#include "text/hex_text.h"
 #include "simulator/flash.h"
 
 inline std::vector<std::uint8_t> Image(std::size_t size, unsigned seed = 1) {

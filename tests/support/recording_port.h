@@ -32,7 +32,7 @@ class LineTrace final : public PortIo {
     const bool data = port == IicPort::kDefaultPortBase;
     Word(std::string(data ? "D" : "C") + ((value & 1) != 0 ? "1" : "0"));
   }
-  std::uint8_t DlPortReadPortUchar(std::uint32_t) override {
+  std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t) override {
     Word("?");
     bool low = false;
     if (!sdaLow.empty()) {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "image/rtd_load.h"
+#include "rtd2120/rtd_load.h"
 #include "rtd2120/rtd_view.h"
 
 class RtdTranscript final : public RtdView, public RtdLoadView {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "image/vsk_load.h"
+#include "vsk/vsk_load.h"
 #include "vsk/isp_view.h"
 
 class Transcript : public IspView, public VskLoadView {

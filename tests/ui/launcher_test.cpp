@@ -18,12 +18,12 @@ class LauncherTest : public QObject {
     QVERIFY(security != nullptr);
     QVERIFY(!security->geometry().intersects(desk_->launcher->geometry()));
     QVERIFY(Desk::Window("Form1") == nullptr);
-    QCOMPARE(desk_->tool.port.CurrentBoard, std::int16_t{0});
+    QCOMPARE(desk_->tool.boards.CurrentBoard, std::int16_t{0});
   }
 
   void startUpState() {
     Tool& tool = desk_->tool;
-    tool.buffers.CodeLoaded = true;
+    tool.vskImages.CodeLoaded = true;
     tool.timing.SpeedFactor = 9;
     desk_->folder.Write("config/chipport.log", std::string("\x02\x78"));
     desk_->Start();
@@ -32,13 +32,13 @@ class LauncherTest : public QObject {
     QCOMPARE(desk_->launcher->size(), QSize(3360 / 15, 4305 / 15));
     QCOMPARE(tool.port.PortBase, 0x278);
     QCOMPARE(tool.port.DataShadow, std::int16_t{0x7F});
-    QCOMPARE(tool.port.CurrentBoard, std::int16_t{1});
+    QCOMPARE(tool.boards.CurrentBoard, std::int16_t{1});
     QCOMPARE(tool.frames.HwCrc, -1);
     QCOMPARE(tool.frames.IspParams[3], std::int16_t{0xA5});
     QCOMPARE(tool.timing.SpeedFactor, std::int16_t{2});
     QCOMPARE(tool.timing.BitDelayCount, tool.timing.TickPollCount / 1000 * 2);
-    QVERIFY(!tool.buffers.CodeLoaded);
-    QCOMPARE(tool.buffers.CodeBuffer[65536], std::uint8_t{0xFF});
+    QVERIFY(!tool.vskImages.CodeLoaded);
+    QCOMPARE(tool.vskImages.CodeBuffer[65536], std::uint8_t{0xFF});
   }
 
   void opensTheVskWriterOnce() {

@@ -19,7 +19,7 @@ class RtdWriterWindowTest : public QObject {
     Desk::Press("RTD2120Write", "Com64K");
     ChooseFile(folder + "panel-bank2.hex");
     Desk::Press("RTD2120Write", "Com64_96K");
-    const auto& b = desk_->tool.buffers;
+    const auto& b = desk_->tool.vskImages;
     QCOMPARE(Desk::Text("RTD2120Write", "Bank2File"), folder + "panel-bank2.hex");
     QCOMPARE(Desk::Text("RTD2120Write", "Bank2MaxAddr"), QString::number(b.Bank2Max));
     QCOMPARE(Desk::Text("RTD2120Write", "Bank2CheckSum"),
@@ -56,7 +56,7 @@ class RtdWriterWindowTest : public QObject {
   }
 
   void reopeningKeepsTheImagesAndResetsTheModes() {
-    desk_->tool.buffers.Bank1Loaded = true;
+    desk_->tool.rtdImages.Bank1Loaded = true;
     Desk::Press("RTD2120Write", "SecondBank");
     Desk::Press("RTD2120Write", "EraseOp");
     QCOMPARE(desk_->tool.rtdWriter.BankMode, RtdBankMode::Second);
@@ -64,7 +64,7 @@ class RtdWriterWindowTest : public QObject {
     QVERIFY(Desk::Window("RTD2120Write") == nullptr);
     QCOMPARE(desk_->launcher->WriterState, OpenWriter::None);
     Desk::Press("Main", "Command3");
-    QVERIFY(desk_->tool.buffers.Bank1Loaded);
+    QVERIFY(desk_->tool.rtdImages.Bank1Loaded);
     QCOMPARE(Desk::Text("RTD2120Write", "Bank1File"), QString());
     QCOMPARE(desk_->tool.rtdWriter.BankMode, RtdBankMode::First);
     QCOMPARE(desk_->tool.rtdWriter.OperateMode, RtdOperateMode::Automatic);

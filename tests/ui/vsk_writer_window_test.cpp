@@ -30,7 +30,7 @@ class VskWriterWindowTest : public QObject {
     Desk::Press("Form1", "Command1");
     QCOMPARE(Desk::Text("Form1", "Text2"), image);
     QCOMPARE(Desk::Text("Form1", "Text4"),
-             QString::fromStdString(HexText(desk_->tool.buffers.CodeMax)));
+             QString::fromStdString(HexText(desk_->tool.vskImages.CodeMax)));
     Desk::Press("Form1", "Option4");
     QCOMPARE(Desk::Text("Form1", "Label2"), QStringLiteral("isp mode is exist"));
     RepaintCounter repaints;
@@ -42,7 +42,7 @@ class VskWriterWindowTest : public QObject {
     QCOMPARE(Desk::Text("Form1", "Text6"), Desk::Text("Form1", "Text5"));
     QVERIFY(Desk::Find<QAbstractButton>("Form1", "Option5")->isChecked());
     const auto used =
-        tongxun::UsedCells(desk_->tool.buffers.CodeBuffer, desk_->tool.buffers.CodeMax);
+        tongxun::UsedCells(desk_->tool.vskImages.CodeBuffer, desk_->tool.vskImages.CodeMax);
     QVERIFY(std::equal(used.begin(), used.end(), desk_->board.vsk830.Bank(0).Cells().begin()));
   }
 
@@ -55,7 +55,7 @@ class VskWriterWindowTest : public QObject {
     Desk::Press("Form1", "Command4");
     QCOMPARE(Desk::Text("Form1", "Label3"), QStringLiteral("Write Ok"));
     QCOMPARE(Desk::Text("Form1", "Text6"), Desk::Text("Form1", "Text5"));
-    const auto& b = desk_->tool.buffers;
+    const auto& b = desk_->tool.vskImages;
     const auto used = tongxun::UsedCells(b.CodeBank1, b.CodeBank1Max);
     QVERIFY(used.size() > 256);
     QVERIFY(std::equal(used.begin(), used.end(), desk_->board.vsk630.Bank(1).Cells().begin()));
@@ -100,7 +100,7 @@ class VskWriterWindowTest : public QObject {
   }
 
   void pagesThroughTheImage() {
-    desk_->tool.buffers.CodeLoaded = true;
+    desk_->tool.vskImages.CodeLoaded = true;
     Desk::Press("Form1", "Option4");
     Desk::Press("Form1", "Option10");
     AnswerInput(QStringLiteral("10"));

@@ -14,10 +14,10 @@
 #include <QTimer>
 #include <memory>
 
-#include "image/hex_number.h"
+#include "text/hex_text.h"
 #include "support/bench.h"
 #include "support/temp_folder.h"
-#include "ui/controls.h"
+#include "widgets/controls.h"
 #include "ui/launcher.h"
 
 /// A started program on the simulated board, in a program folder of its own.
@@ -40,7 +40,7 @@ struct Desk {
   void Start() {
     launcher =
         std::make_unique<Main>(tool.directories, tool.port, tool.portConfig, tool.timing,
-                               tool.buffers, tool.frames, tool.isp, tool.vskWriter, tool.rtdWriter);
+                               tool.vskImages, tool.frames, tool.isp, tool.vskWriter, tool.rtdWriter);
     launcher->show();
   }
 

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "support/temp_folder.h"
-#include "vsk/hex_text.h"
+#include "text/hex_text.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "image/hex_number.h"
+#include "text/hex_text.h"
 #include "support/bench.h"
 #include "support/images.h"
 
@@ -180,9 +180,9 @@ TEST_F(IspOperationsTest, ProgramsAndVerifiesOnEveryWiring) {
     wired->TakeFrames();
     wired->tool.isp.DoProgram(wired->view);
 
-    const std::string crc = HexText(wired->tool.buffers.CodeCrc);
-    const std::string crcHigh = fileop::HexByte(wired->tool.buffers.CodeCrc >> 8);
-    const std::string crcLow = fileop::HexByte(wired->tool.buffers.CodeCrc & 0xFF);
+    const std::string crc = HexText(wired->tool.vskImages.CodeCrc);
+    const std::string crcHigh = fileop::HexByte(wired->tool.vskImages.CodeCrc >> 8);
+    const std::string crcLow = fileop::HexByte(wired->tool.vskImages.CodeCrc & 0xFF);
     EXPECT_THAT(wired->TakeFrames(),
                 ElementsAre("S 96 68 00 P", "S 94 00 00 P", "S 96 D0 P", "S 96 A0 00 P",
                             DataFrame(image, 0), "S 96 A0 01 P", DataFrame(image, 1),
@@ -310,7 +310,7 @@ TEST_F(IspOperationsTest, ProgrammingStopsAtARefusedCommandAndAboveTheLastPage) 
   EXPECT_THAT(view.Take(), testing::Contains("Label3 \"programcode fail\""));
 
   bench->board.faults.refusedByte.reset();
-  bench->tool.buffers.CodeMax = 65536;
+  bench->tool.vskImages.CodeMax = 65536;
   InIspMode();
   isp.DoProgram(view);
   EXPECT_THAT(view.Take(), testing::Contains("Label3 \"programcode fail\""));
@@ -344,7 +344,7 @@ TEST_F(IspOperationsTest, PageReadShowsTheChipsPage) {
   const Lines frames = bench->TakeFrames();
   EXPECT_EQ(frames[0], "S 96 00 1A P");
   EXPECT_THAT(frames[1], testing::StartsWith("S 94 00 Sr 95 ["));
-  ShowLoadPage(bench->tool.buffers, 0x1A, view);
+  ShowLoadPage(bench->tool.vskImages, 0x1A, view);
   std::string shown = view.data;
   isp.ReadChipPage(0x1A, view);
   ShowReadPage(bench->tool.frames.IspRxBuf, 0x1A, view);

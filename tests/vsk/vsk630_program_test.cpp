@@ -38,7 +38,7 @@ TEST_F(Vsk630Test, BothBanksOverTheWire) {
   const auto bank1 = Image(2, 4);
   bench->Load(bank0, bank1);
   Program();
-  const std::uint16_t crc = bench->tool.buffers.CodeCrc;
+  const std::uint16_t crc = bench->tool.vskImages.CodeCrc;
   EXPECT_THAT(
       bench->TakeFrames(),
       ElementsAre("S 96 68 00 P", "S 94 00 00 P", "S 96 D0 P", "S 96 A0 00 P", DataFrame(bank0, 0),

@@ -61,7 +61,7 @@ bool BankEquals(std::span<const std::uint8_t> cells, std::int32_t maximum,
 }
 
 bool FlashEqualsImage(Bench& bench) {
-  const tongxun::CodeBuffers& b = bench.tool.buffers;
+  const tongxun::CodeBuffers& b = bench.tool.vskImages;
   if (bench.tool.isp.ChipSelect == VskChip::Vsk830) {
     return BankEquals(b.CodeBuffer, b.CodeMax, bench.board.vsk830.Bank(0));
   }
@@ -102,7 +102,7 @@ TEST(WriteOk, IsShownOnlyWhenTheFlashEqualsTheImage) {
     const bool ok = bench->view.operationText == "Write Ok";
     claimed += ok ? 1 : 0;
     ASSERT_TRUE(ok || !sound) << "run " << run << ": a sound chip was not programmed";
-    if (ok && bench->tool.buffers.CodeCrc != 0) {
+    if (ok && bench->tool.vskImages.CodeCrc != 0) {
       ASSERT_TRUE(FlashEqualsImage(*bench)) << "run " << run;
     }
   }

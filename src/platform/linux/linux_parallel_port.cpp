@@ -7,14 +7,13 @@
 
 namespace {
 
-constexpr std::uint8_t kEmptyBus = 0xFF;
 constexpr std::uint32_t kData = 0;  // registers, relative to the base
 constexpr std::uint32_t kControl = 2;
 constexpr const char* kDirectAccess = "direct access";
 
 }  // namespace
 
-LinuxParallelPort::LinuxParallelPort(std::unique_ptr<PortSystem> system, PortProblem report)
+LinuxParallelPort::LinuxParallelPort(std::unique_ptr<PortSystem> system, Problem report)
     : system_(std::move(system)), report_(std::move(report)) {}
 
 LinuxParallelPort::~LinuxParallelPort() { GiveBack(); }
@@ -22,21 +21,21 @@ LinuxParallelPort::~LinuxParallelPort() { GiveBack(); }
 void LinuxParallelPort::UsePort(std::uint32_t base) {
   GiveBack();
   base_ = base;
-  faultTold_ = false;
+  failed_ = false;
   controlBitsTold_ = false;
   TakePort();
 }
 
 void LinuxParallelPort::DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) {
-  if (!access_) return;
+  if (!Usable()) return;
   if (port == base_ + kControl) return WriteControl(value);
-  if (port == base_ + kData) TellFault(access_->WriteData(value));
+  if (port == base_ + kData) NoteFault(access_->WriteData(value));
 }
 
-std::uint8_t LinuxParallelPort::DlPortReadPortUchar(std::uint32_t /*port*/) {
-  std::uint8_t status = kEmptyBus;  // the status register is the only one that is read
-  if (access_) TellFault(access_->ReadStatus(status));
-  return status;
+std::optional<std::uint8_t> LinuxParallelPort::DlPortReadPortUchar(std::uint32_t /*port*/) {
+  std::uint8_t status = 0;  // the status register is the only one that is read
+  if (Usable()) NoteFault(access_->ReadStatus(status));
+  return Usable() ? std::optional(status) : std::nullopt;
 }
 
 void LinuxParallelPort::WriteControl(std::uint8_t value) {
@@ -45,7 +44,7 @@ void LinuxParallelPort::WriteControl(std::uint8_t value) {
     controlBitsTold_ = true;
     report_(port_messages::ControlBitsLost(base_, device_, value, carried));
   }
-  TellFault(access_->WriteControl(value));
+  NoteFault(access_->WriteControl(value));
 }
 
 void LinuxParallelPort::TakePort() {
@@ -75,13 +74,13 @@ bool LinuxParallelPort::Adopt(TakenPort& taken, const std::string& device) {
 
 void LinuxParallelPort::GiveBack() {
   if (!access_) return;
-  TellFault(access_->GiveBack());
+  NoteFault(access_->GiveBack());
   access_.reset();
 }
 
-void LinuxParallelPort::TellFault(PortFault fault) {
-  if (!fault || faultTold_) return;
-  faultTold_ = true;
+void LinuxParallelPort::NoteFault(PortFault fault) {
+  if (!fault || failed_) return;
+  failed_ = true;
   report_(port_messages::AccessFailed(base_, device_, fault));
 }
 
@@ -107,6 +106,6 @@ void LinuxParallelPort::TellNoPort(const std::vector<KnownPort>& known, const Ta
   report_(port_messages::NoSuchPort(base_, known, direct.fault));
 }
 
-std::unique_ptr<PortIo> SystemParallelPort(PortProblem report) {
+std::unique_ptr<PortIo> SystemParallelPort(Problem report) {
   return std::make_unique<LinuxParallelPort>(LinuxPortSystem(), std::move(report));
 }

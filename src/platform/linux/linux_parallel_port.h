@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,7 +15,7 @@
 
 class LinuxParallelPort final : public PortIo {
  public:
-  LinuxParallelPort(std::unique_ptr<PortSystem> system, PortProblem report);
+  LinuxParallelPort(std::unique_ptr<PortSystem> system, Problem report);
   /// Gives the port back.
   ~LinuxParallelPort() override;
 
@@ -23,7 +24,7 @@ class LinuxParallelPort final : public PortIo {
   void UsePort(std::uint32_t base) override;
 
   void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) override;
-  std::uint8_t DlPortReadPortUchar(std::uint32_t port) override;
+  std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t port) override;
 
  private:
   void TakePort();
@@ -31,16 +32,19 @@ class LinuxParallelPort final : public PortIo {
   bool Adopt(TakenPort& taken, const std::string& device);
   void GiveBack();
 
+  bool Usable() const { return access_ != nullptr && !failed_; }
   void WriteControl(std::uint8_t value);
-  void TellFault(PortFault fault);
+  /// The first fault is told, and ends the use of the port: what it answers from then on would be
+  /// guesswork.
+  void NoteFault(PortFault fault);
   void TellNotTaken(const KnownPort& port, const TakenPort& taken);
   void TellNoPort(const std::vector<KnownPort>& known, const TakenPort& direct);
 
   const std::unique_ptr<PortSystem> system_;
-  const PortProblem report_;
+  const Problem report_;
   std::uint32_t base_ = 0;
   std::unique_ptr<PortAccess> access_;  // null: there is no port
   std::string device_;                  // what `access_` goes through, for messages
-  bool faultTold_ = false;
+  bool failed_ = false;                 // an access to it
   bool controlBitsTold_ = false;
 };

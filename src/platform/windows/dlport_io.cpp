@@ -41,9 +41,9 @@ void DlPortIo::DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) {
   if (write_ != nullptr) write_(port, value);
 }
 
-std::uint8_t DlPortIo::DlPortReadPortUchar(std::uint32_t port) {
+std::optional<std::uint8_t> DlPortIo::DlPortReadPortUchar(std::uint32_t port) {
   LoadOnce();
-  return read_ != nullptr ? read_(port) : std::uint8_t{0xFF};
+  return read_ != nullptr ? std::optional(read_(port)) : std::nullopt;
 }
 
 void DlPortIo::LoadOnce() {
@@ -75,6 +75,6 @@ void DlPortIo::Release() {
   if (library_ != nullptr) FreeLibrary(static_cast<HMODULE>(std::exchange(library_, nullptr)));
 }
 
-std::unique_ptr<PortIo> SystemParallelPort(PortProblem report) {
+std::unique_ptr<PortIo> SystemParallelPort(Problem report) {
   return std::make_unique<DlPortIo>(std::move(report));
 }

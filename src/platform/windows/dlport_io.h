@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
+#include <optional>
 #include <utility>
 
 #include "platform/port_io.h"
@@ -12,17 +12,17 @@
 /// as they are, one call for each access.
 ///
 /// When the library cannot be loaded or lacks an entry point, `report` is told so once, from within
-/// the first access. From then on there is no port: writes go nowhere, reads give 0xFF, and the
-/// library is let go.
+/// the first access. From then on there is no port: writes go nowhere, reads give nothing, and
+/// the library is let go.
 class DlPortIo final : public PortIo {
  public:
-  explicit DlPortIo(PortProblem report) : report_(std::move(report)) {}
+  explicit DlPortIo(Problem report) : report_(std::move(report)) {}
   ~DlPortIo() override { Release(); }
   DlPortIo(const DlPortIo&) = delete;
   DlPortIo& operator=(const DlPortIo&) = delete;
 
   void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) override;
-  std::uint8_t DlPortReadPortUchar(std::uint32_t port) override;
+  std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t port) override;
 
  private:
   using WriteEntry = void(__stdcall*)(std::uint32_t port, std::uint8_t value);
@@ -32,7 +32,7 @@ class DlPortIo final : public PortIo {
   std::string Bind();
   void Release();
 
-  const PortProblem report_;
+  const Problem report_;
   bool tried_ = false;
   void* library_ = nullptr;
   WriteEntry write_ = nullptr;  // both entry points, or neither

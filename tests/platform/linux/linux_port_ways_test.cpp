@@ -17,7 +17,7 @@ enum class Way { Node, Direct, None };
 Way WayOf(Bench& bench, std::uint32_t base) {
   bench.kernel.TakeCalls();
   bench.io->DlPortWritePortUchar(base, 0x5A);
-  const std::uint8_t status = bench.io->DlPortReadPortUchar(base + 1);
+  const auto status = bench.io->DlPortReadPortUchar(base + 1);
   const std::string calls = bench.kernel.TakeCalls();
   if (calls == "PPWDATA=5A PPRSTATUS" && status == bench.kernel.registers[1]) return Way::Node;
   if (calls.starts_with("out:") && status == bench.kernel.registers[1]) return Way::Direct;

@@ -1,8 +1,0 @@
-// Tells the operator that the parallel port cannot be used.
-#pragma once
-
-#include <string>
-
-/// Shows the message in a box that blocks no other window. The box appears when the event loop gets
-/// its next turn, so this may be called in the middle of a line operation.
-void PostPortProblem(const std::string& message);

@@ -1,0 +1,31 @@
+// What is wrong with a text that cannot be read as Intel HEX, in words that point at the real
+// fault: fields are found by counting characters, so a line end of the wrong length shows only
+// later.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace loadfile {
+
+struct HexFault {
+  enum class Kind {
+    None,
+    Digit,    // a character that is no digit 0-9 or A-F
+    Address,  // the record reaches beyond the last cell
+    LineEnd,  // a line break of one character
+    Cut,      // the text ends inside the record
+  };
+
+  Kind kind = Kind::None;
+  std::size_t record = 0;  // where the record begins that was being read
+  std::size_t at = 0;      // the character that could not be taken
+
+  explicit operator bool() const { return kind != Kind::None; }
+};
+
+/// Place, what stood there and what was expected. Lines end with CR LF, CR or LF.
+std::string Explain(const HexFault& fault, std::string_view text, std::int32_t lastCell);
+
+}  // namespace loadfile

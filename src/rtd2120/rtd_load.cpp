@@ -1,0 +1,42 @@
+#include "rtd2120/rtd_load.h"
+
+#include <algorithm>
+
+#include "text/hex_text.h"
+
+namespace loadfile {
+
+bool ReadRtdHexFile(const std::string& name, tongxun2120::RtdImages& images, FileView& view) {
+  return ReadImage(name, FileKind::Hex, {images.RtdLoadBuffer, images.RtdLoadMax}, view);
+}
+
+bool ReadRtdBinFile(const std::string& name, tongxun2120::RtdImages& images, FileView& view) {
+  return ReadImage(name, FileKind::Binary, {images.RtdLoadBuffer, images.RtdLoadMax}, view);
+}
+
+}  // namespace loadfile
+
+namespace tongxun2120 {
+
+void Load_RTD2120_NormalFile(Bank bank, RtdImages& images, RtdLoadView& view) {
+  const std::string name = view.ChooseFile(loadfile::kOneFileFilters);
+  if (name.empty()) return;
+  const bool isHex = loadfile::KindOf(name, "HEX") == loadfile::FileKind::Hex;
+  const auto read = isHex ? loadfile::ReadRtdHexFile : loadfile::ReadRtdBinFile;
+  if (!read(name, images, view)) return;
+
+  auto& staged = images.RtdLoadBuffer;
+  if (images.RtdLoadMax < 0xFFFF) {
+    std::fill(staged.begin() + images.RtdLoadMax + 1, staged.begin() + 0x10000, std::uint8_t{0xFF});
+  }
+  const BankImage image = images.Of(bank);
+  image.cells = staged;
+  image.maximum = images.RtdLoadMax;
+  image.loaded = true;
+  images.SumRtdBank(bank);
+  view.ShowBankRow(bank, {.file = name,
+                          .maximumAddress = std::to_string(image.maximum),
+                          .checksum = HexText(images.RtdBankSum)});
+}
+
+}  // namespace tongxun2120

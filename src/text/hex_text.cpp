@@ -1,0 +1,82 @@
+#include "text/hex_text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <span>
+
+std::string HexText(std::int32_t value) {
+  auto rest = static_cast<std::uint32_t>(value);
+  std::string text;
+  do {
+    text += kHexDigits[rest % 16];
+    rest /= 16;
+  } while (rest != 0);
+  std::reverse(text.begin(), text.end());
+  return text;
+}
+
+std::optional<std::uint32_t> WholeHex(std::string_view text) {
+  std::uint32_t value = 0;
+  const char* end = text.data() + text.size();
+  const auto read = std::from_chars(text.data(), end, value, 16);
+  if (read.ec != std::errc() || read.ptr != end) return std::nullopt;
+  return value;
+}
+
+std::string_view Trim(std::string_view text, std::string_view blanks) {
+  const std::size_t first = text.find_first_not_of(blanks);
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+std::string UpperCase(std::string_view text) {
+  std::string upper(text);
+  for (char& c : upper) {
+    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+  }
+  return upper;
+}
+
+std::size_t Length(std::string_view text) {
+  const auto begins = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; };
+  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), begins));
+}
+
+std::string fileop::HexByte(int value) {
+  return {kHexDigits[static_cast<std::size_t>(value / 16)],
+          kHexDigits[static_cast<std::size_t>(value % 16)]};
+}
+
+namespace Module1 {
+namespace {
+
+std::optional<int> NumberOf(std::span<const char> digits) {
+  int number = 0;
+  for (const char c : digits) {
+    const auto digit = HexDigitValue(c);
+    if (!digit) return std::nullopt;
+    number = 16 * number + *digit;
+  }
+  return number;
+}
+
+}  // namespace
+
+std::optional<int> HexDigitValue(char c) {
+  const int value = HexDigit(c);
+  return value == kNoHexDigit ? std::nullopt : std::optional(value);
+}
+
+std::optional<int> HexByteValue(std::string_view text) {
+  const std::string digits = UpperCase(Trim(text));
+  if (digits.empty()) return std::nullopt;
+  return NumberOf(std::array{digits.front(), digits.back()});
+}
+
+std::optional<std::int32_t> HexWordValue(std::string_view text) {
+  text = Trim(text);
+  if (text.size() < 3) return std::nullopt;
+  return NumberOf(std::array{text[0], text[1], text[2], text.back()});
+}
+
+}  // namespace Module1

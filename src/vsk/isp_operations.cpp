@@ -1,0 +1,223 @@
+#include "vsk/isp_operations.h"
+
+#include <algorithm>
+
+#include "image/page_text.h"
+#include "text/hex_text.h"
+
+using namespace tongxun;
+
+namespace {
+
+constexpr std::uint32_t kEraseTime_ms = 1000;
+constexpr int kBitDelaysOfErase = 101;
+constexpr int kBitDelaysOfPageErase = 501;
+constexpr const char* kErasableRange = "only addresses 0000-7FFF can be page erased";
+constexpr const char* kNothingErasable =
+    "only addresses 0000-7FFF can be page erased: nothing can be erased at 8000 or above";
+
+}  // namespace
+
+// S code1&FE code2 .. coden P
+bool IspOperations::EnterIspMode(IspView& view) {
+  if (IspModeOn) {
+    ShowStatus(view, StatusLabel::IspMode, StatusColour::Black, "isp mode is already exist");
+    return false;
+  }
+  const auto& params = frames_.IspParams;
+  const int codes = std::min<int>(params[1], kMostCodes);
+  if (codes > 1) std::copy_n(params.begin() + 3, codes - 1, frames_.IspTxBuf.begin());
+  int count = codes - 1;
+  IspModeOn = frames_.IspWriteFrame(params[2], count, true);
+  ShowResult(view, StatusLabel::IspMode, IspModeOn, "isp mode is exist", "isp mode is no exist");
+  return IspModeOn;
+}
+
+// S C 48 00 P     the chip leaves at 48 and no longer acknowledges 00
+bool IspOperations::QuitIspMode(IspView& view) {
+  const bool stillListening = frames_.Send(frames_.CommandAddress(), {kQuit, 0x00});
+  if (!stillListening) IspModeOn = false;
+  ShowResult(view, StatusLabel::IspMode, !stillListening, "isp mode is out", "isp mode is not out");
+  if (stillListening) {
+    view.DeselectQuitOption();
+  } else {
+    view.SelectQuitOption();
+  }
+  return stillListening;
+}
+
+/// Empties both status labels and shows whether the operation may go on.
+bool IspOperations::BeginsInIspMode(std::string_view inMode, std::string_view outside,
+                                    IspView& view) const {
+  ClearStatus(view);
+  ShowResult(view, StatusLabel::IspMode, IspModeOn, inMode, outside);
+  return IspModeOn;
+}
+
+// S A 00 00 P
+bool IspOperations::SendFollowUp() { return frames_.Send(frames_.DataAddress(), {0x00, 0x00}); }
+
+void IspOperations::WaitBitDelays(int count) {
+  for (int i = 0; i < count; ++i) timing_.BitDelay();
+}
+
+// S C 68 00 P, S A 00 00 P
+bool IspOperations::ChipErase() {
+  frames_.Send(frames_.CommandAddress(), {kEraseAll, 0x00});
+  const bool erased = SendFollowUp();
+  WaitBitDelays(kBitDelaysOfErase);
+  return erased;
+}
+
+// S C 30 page P, S A 00 00 P     the chip is busy erasing, so the follow-up is not acknowledged
+bool IspOperations::ErasePageRange(std::int32_t start, std::int32_t end, IspView& view) {
+  if (end == 0) end = 0xFFFF;
+  const std::int32_t first = start / kErasePageBytes;
+  const std::int32_t last = end / kErasePageBytes;
+  if (first > kLastPage) {
+    view.ShowMessage(kNothingErasable);
+    return false;
+  }
+  if (last > kLastPage && !view.Confirm(kErasableRange)) return false;
+
+  bool failed = false;
+  for (auto page = static_cast<std::int16_t>(first); page <= std::min(last, kLastPage); ++page) {
+    frames_.Send(frames_.CommandAddress(), {kErasePage, page});
+    failed = SendFollowUp();
+    WaitBitDelays(kBitDelaysOfPageErase);
+  }
+  ShowResult(view, StatusLabel::Operation, !failed, "page erase ok", "page erase fail");
+  return failed;
+}
+
+// S C 00 page P, S A 00 Sr A|01 [page's bytes] P
+bool IspOperations::ReadChipPage(std::int32_t page, IspView& view) {
+  if (!frames_.Send(frames_.CommandAddress(), {kSelectPage, static_cast<std::int16_t>(page)})) {
+    ShowStatus(view, StatusLabel::Operation, StatusColour::Red, "Page Read fail");
+    return false;
+  }
+  frames_.IspTxBuf[0] = kData;
+  frames_.IspWriteReadFrame(frames_.DataAddress(), 1, Model().pageBytes);
+  return true;
+}
+
+void IspOperations::ShowReadPage(std::int32_t page, IspView& view) const {
+  const std::span<const std::int32_t> received(frames_.IspRxBuf);
+  const auto bytes = static_cast<std::size_t>(Model().pageBytes);
+  view.ShowData(PageText(received.first(bytes), page, " (Read Page Code)"));
+}
+
+// per page: S C command page P, S A 00 data.. P
+bool IspOperations::SendPages(const VskBank& bank, std::int32_t maximum, IspView& view) {
+  int shown = 0;
+  bool acknowledged = false;
+  for (std::int32_t page = 0; page <= maximum / Model().pageBytes; ++page) {
+    if (page > kLastPage) return false;
+    const std::int16_t pageNumber = static_cast<std::int16_t>(page);
+    if (!frames_.Send(frames_.CommandAddress(), {bank.command, pageNumber}, bank.addressByte)) {
+      return false;
+    }
+    acknowledged = SendPage(bank, page, maximum, shown, view);
+  }
+  return acknowledged;
+}
+
+// S A 00 data.. P
+bool IspOperations::SendPage(const VskBank& bank, std::int32_t page, std::int32_t maximum,
+                             int& shown, IspView& view) {
+  const auto& cells = images_.*bank.cells;
+  const std::int32_t pageBytes = Model().pageBytes;
+  frames_.IspTxBuf[0] = kData;
+  int count = 1;
+  for (std::int32_t address = page * pageBytes; address < (page + 1) * pageBytes; ++address) {
+    if (address > maximum) {
+      view.SetStatusText(StatusLabel::Operation, "finish");
+      view.RepaintStatus(StatusLabel::Operation);
+      break;
+    }
+    ShowProgress(bank, address, maximum, shown, view);
+    frames_.IspTxBuf[static_cast<std::size_t>(count++)] = cells[static_cast<std::size_t>(address)];
+  }
+  return frames_.SendBuffer(frames_.DataAddress(), count, bank.addressByte);
+}
+
+/// Shows each tenth of the image once, when its first byte is taken; `shown` counts them.
+void IspOperations::ShowProgress(const VskBank& bank, std::int32_t address, std::int32_t maximum,
+                                 int& shown, IspView& view) {
+  // An image of one byte is done with its first byte.
+  const int percent = maximum == 0 ? 100 : 100 * address / maximum;
+  if (percent != 10 * shown && maximum != 0) return;
+  const int ofAllBanks = percent / bank.percentDivisor + bank.percentOffset;
+  view.SetStatusText(StatusLabel::Operation, "finish  " + std::to_string(ofAllBanks) + "%");
+  view.RepaintStatus(StatusLabel::Operation);
+  ++shown;
+}
+
+void IspOperations::ProgramImage(std::int32_t maximum, IspView& view) {
+  EndProgramming(SendPages(kOneBank[0], maximum, view), view);
+}
+
+void IspOperations::ProgramBank0(std::int32_t maximum, IspView& view) {
+  SendPages(kTwoBanks[0], maximum, view);
+}
+
+void IspOperations::ProgramBank1(std::int32_t maximum, IspView& view) {
+  EndProgramming(SendPages(kTwoBanks[1], maximum, view), view);
+}
+
+void IspOperations::EndProgramming(bool programmed, IspView& view) {
+  ShowResult(view, StatusLabel::Operation, programmed, "programcode ok", "programcode fail");
+  view.RepaintStatus(StatusLabel::Operation);
+  frames_.ReadHwCrc();
+  view.ShowHardwareCrc(HexText(frames_.HwCrc));
+  QuitIspMode(view);
+}
+
+void IspOperations::DoEraseAll(IspView& view) {
+  if (!BeginsInIspMode("blankentire:isp mode is  exist", "blankentire:isp mode is not exist",
+                       view)) {
+    return;
+  }
+  ShowResult(view, StatusLabel::Operation, ChipErase(), "Blank ok", "Blank fail");
+}
+
+void IspOperations::DoPageErase(IspView& view) {
+  if (!BeginsInIspMode("page erase:isp mode is  exist", "page erase:isp mode is not exist", view)) {
+    return;
+  }
+  const auto start = AskAddress(view, "please input start address:(0000-FFFF)", "0000");
+  if (!start) return;
+  const auto end = AskAddress(view, "please input end address:(0000-FFFF)", "FFFF");
+  if (end) ErasePageRange(*start, *end, view);
+}
+
+// erase, a second's pause, S C D0 P, the pages of each bank, the chip's CRC, quit
+void IspOperations::DoProgram(IspView& view) {
+  const bool inIspMode =
+      BeginsInIspMode("program:isp mode is exist", "program:isp mode is not exist", view);
+  view.RepaintStatus(StatusLabel::IspMode);
+  if (!inIspMode) return;
+  ShowResult(view, StatusLabel::Operation, ChipErase(), "Blank ok", "Blank fail");
+  view.RepaintStatus(StatusLabel::Operation);
+  timing_.WaitMilliseconds(kEraseTime_ms);
+  frames_.Send(frames_.CommandAddress(), {kResetCrc});
+
+  bool programmed = false;
+  for (const VskBank& bank : Model().banks) {
+    programmed = SendPages(bank, images_.*bank.maximum, view);
+  }
+  EndProgramming(programmed, view);
+  const bool matches = images_.CrcMatches(frames_.HwCrc);
+  view.SetStatusText(StatusLabel::Operation, matches ? "Write Ok" : "CRC Error");
+  frames_.HwCrc = 0;
+}
+
+void IspOperations::DoPageRead(IspView& view) {
+  if (!BeginsInIspMode("read_code:isp mode is  exist", "read_code:isp mode is not exist", view)) {
+    return;
+  }
+  const auto page = AskPageNumber(view);
+  if (!page) return;
+  ReadPage = *page;
+  if (ReadChipPage(ReadPage, view)) ShowReadPage(ReadPage, view);
+}

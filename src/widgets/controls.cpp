@@ -1,0 +1,167 @@
+#include "widgets/controls.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QPainter>
+#include <QPlainTextEdit>
+#include <QProxyStyle>
+
+namespace {
+
+constexpr int kFontPixels = 12;  // 9 points at 96 dpi
+
+template <typename Control>
+Control* Named(Control* control, const char* name, const QString& accessibleName, const Twips& at) {
+  control->setObjectName(QLatin1String(name));
+  control->setAccessibleName(QString(accessibleName).remove(QLatin1Char('&')));
+  Place(control, at);
+  return control;
+}
+
+/// A frame whose caption stands in its border line, above the first option.
+class Frame final : public QGroupBox {
+ public:
+  using QGroupBox::QGroupBox;
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    constexpr int kIndent = 10;
+    constexpr int kGap = 3;  // between the line and the caption
+    const bool hasCaption = !title().isEmpty();
+    const QRect border = rect().adjusted(0, hasCaption ? 7 : 0, -1, -1);
+    QPainter painter(this);
+    painter.setPen(palette().color(QPalette::Mid));
+    painter.drawRect(border);
+    if (!hasCaption) return;
+    const QRect caption(kIndent, 0, fontMetrics().horizontalAdvance(title()),
+                        fontMetrics().height());
+    painter.fillRect(caption.adjusted(-kGap, 0, kGap, 0), palette().window());
+    painter.setPen(palette().color(QPalette::WindowText));
+    painter.drawText(caption, Qt::AlignCenter, title());
+  }
+};
+
+/// Fusion with option marks small enough for the given heights.
+class ToolStyle final : public QProxyStyle {
+ public:
+  ToolStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+  int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                  const QWidget* widget) const override {
+    if (metric == PM_ExclusiveIndicatorWidth || metric == PM_ExclusiveIndicatorHeight) return 13;
+    return QProxyStyle::pixelMetric(metric, option, widget);
+  }
+};
+
+/// What a control needs to show its caption.
+QSize NeededSize(const QWidget* control) {
+  const QFontMetrics text = control->fontMetrics();
+  if (const auto* button = qobject_cast<const QPushButton*>(control)) {
+    return {text.horizontalAdvance(button->text()) + 12, text.height() + 8};
+  }
+  const QSize hint = control->sizeHint();
+  const bool option = qobject_cast<const QRadioButton*>(control) != nullptr;
+  return option ? QSize(hint.width(), text.height()) : hint;
+}
+
+class MenuShortcutFilter : public QObject {
+ public:
+  explicit MenuShortcutFilter(QWidget* window) : QObject(window), window_(window) {}
+
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() != QEvent::ShortcutOverride) return false;
+    const QKeySequence pressed(static_cast<QKeyEvent*>(event)->keyCombination());
+    for (const QAction* action : window_->findChildren<QAction*>()) {
+      if (!action->isEnabled() || action->shortcut() != pressed) continue;
+      event->ignore();
+      return true;
+    }
+    return false;
+  }
+
+ private:
+  QWidget* window_;
+};
+
+}  // namespace
+
+void Place(QWidget* control, const Twips& at) {
+  const QSize given(PixelsOf(at.width), PixelsOf(at.height));
+  const bool hasCaption = !control->property("text").toString().isEmpty();
+  const QSize needed = !hasCaption && !given.isEmpty() ? given : NeededSize(control);
+  control->setGeometry(
+      QRect(QPoint(PixelsOf(at.left), PixelsOf(at.top)), given.expandedTo(needed)));
+}
+
+void FixClientArea(QWidget* client, int widthTwips, int heightTwips) {
+  client->setFixedSize(PixelsOf(widthTwips), PixelsOf(heightTwips));
+}
+
+void OptionButton::OnSelected(const std::function<void()>& action) {
+  const auto guarded = Guarded(window(), action);
+  connect(this, &QRadioButton::toggled, this, [guarded](bool selected) {
+    if (selected) guarded();
+  });
+  connect(this, &QRadioButton::pressed, this, [this] { selectedBeforeClick_ = isChecked(); });
+  connect(this, &QRadioButton::clicked, this, [this, guarded] {
+    if (selectedBeforeClick_) guarded();
+  });
+}
+
+QLabel* AddLabel(QWidget* parent, const char* name, const QString& caption, const Twips& at) {
+  return Named(new QLabel(caption, parent), name, caption, at);
+}
+
+QPushButton* AddButton(QWidget* parent, const char* name, const QString& caption, const Twips& at) {
+  auto* button = Named(new QPushButton(caption, parent), name, caption, at);
+  button->setAutoDefault(true);  // Enter presses the button that has the focus
+  return button;
+}
+
+QGroupBox* AddFrame(QWidget* parent, const char* name, const QString& caption, const Twips& at) {
+  return Named(new Frame(caption, parent), name, caption, at);
+}
+
+OptionButton* AddOption(QGroupBox* frame, const char* name, const QString& caption,
+                        const Twips& at) {
+  return Named(new OptionButton(caption, frame), name, caption, at);
+}
+
+QLineEdit* AddTextBox(QWidget* parent, const char* name, const QString& accessibleName,
+                      const Twips& at) {
+  return Named(new QLineEdit(parent), name, accessibleName, at);
+}
+
+QAction* AddMenuItem(QMenu* menu, const char* name, const QString& caption, const char* shortcut,
+                     const std::function<void()>& action) {
+  QAction* item = menu->addAction(caption);
+  item->setObjectName(QLatin1String(name));
+  item->setShortcut(QKeySequence(QLatin1String(shortcut)));
+  item->setEnabled(action != nullptr);
+  if (action == nullptr) return item;
+  QWidget* window = menu;
+  while (window->parentWidget() != nullptr) window = window->parentWidget();
+  QObject::connect(item, &QAction::triggered, window, Guarded(window, action));
+  return item;
+}
+
+void ReportFailure(QWidget* window, const char* reason) {
+  QMessageBox::critical(window, QStringLiteral("isp-writer"), QString::fromUtf8(reason));
+}
+
+void PreferMenuShortcuts(QWidget* window) {
+  auto* filter = new MenuShortcutFilter(window);
+  for (QLineEdit* box : window->findChildren<QLineEdit*>()) box->installEventFilter(filter);
+  for (QPlainTextEdit* box : window->findChildren<QPlainTextEdit*>())
+    box->installEventFilter(filter);
+}
+
+void ApplyApplicationStyle() {
+  QApplication::setStyle(new ToolStyle);
+  QApplication::setPalette(QApplication::style()->standardPalette());
+  QFont font(QStringLiteral("Liberation Sans"));
+  font.setPixelSize(kFontPixels);
+  QApplication::setFont(font);
+}

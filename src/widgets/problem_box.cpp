@@ -1,0 +1,26 @@
+#include "widgets/problem_box.h"
+
+#include <QCoreApplication>
+#include <QMessageBox>
+
+#include "widgets/dialogs.h"
+
+namespace {
+
+void ShowPortProblem(const std::string& message) {
+  auto* box = new QMessageBox(QMessageBox::Warning, QStringLiteral("Parallel port"),
+                              TextOf(message), QMessageBox::Ok);
+  box->setObjectName(QStringLiteral("PortProblem"));
+  box->setTextFormat(Qt::PlainText);
+  box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  box->setModal(false);  // every message box starts out modal
+  box->show();
+}
+
+}  // namespace
+
+void PostProblem(const std::string& message) {
+  QMetaObject::invokeMethod(
+      qApp, [message] { ShowPortProblem(message); }, Qt::QueuedConnection);
+}
