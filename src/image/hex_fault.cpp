@@ -29,8 +29,10 @@ std::string Place(std::string_view text, std::size_t at) {
   std::size_t line = 1;
   std::size_t lineStart = 0;
   for (std::size_t i = 0; i < at; ++i) {
-    const bool insideCrLf = text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n';
-    if (kLineBreaks.find(text[i]) == std::string_view::npos || insideCrLf) continue;
+    // CR LF ends one line, and so does a CR CR LF.
+    const std::string_view behind = text.substr(i + 1, 2);
+    const bool endFollows = text[i] == '\r' && (behind.starts_with('\n') || behind == kLineBreaks);
+    if (kLineBreaks.find(text[i]) == std::string_view::npos || endFollows) continue;
     ++line;
     lineStart = i + 1;
   }

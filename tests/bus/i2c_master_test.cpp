@@ -2,26 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include "support/fake_ticks.h"
 #include "support/recording_port.h"
 
 namespace {
 
-/// One bit delay is 1 step, one byte delay 11 steps.
-struct I2cMasterTest : testing::Test {
-  FakeTicks ticks;
-  LineTrace lines;
-  IicPort port{lines};
-  tongxun::BusTiming timing{ticks};
+struct I2cMasterTest : testing::Test, TracedBus {
   tongxun::I2cMaster master{port, timing};
-
-  I2cMasterTest() {
-    port.BoardTable[0] = TraceBoard();
-    port.InitPortShadows();
-    timing.BitDelayCount = 2;
-    timing.ByteDelayCount = 12;
-    lines.Watch(timing);
-  }
 };
 
 TEST_F(I2cMasterTest, StartAndStopInTheirExactOrder) {

@@ -1,94 +1,169 @@
+// The five line operations, and the port and board that they concern.
 #include "bus/iic_port.h"
 
 #include <gtest/gtest.h>
 
-#include <utility>
-#include <vector>
+#include <string>
+
+#include "bus/isp_boards.h"
+#include "support/recording_port.h"
+#include "text/hex_text.h"
 
 namespace {
 
-class RecordingPort final : public PortIo {
- public:
-  std::vector<std::pair<std::uint32_t, int>> accesses;  // -1 for a read
-  std::uint8_t status = 0;
+std::string Hex(std::uint32_t value) { return HexText(static_cast<std::int32_t>(value)); }
 
+/// Writes down the ports it is told to use, and the accesses, as words.
+class PortLog final : public PortIo {
+ public:
+  std::optional<std::uint8_t> status = 0;
+
+  void UsePort(std::uint32_t base) override { Word("use " + Hex(base)); }
   void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) override {
-    accesses.emplace_back(port, value);
+    Word(Hex(port) + "=" + Hex(value));
   }
   std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t port) override {
-    accesses.emplace_back(port, -1);
+    Word(Hex(port) + "?");
     return status;
   }
+  std::string Take() { return std::exchange(words_, {}); }
+
+ private:
+  void Word(const std::string& word) { words_ += (words_.empty() ? "" : " ") + word; }
+
+  std::string words_;
 };
 
-using Accesses = std::vector<std::pair<std::uint32_t, int>>;
+struct IicPortTest : testing::Test {
+  PortLog io;
+  IspBoards boards;
+  std::vector<std::string> problems;
+  IicPort port{io, boards, [this](const std::string& problem) { problems.push_back(problem); }};
 
-struct Fixture : testing::Test {
-  RecordingPort io;
-  IicPort port{io};
-
-  Accesses Writes(const LineSpec& sdaOut, const LineSpec& sclOut) {
+  IicPortTest() {
+    boards.BoardTable[0] = TraceBoard();
     port.InitPortShadows();
-    port.BoardTable[0].SdaOut = sdaOut;
-    port.BoardTable[0].SclOut = sclOut;
-    port.SetSdaHigh();
-    port.SetSdaLow();
-    port.SetSclHigh();
-    port.SetSclLow();
-    return std::exchange(io.accesses, {});
+    port.SetSdaHigh();  // announces the port
+    io.Take();
   }
 };
-
-using IicPortTest = Fixture;
 
 TEST_F(IicPortTest, EveryLineOperationIsOneWriteWithTheShadowInTheOtherBits) {
   struct Row {
     const char* what;
     LineSpec sdaOut, sclOut;
-    int sdaHigh, sdaLow, sclHigh, sclLow;
+    const char* writes;  // SDA high, SDA low, SCL high, SCL low
   };
-  const Row rows[] = {
-      {"data bit 7, control bit 0, direct", {0, true, 0x80}, {0, true, 0x01}, 0xFF, 0x7F, 1, 0},
-      {"data bit 0 direct, control inverted", {0, true, 0x01}, {0, false, 0x01}, 0x7F, 0x7E, 0, 1},
-      {"data bit 7 inverted, control bit 3", {0, false, 0x80}, {0, true, 0x08}, 0x7F, 0xFF, 8, 0},
-      {"addresses play no part", {0x278, true, 0x80}, {0x27A, true, 0x04}, 0xFF, 0x7F, 4, 0},
-      {"unfilled row", {}, {}, 0x7F, 0x7F, 0, 0},
-  };
-  for (const Row& row : rows) {
-    const Accesses expected{
-        {0x378, row.sdaHigh}, {0x378, row.sdaLow}, {0x37A, row.sclHigh}, {0x37A, row.sclLow}};
-    EXPECT_EQ(Writes(row.sdaOut, row.sclOut), expected) << row.what;
+  for (const Row& row : {Row{"data bit 7, control bit 0, direct",
+                             {0, true, 0x80},
+                             {0, true, 0x01},
+                             "378=FF 378=7F 37A=1 37A=0"},
+                         {"data bit 0 direct, control inverted",
+                          {0, true, 0x01},
+                          {0, false, 0x01},
+                          "378=7F 378=7E 37A=0 37A=1"},
+                         {"data bit 7 inverted, control bit 3; addresses play no part",
+                          {0x278, false, 0x80},
+                          {0x27A, true, 0x08},
+                          "378=7F 378=FF 37A=8 37A=0"},
+                         {"unfilled row", {}, {}, "378=7F 378=7F 37A=0 37A=0"}}) {
+    boards.BoardTable[0].SdaOut = row.sdaOut;
+    boards.BoardTable[0].SclOut = row.sclOut;
+    port.SetSdaHigh();
+    port.SetSdaLow();
+    port.SetSclHigh();
+    port.SetSclLow();
+    EXPECT_EQ(io.Take(), row.writes) << row.what;
   }
 }
 
 TEST_F(IicPortTest, SamplesSdaWithTheMaskAndThePolarity) {
   struct Row {
     LineSpec sdaIn;
-    std::uint8_t status;
+    std::optional<std::uint8_t> status;
     bool low;
   };
-  const Row rows[] = {
-      {{0, true, 0x40}, 0x40, true},   {{0, true, 0x40}, 0xBF, false},
-      {{0, false, 0x40}, 0x40, false}, {{0, false, 0x40}, 0xBF, true},
-      {{0, true, 0x80}, 0x80, true},   {{}, 0xFF, true},
-  };
-  for (const Row& row : rows) {
-    port.BoardTable[0].SdaIn = row.sdaIn;
+  for (const Row& row : {Row{{0, true, 0x40}, 0x40, true},
+                         {{0, true, 0x40}, 0xBF, false},
+                         {{0, false, 0x40}, 0x40, false},
+                         {{0, false, 0x40}, 0xBF, true},
+                         {{0, true, 0x80}, 0x80, true},
+                         {{0, true, 0x40}, std::nullopt, false},
+                         {{0, false, 0x40}, std::nullopt, false}}) {
+    boards.BoardTable[0].SdaIn = row.sdaIn;
     io.status = row.status;
-    EXPECT_EQ(port.SdaIsLow(), row.low) << row.sdaIn.mask << " " << int{row.status};
-    EXPECT_EQ(std::exchange(io.accesses, {}), (Accesses{{0x379, -1}}));
+    EXPECT_EQ(port.SdaIsLow(), row.low) << row.sdaIn.mask << " " << int{row.status.value_or(0)};
+    EXPECT_EQ(io.Take(), "379?");
   }
+  EXPECT_TRUE(problems.empty());
+}
+
+TEST_F(IicPortTest, ABoardWithoutCompleteWiringIsToldOnceAndReadsHigh) {
+  const std::filesystem::path table = "some/InitPort.csv";
+  boards.LoadPortConfig(table, [] {});
+  for (LineSpec IspBoard::*line : {&IspBoard::SdaOut, &IspBoard::SdaIn, &IspBoard::SclOut}) {
+    for (const bool direct : {true, false}) {
+      boards.CurrentBoard = 7;
+      boards.BoardTable[7] = TraceBoard();
+      boards.BoardTable[7].SdaIn.polarity = direct;
+      (boards.BoardTable[7].*line).mask = 0;
+      for (const int status : {0x00, 0xFF}) {
+        io.status = static_cast<std::uint8_t>(status);
+        EXPECT_FALSE(port.SdaIsLow());
+      }
+    }
+  }
+  ASSERT_EQ(problems.size(), 1U);
+  for (const char* part : {"number 7", "some/InitPort.csv"}) {
+    EXPECT_NE(problems[0].find(part), std::string::npos) << problems[0];
+  }
+  // Also at the first use of a port, which may be a frame without a sample.
+  IicPort other(io, boards, [this](const std::string& problem) { problems.push_back(problem); });
+  other.SetSdaHigh();
+  EXPECT_EQ(problems.size(), 2U);
 }
 
 TEST_F(IicPortTest, AChangedBoardOrAddressCountsAtTheNextCall) {
-  port.InitPortShadows();
-  port.BoardTable[20].SdaOut = {0, true, 0x80};
+  boards.BoardTable[20] = TraceBoard();
+  boards.BoardTable[20].SdaOut.mask = 0x80;
   port.SetSdaHigh();
-  port.CurrentBoard = 20;
+  boards.CurrentBoard = 20;
   port.SetSdaHigh();
   port.PortBase = 0xEC00;
   port.SetSclLow();
-  EXPECT_EQ(io.accesses, (Accesses{{0x378, 0x7F}, {0x378, 0xFF}, {0xEC02, 0}}));
+  EXPECT_EQ(io.Take(), "378=7F 378=FF use EC00 EC02=0");
+}
+
+TEST_F(IicPortTest, APortIsAnnouncedAtTheFirstAccessAfterItChanged) {
+  port.PortBase = 0x100;
+  port.SdaIsLow();
+  port.SetSdaLow();
+  EXPECT_EQ(io.Take(), "use 100 101? 100=7E");
+
+  // The new data register is the old control register.
+  port.PortBase = 0x102;
+  port.SetSclLow();
+  EXPECT_EQ(io.Take(), "use 102 104=0");
+
+  // Nothing is announced for an address that was never used.
+  port.PortBase = 0;
+  port.PortBase = 0x102;
+  port.SetSdaHigh();
+  EXPECT_EQ(io.Take(), "102=7F");
+
+  port.ReopenPort();
+  port.SetSdaHigh();
+  EXPECT_EQ(io.Take(), "use 102 102=7F");
+}
+
+TEST_F(IicPortTest, LinesAreReleasedOnlyOnAPortInUse) {
+  port.SetSdaLow();
+  io.Take();
+  port.ReleaseLines();
+  EXPECT_EQ(io.Take(), "37A=1 378=7F") << "SCL before SDA: a STOP, not a START";
+  port.PortBase = 0x200;
+  port.ReleaseLines();
+  EXPECT_EQ(io.Take(), "");
 }
 
 }  // namespace

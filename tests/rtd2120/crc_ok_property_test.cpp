@@ -4,21 +4,16 @@
 // that is stuck low reads as a CRC of 00; images with that CRC are left out then.
 #include <gtest/gtest.h>
 
-#include <random>
+#include <algorithm>
 
+#include "image/cells.h"
 #include "rtd2120/crc8.h"
-#include "support/bench.h"
-#include "support/rtd_transcript.h"
+#include "support/random_faults.h"
+#include "support/rtd_bench.h"
 
 namespace {
 
 constexpr int kRuns = 2000;
-
-using Random = std::mt19937;
-
-std::size_t Pick(Random& random, std::size_t least, std::size_t most) {
-  return std::uniform_int_distribution<std::size_t>(least, most)(random);
-}
 
 int Crc8(std::span<const std::uint8_t> bytes) {
   std::uint8_t crc = 0;
@@ -27,48 +22,20 @@ int Crc8(std::span<const std::uint8_t> bytes) {
 }
 
 struct ChipRun {
-  std::unique_ptr<Bench> bench = std::make_unique<Bench>(Wiring(), simulator::VskIdentity{},
-                                                         simulator::ConnectedChip::Rtd2120);
-  RtdTranscript view;
+  std::unique_ptr<RtdBench> bench = std::make_unique<RtdBench>();
 
   void Load(Random& random) {
-    auto& b = bench->tool.vskImages;
+    auto& b = bench->images;
     for (std::uint8_t& byte : b.RtdBank1Buffer) byte = static_cast<std::uint8_t>(random());
     b.Bank1Max = static_cast<std::int32_t>(Pick(random, 0, Pick(random, 0, 80) == 0 ? 9000 : 700));
     b.Bank1Loaded = true;
   }
   std::span<const std::uint8_t> Image() const {
-    const auto& b = bench->tool.vskImages;
+    const auto& b = bench->images;
     return tongxun::UsedCells(b.RtdBank1Buffer, b.Bank1Max);
   }
   std::span<const std::uint8_t> Flash() const {
     return std::span(bench->board.rtd2120.Bank(0).Cells()).first(Image().size());
-  }
-  /// True when there is no fault.
-  bool AddFaults(Random& random) {
-    auto& faults = bench->board.faults;
-    const std::uint64_t seen = bench->board.wire.FramesSeen();
-    const std::size_t frames = 30 + Image().size() / 40;
-    const std::size_t count = Pick(random, 0, 2);
-    for (std::size_t i = 0; i < count; ++i) {
-      switch (Pick(random, 0, 3)) {
-        case 0:
-          faults.refusedByte = {seen + Pick(random, 1, frames), Pick(random, 0, 257)};
-          break;
-        case 1:
-          faults.unpluggedAfterFrame = seen + Pick(random, 0, frames);
-          break;
-        case 2:
-          faults.flippedBit = {0, static_cast<std::uint32_t>(Pick(random, 0, Image().size())),
-                               static_cast<int>(Pick(random, 0, 7))};
-          break;
-        default:
-          faults.busyForEver = Pick(random, 0, 9) == 0;  // thousands of reads a run
-          faults.sdaStuckLow = !faults.busyForEver && Pick(random, 0, 1) == 0;
-          break;
-      }
-    }
-    return count == 0;
   }
 };
 
@@ -80,13 +47,14 @@ TEST(CrcOk, IsShownOnlyWhenTheFlashEqualsTheImage) {
     ChipRun run;
     if (i % 2 == 0) {  // the chip holds an older image
       run.Load(random);
-      run.bench->tool.rtdWriter.Run(run.view);
+      run.bench->writer.Run(run.bench->view);
     }
     run.Load(random);
-    const bool sound = run.AddFaults(random);
-    run.bench->tool.rtdWriter.Run(run.view);
+    const bool sound =
+        AddFaults(random, 30 + run.Image().size() / 40, run.Image().size(), 10, run.bench->board);
+    run.bench->writer.Run(run.bench->view);
 
-    const bool ok = run.view.text.ends_with("CRC OK.\r\n");
+    const bool ok = run.bench->view.text.ends_with("CRC OK.\r\n");
     ASSERT_TRUE(ok || !sound) << "run " << i << ": a sound chip was not written";
     claimed += ok ? 1 : 0;
     if (!ok || std::ranges::equal(run.Image(), run.Flash())) continue;

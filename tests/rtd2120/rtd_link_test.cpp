@@ -3,26 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include "support/fake_ticks.h"
 #include "support/recording_port.h"
 
 namespace {
 
-/// One bit delay is 1 step, one byte delay 11 steps.
-struct RtdLinkTest : testing::Test {
-  FakeTicks ticks;
-  LineTrace lines;
-  IicPort port{lines};
-  tongxun::BusTiming timing{ticks};
+struct RtdLinkTest : testing::Test, TracedBus {
   std::unique_ptr<tongxun2120::RtdLink> link = std::make_unique<tongxun2120::RtdLink>(port, timing);
-
-  RtdLinkTest() {
-    port.BoardTable[0] = TraceBoard();
-    port.InitPortShadows();
-    timing.BitDelayCount = 2;
-    timing.ByteDelayCount = 12;
-    lines.Watch(timing);
-  }
 
   /// The eight data clocks of a byte and the acknowledge clock up to where it is sampled.
   static std::string Sent(int byte, const std::string& wait = ".1") {
@@ -110,13 +96,6 @@ TEST_F(RtdLinkTest, PageWriteWaitsLongerForEachAcknowledge) {
   EXPECT_EQ(link->RtdWritePage(3, 3), 0);
   EXPECT_EQ(lines.Take(), kIdle + kStart + Sent(0x94, ".3") + "? " + Sent(0x94, ".3") + "? " +
                               Sent(0xA5, ".3") + "? .12 C0 .1 D0 ? .1 C1 .1 D1");
-}
-
-TEST(RtdBits, MostSignificantFirst) {
-  EXPECT_TRUE(tongxun2120::RtdTestBit(0x80, 0));
-  EXPECT_TRUE(tongxun2120::RtdTestBit(0x01, 7));
-  EXPECT_FALSE(tongxun2120::RtdTestBit(0xFF, 8));
-  EXPECT_FALSE(tongxun2120::RtdTestBit(0xFF, -1));
 }
 
 }  // namespace

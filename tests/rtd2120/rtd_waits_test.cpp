@@ -6,8 +6,7 @@
 #include <deque>
 #include <limits>
 
-#include "support/bench.h"
-#include "support/rtd_transcript.h"
+#include "support/rtd_bench.h"
 
 namespace {
 
@@ -34,10 +33,10 @@ class ListedTarget final : public simulator::I2cTarget {
 
 struct RtdWaitsTest : testing::Test {
   ListedTarget target;
-  std::unique_ptr<Bench> bench = NewBench();
-  RtdTranscript view;
-  tongxun2120::RtdLink& link = bench->tool.rtdLink;
-  tongxun2120::RtdOperations& operations = bench->tool.rtdOperations;
+  std::unique_ptr<RtdBench> bench = std::make_unique<RtdBench>();
+  RtdTranscript& view = bench->view;
+  tongxun2120::RtdLink& link = bench->link;
+  tongxun2120::RtdOperations& operations = bench->operations;
 
   RtdWaitsTest() { bench->board.wire.Connect(&target); }
   ~RtdWaitsTest() override { bench->board.wire.Connect(nullptr); }
@@ -85,8 +84,8 @@ TEST_F(RtdWaitsTest, EveryWaitEndsAfterTenSeconds) {
     });
     EXPECT_GE(elapsed, 10'000U) << what;
     EXPECT_LE(elapsed, 10'030U) << what;
-    EXPECT_EQ(view.text, "MCU link error") << what;
-    EXPECT_EQ(view.events.back(), "red MCU link error") << what;
+    EXPECT_EQ(view.text, "MCU link error\r\n") << what;
+    EXPECT_EQ(view.Take().back(), "red MCU link error\r\n") << what;
   }
 }
 
@@ -104,7 +103,7 @@ TEST_F(RtdWaitsTest, AReadThatWasNotAcknowledgedNeverCounts) {
     target.replies = {0x00};
     view.text.clear();
     EXPECT_EQ(operations.RtdReadCrc(Bank::First, view), std::nullopt) << answered;
-    EXPECT_EQ(view.text, "MCU link error") << answered;
+    EXPECT_EQ(view.text, "MCU link error\r\n") << answered;
   }
   target.addressesAnswered = 10;
   EXPECT_EQ(operations.RtdReadCrc(Bank::First, view), 0x00) << "all ten are needed";
@@ -112,10 +111,10 @@ TEST_F(RtdWaitsTest, AReadThatWasNotAcknowledgedNeverCounts) {
 
 TEST_F(RtdWaitsTest, ARunEndsWithALongDelay) {
   target.replies = {0x40};
-  bench->tool.timing.ByteDelayCount = 3;
-  const std::int64_t before = bench->tool.timing.Steps;
-  bench->tool.rtdWriter.Run(view);  // nothing is loaded: two writes to enter, one to leave
-  EXPECT_EQ(bench->tool.timing.Steps - before, 3 * 2 + 1001 * 2);
+  bench->timing.ByteDelayCount = 3;
+  const std::int64_t before = bench->timing.Steps;
+  bench->writer.Run(view);  // nothing is loaded: two writes to enter, one to leave
+  EXPECT_EQ(bench->timing.Steps - before, 3 * 2 + 1001 * 2);
 }
 
 }  // namespace

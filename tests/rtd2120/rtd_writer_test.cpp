@@ -5,13 +5,13 @@
 #include <gtest/gtest.h>
 
 #include "rtd2120/crc8.h"
-#include "support/bench.h"
 #include "support/images.h"
-#include "support/rtd_transcript.h"
+#include "support/rtd_bench.h"
 #include "support/temp_folder.h"
 
 namespace {
 
+using namespace tongxun2120;
 using testing::Contains;
 using testing::Each;
 using testing::ElementsAre;
@@ -26,26 +26,20 @@ int Crc8(const std::vector<std::uint8_t>& image) {
 }
 
 struct RtdWriterTest : testing::Test {
-  std::unique_ptr<Bench> bench = std::make_unique<Bench>(Wiring(), simulator::VskIdentity{},
-                                                         simulator::ConnectedChip::Rtd2120);
-  RtdTranscript view;
-  RtdWriter& writer = bench->tool.rtdWriter;
+  std::unique_ptr<RtdBench> bench = std::make_unique<RtdBench>();
+  RtdTranscript& view = bench->view;
+  RtdWriter& writer = bench->writer;
   simulator::Rtd2120Chip& chip = bench->board.rtd2120;
-  tongxun::CodeBuffers& buffers = bench->tool.vskImages;
+  RtdImages& images = bench->images;
+  std::vector<std::string> events;  // of the last run
 
-  void LoadBank(int bank, const std::vector<std::uint8_t>& image) {
-    auto& cells = bank == 1 ? buffers.RtdBank1Buffer : buffers.RtdBank2Buffer;
-    cells.fill(0xFF);
-    std::copy(image.begin(), image.end(), cells.begin());
-    (bank == 1 ? buffers.Bank1Max : buffers.Bank2Max) = static_cast<std::int32_t>(image.size()) - 1;
-    (bank == 1 ? buffers.Bank1Loaded : buffers.Bank2Loaded) = true;
-  }
   std::string Run(RtdBankMode banks, RtdOperateMode operate = RtdOperateMode::Automatic) {
     writer.BankMode = banks;
     writer.OperateMode = operate;
-    view.events.clear();
+    view.Take();
     bench->TakeFrames();
     writer.Run(view);
+    events = view.Take();
     return view.text;
   }
   static std::string CrcLines(int calculated, int read) {
@@ -61,24 +55,24 @@ struct RtdWriterTest : testing::Test {
 TEST_F(RtdWriterTest, BothBanks) {
   const auto bank1 = Image(700, 3);
   const auto bank2 = Image(300, 4);
-  LoadBank(1, bank1);
-  LoadBank(2, bank2);
+  bench->Load(Bank::First, bank1);
+  bench->Load(Bank::Second, bank2);
   EXPECT_EQ(Run(RtdBankMode::Both),
             "Erase MCU OK.\r\n" + BankLines("1", bank1) + BankLines("2", bank2));
   EXPECT_FALSE(view.red);
   EXPECT_TRUE(FlashEquals(chip.Bank(0), bank1) && FlashEquals(chip.Bank(1), bank2));
   EXPECT_FALSE(chip.InIspMode());
-  EXPECT_THAT(view.events, ElementsAre("Erase MCU OK.\r\n", "Program BANK 1   1 %",
-                                       "Program BANK 1   34 %", "Program BANK 1   68 %",
-                                       "Program BANK 1   100 %\r\n", StartsWith("Calculate"),
-                                       StartsWith("Read"), "CRC OK.\r\n", "Program BANK 2   1 %",
-                                       "Program BANK 2   51 %", "Program BANK 2   100 %\r\n",
-                                       StartsWith("Calculate"), StartsWith("Read"), "CRC OK.\r\n"));
+  EXPECT_THAT(events, ElementsAre("Erase MCU OK.\r\n", "Program BANK 1   1 %",
+                                  "Program BANK 1   34 %", "Program BANK 1   68 %",
+                                  "Program BANK 1   100 %\r\n", StartsWith("Calculate"),
+                                  StartsWith("Read"), "CRC OK.\r\n", "Program BANK 2   1 %",
+                                  "Program BANK 2   51 %", "Program BANK 2   100 %\r\n",
+                                  StartsWith("Calculate"), StartsWith("Read"), "CRC OK.\r\n"));
 }
 
 TEST_F(RtdWriterTest, TheFramesOfOneBank) {
   std::vector<std::uint8_t> image(0x101, 0x12);
-  LoadBank(2, image);
+  bench->Load(Bank::Second, image);
   Run(RtdBankMode::Second);
   image.resize(0x200, 0xFF);
   const auto page = [&](std::size_t number) {
@@ -98,7 +92,7 @@ TEST_F(RtdWriterTest, TheFramesOfOneBank) {
                           "S 94 90 Sr 95 [68]- P", idle, "S 94 A2 80 P", "S 94 A2 Sr 95 [80]- P",
                           "S 94 A2 Sr 95 [80]- P", "S 94 A2 Sr 95 [40]- P",
                           "S 94 A3 Sr 95 [" + crc + "]- P", "S 94 90 00 P"));
-  EXPECT_EQ(view.events.front(), "Program BANK 2   1 %") << "no erase of its own";
+  EXPECT_EQ(events.front(), "Program BANK 2   1 %") << "no erase of its own";
 }
 
 TEST_F(RtdWriterTest, EraseOnlyStaysInIspMode) {
@@ -111,11 +105,11 @@ TEST_F(RtdWriterTest, EraseOnlyStaysInIspMode) {
 
 TEST_F(RtdWriterTest, BanksThatAreNotLoaded) {
   EXPECT_EQ(Run(RtdBankMode::Both), "");
-  EXPECT_THAT(view.events, ElementsAre("message Please load code in Buffer 1",
-                                       "message Please load code in Buffer 2"));
+  EXPECT_THAT(events, ElementsAre("message Please load code in Buffer 1",
+                                  "message Please load code in Buffer 2"));
   EXPECT_EQ(bench->TakeFrames().back(), "S 94 90 00 P");
   const auto image = Image(10);
-  LoadBank(2, image);
+  bench->Load(Bank::Second, image);
   EXPECT_EQ(Run(RtdBankMode::Both), BankLines("2", image));
 }
 
@@ -134,7 +128,7 @@ TEST_F(RtdWriterTest, MaximaAndTheirFigures) {
                         {0xFFF0, 256, "S 96 A0 FF F0 P", 101},
                         {0xFFFF, 256, "S 96 A0 FF FF P", 101}}) {
     const auto image = Image(static_cast<std::size_t>(c.maximum) + 1, 9);
-    LoadBank(1, image);
+    bench->Load(Bank::First, image);
     EXPECT_EQ(Run(RtdBankMode::First), "Erase MCU OK.\r\n" + BankLines("1", image)) << c.maximum;
     EXPECT_TRUE(FlashEquals(chip.Bank(0), image)) << c.maximum;
     const auto frames = bench->TakeFrames();
@@ -142,15 +136,15 @@ TEST_F(RtdWriterTest, MaximaAndTheirFigures) {
                             [](const std::string& f) { return f.starts_with("S 94 94 "); }),
               c.pages);
     EXPECT_THAT(frames, Contains(c.end));
-    EXPECT_EQ(view.events[static_cast<std::size_t>(c.pages)],
+    EXPECT_EQ(events[static_cast<std::size_t>(c.pages)],
               "Program BANK 1   " + std::to_string(c.lastFigure) + " %");
   }
 }
 
 TEST_F(RtdWriterTest, AnAddressOutsideTheBankTouchesNoFlash) {
   for (const std::int32_t maximum : {-1, 0x10000}) {
-    LoadBank(1, Image(4));
-    buffers.Bank1Max = maximum;
+    bench->Load(Bank::First, Image(4));
+    images.Bank1Max = maximum;
     EXPECT_EQ(Run(RtdBankMode::First), "Image address error.\r\n");
     EXPECT_TRUE(view.red);
     EXPECT_EQ(bench->TakeFrames().size(), 4U) << "entry and leaving only";
@@ -159,48 +153,35 @@ TEST_F(RtdWriterTest, AnAddressOutsideTheBankTouchesNoFlash) {
 
 TEST_F(RtdWriterTest, EntryRefused) {
   bench->board.Connect(simulator::ConnectedChip::None);
-  bench->tool.rtdLink.RtdRxBuf[0] = 0x40;  // an old reading proves nothing
-  LoadBank(1, Image(4));
+  bench->link.RtdRxBuf[0] = 0x40;  // an old reading proves nothing
+  bench->Load(Bank::First, Image(4));
   EXPECT_EQ(Run(RtdBankMode::First), "MCU link error");
   EXPECT_TRUE(view.red);
   EXPECT_EQ(bench->TakeFrames().size(), 3U);
 }
 
-TEST_F(RtdWriterTest, CrcMismatchIsRed) {
-  const auto image = Image(300);
-  LoadBank(1, image);
-  bench->board.faults.flippedBit = {0, 7, 3};
-  const std::string text = Run(RtdBankMode::First);
-  EXPECT_TRUE(text.ends_with("CRC FAIL.\r\n")) << text;
-  EXPECT_TRUE(view.red);
-  EXPECT_EQ(view.events.back(), "red CRC FAIL.\r\n");
-  bench->board.faults.flippedBit.reset();
-  EXPECT_TRUE(Run(RtdBankMode::First).ends_with("CRC OK.\r\n"));
-  EXPECT_FALSE(view.red) << "cleared at the start of the run";
-}
-
 TEST_F(RtdWriterTest, TheSecondBankIsWrittenAfterAFailureOfTheFirst) {
   const auto bank2 = Image(300, 4);
-  LoadBank(1, Image(0x800));
-  LoadBank(2, bank2);
-  buffers.RtdBank2Buffer[65540] = 0x77;
+  bench->Load(Bank::First, Image(0x800));
+  bench->Load(Bank::Second, bank2);
+  images.RtdBank2Buffer[65540] = 0x77;
   bench->board.faults.flippedBit = {0, 7, 3};
   const std::string text = Run(RtdBankMode::Both);
   EXPECT_THAT(text, testing::HasSubstr("CRC FAIL.\r\nProgram BANK 2 "));
   EXPECT_TRUE(text.ends_with(BankLines("2", bank2)));
-  EXPECT_EQ(view.events[2], "Program BANK 1   13 %") << "12.5 rounds to the even 12, plus 1";
-  EXPECT_EQ(buffers.RtdLoadBuffer[65540], 0x77) << "all cells are copied";
+  EXPECT_EQ(events[2], "Program BANK 1   13 %") << "12.5 rounds to the even 12, plus 1";
+  EXPECT_EQ(images.RtdLoadBuffer[65540], 0x77) << "all cells are copied";
 }
 
 TEST_F(RtdWriterTest, APageThatNeverFinishesIsReadExactly5003Times) {
-  LoadBank(1, Image(600));
-  ASSERT_TRUE(bench->tool.rtdLink.RtdEnterIsp());
-  buffers.RtdLoadBuffer = buffers.RtdBank1Buffer;
-  bench->tool.rtdOperations.RtdBuildPages(599);
-  bench->tool.rtdOperations.RtdMaxAddr = 599;
+  bench->Load(Bank::First, Image(600));
+  ASSERT_TRUE(bench->link.RtdEnterIsp());
+  images.RtdLoadBuffer = images.RtdBank1Buffer;
+  bench->operations.RtdBuildPages(599);
+  bench->operations.RtdMaxAddr = 599;
   bench->board.faults.busyForEver = true;
   bench->TakeFrames();
-  bench->tool.rtdOperations.RtdProgramBank(tongxun2120::Bank::First, view);
+  bench->operations.RtdProgramBank(Bank::First, view);
   EXPECT_EQ(view.text, "Program BANK 1   1 %MCU link error");
   EXPECT_TRUE(view.red);
   const auto frames = bench->TakeFrames();
@@ -209,49 +190,15 @@ TEST_F(RtdWriterTest, APageThatNeverFinishesIsReadExactly5003Times) {
 }
 
 TEST_F(RtdWriterTest, AnEraseThatNeverEndsIsGivenUpAndNothingIsProgrammed) {
-  LoadBank(1, Image(4));
-  LoadBank(2, Image(4));
+  bench->Load(Bank::First, Image(4));
+  bench->Load(Bank::Second, Image(4));
   bench->board.faults.busyForEver = true;
-  EXPECT_EQ(Run(RtdBankMode::Both), "MCU link error");
+  EXPECT_EQ(Run(RtdBankMode::Both), "MCU link error\r\n");
   EXPECT_TRUE(view.red);
   const auto frames = bench->TakeFrames();
   EXPECT_THAT(frames, Each(Not(StartsWith("S 94 94 "))));
   EXPECT_EQ(frames.back(), "S 94 90 00- P")
       << "the busy chip takes nothing, but ISP mode is left all the same";
-}
-
-/// Unplugged after each frame in turn: bounded, red, and never "CRC OK." for what was not written.
-TEST_F(RtdWriterTest, UnpluggedInEveryPhase) {
-  const auto image = Image(400);
-  int ends[3] = {0, 0, 0};
-  for (std::uint64_t frames = 0; frames <= 48; ++frames) {
-    chip.OnUnplugged();
-    bench->board.faults.unpluggedAfterFrame = simulator::Faults::kNever;
-    LoadBank(1, image);
-    bench->board.faults.unpluggedAfterFrame = bench->board.wire.FramesSeen() + frames;
-    if (frames == 0) bench->board.faults.unpluggedAfterFrame = 0;
-    const std::string text = Run(RtdBankMode::First);
-    const bool ok = text.ends_with("CRC OK.\r\n");
-    EXPECT_TRUE(!ok || FlashEquals(chip.Bank(0), image)) << frames;
-    EXPECT_EQ(view.red, !ok) << frames;
-    EXPECT_TRUE(ok || text.ends_with("MCU link error") || text.ends_with("CRC FAIL.\r\n")) << text;
-    ++ends[ok ? 0 : text.ends_with("MCU link error") ? 1 : 2];
-  }
-  EXPECT_GT(ends[0], 0) << "unplugged after the run";
-  EXPECT_GT(ends[1], 25) << "unplugged before";
-}
-
-TEST_F(RtdWriterTest, APageByteTakes28PortAccesses) {
-  auto& link = bench->tool.rtdLink;
-  const auto accesses = [&](int count) {
-    const std::uint64_t before = bench->board.cable.Accesses();
-    link.RtdWritePage(count, 3);
-    return bench->board.cable.Accesses() - before;
-  };
-  const std::uint64_t frame = accesses(0);
-  EXPECT_EQ(frame, 9U) << "two idle levels, START, and a STOP that samples SDA";
-  EXPECT_EQ(accesses(1), frame + 28U);
-  EXPECT_EQ(accesses(258), frame + 258U * 28U);
 }
 
 TEST_F(RtdWriterTest, Crc8Values) {
@@ -260,34 +207,58 @@ TEST_F(RtdWriterTest, Crc8Values) {
   EXPECT_EQ(Crc8(std::vector<std::uint8_t>(256, 0xFF)), 0x24);
 }
 
+/// No CRC lines for the bank whose wait expired, and no second bank.
+TEST_F(RtdWriterTest, AChipThatStopsAnsweringEndsTheRun) {
+  const auto image = Image(4);
+  bench->Load(Bank::First, image);
+  bench->Load(Bank::Second, image);
+  bench->board.faults.unpluggedAfterFrame = 22;  // behind the wait for the page
+  EXPECT_EQ(Run(RtdBankMode::Both),
+            "Erase MCU OK.\r\nProgram BANK 1   100 %\r\nCalculate CRC   0x" + HexText(Crc8(image)) +
+                "\r\nMCU link error\r\n");
+  EXPECT_TRUE(view.red);
+  EXPECT_TRUE(bench->TakeFrames().back().ends_with(" Sr 94- 90- 00- P"))
+      << "ISP mode is left all the same";
+}
+
 TEST_F(RtdWriterTest, LoadsTheBankBuffers) {
   TempFolder folder;
   view.file = folder.Write("a.bin", std::string(0x8000, '\1'));
-  buffers.RtdLoadBuffer.fill(0x55);
-  Load_RTD2120_NormalFile(0, buffers, view);
-  EXPECT_THAT(view.events, ElementsAre("choose Hexfile (*.hex)|*.hex|Binfile (*.bin)|*.bin",
-                                       "row 1 32767 " + HexText((0x8000 + 0x8000 * 0xFF) & 0xFFFF) +
-                                           " " + view.file));
-  EXPECT_TRUE(buffers.Bank1Loaded);
-  EXPECT_FALSE(buffers.Bank2Loaded);
-  EXPECT_EQ(buffers.RtdBank1Buffer[0x8000], 0xFF);
-  EXPECT_EQ(buffers.RtdBank1Buffer[0xFFFF], 0xFF);
-  EXPECT_EQ(buffers.RtdBank1Buffer[0x10000], 0x55) << "all cells are copied, the tail too";
+  images.RtdLoadBuffer.fill(0x55);
+  writer.Load(Bank::First, view);
+  EXPECT_THAT(
+      view.Take(),
+      ElementsAre("choose Hexfile (*.hex)|*.hex|Binfile (*.bin)|*.bin", "clear",
+                  "row 1 32767 " + HexText((0x8000 + 0x8000 * 0xFF) & 0xFFFF) + " " + view.file));
+  EXPECT_TRUE(images.Bank1Loaded);
+  EXPECT_FALSE(images.Bank2Loaded);
+  EXPECT_EQ(images.RtdBank1Buffer[0x8000], 0xFF);
+  EXPECT_EQ(images.RtdBank1Buffer[0xFFFF], 0xFF);
+  EXPECT_EQ(images.RtdBank1Buffer[0x10000], 0x55) << "all cells are copied, the tail too";
 
-  view.events.clear();
-  view.file = folder.Write("b.hex", ":0100000007F8\n");
-  Load_RTD2120_NormalFile(1, buffers, view);
-  EXPECT_FALSE(buffers.Bank2Loaded);
+  for (const char* refused : {"b.hex", "none.bin"}) {
+    folder.Write("b.hex", ":0100000007F8\n");
+    view.file = (folder / refused).string();
+    writer.Load(Bank::Second, view);
+    EXPECT_FALSE(images.Bank2Loaded) << refused;
+  }
+  view.file = folder.Write("b.hex", ":06FFFF00010203040506FF\r\n");
+  writer.Load(Bank::Second, view);
+  EXPECT_EQ(images.Bank2Max, 65540) << "the last cell";
   view.file = folder.Write("b.hex", ":0100000007F8\r\n");
-  Load_RTD2120_NormalFile(7, buffers, view);
-  EXPECT_TRUE(buffers.Bank2Loaded);
-  EXPECT_EQ(buffers.Bank2Max, 0);
-  EXPECT_EQ(buffers.RtdBank2Buffer[1], 0xFF);
-  EXPECT_EQ(buffers.RtdBank1Buffer[0], 1);
-  view.events.clear();
+  writer.Load(Bank::Second, view);
+  EXPECT_TRUE(images.Bank2Loaded);
+  EXPECT_EQ(images.Bank2Max, 0);
+  EXPECT_EQ(images.RtdBank2Buffer[1], 0xFF);
+  EXPECT_EQ(images.RtdBank1Buffer[0], 1);
+  view.Take();
   view.file.clear();
-  Load_RTD2120_NormalFile(1, buffers, view);
-  EXPECT_EQ(view.events.size(), 1U) << "cancelled: nothing changes";
+  writer.Load(Bank::Second, view);
+  EXPECT_EQ(view.Take().size(), 1U) << "cancelled: nothing changes";
+
+  images.RtdBank1Buffer.fill(0xFF);
+  images.SumRtdBank(Bank::First);
+  EXPECT_EQ(images.RtdBankSum, 0x0000) << "65,536 cells, not one more";
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 
 #include <sstream>
 
-#include "support/bench.h"
+#include "support/vsk_bench.h"
 #include "vsk/entry_parameters.h"
 
 namespace {
@@ -14,16 +14,16 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 
 struct BoardTest : testing::Test {
-  std::unique_ptr<Bench> bench = NewBench();
+  std::unique_ptr<VskBench> bench = std::make_unique<VskBench>();
   simulator::VskChip& chip = bench->board.vsk830;
 
   bool Send(int address, std::initializer_list<int> bytes) {
     std::size_t i = 0;
     for (const int byte : bytes) {
-      bench->tool.frames.IspTxBuf[i++] = static_cast<std::int16_t>(byte);
+      bench->frames.IspTxBuf[i++] = static_cast<std::int16_t>(byte);
     }
     int count = static_cast<int>(i);
-    return bench->tool.frames.IspWriteFrame(address, count, true);
+    return bench->frames.IspWriteFrame(address, count, true);
   }
 };
 
@@ -50,7 +50,7 @@ TEST_F(BoardTest, RefusesWhatARealChipWouldNotTake) {
   EXPECT_TRUE(Send(0x94, {0, 0xF1}));
   EXPECT_EQ(chip.Bank(0).Cells()[0], 0x01) << "programming only clears bits";
   int count = 256;
-  EXPECT_FALSE(bench->tool.frames.IspReadFrame(0x94, count)) << "a read without a page";
+  EXPECT_FALSE(bench->frames.IspReadFrame(0x94, count)) << "a read without a page";
 }
 
 TEST_F(BoardTest, PluggingInAgainEndsIspModeAndKeepsTheFlash) {
@@ -69,7 +69,7 @@ TEST_F(BoardTest, RecordsTheBusAsAValueChangeDump) {
   simulator::VcdRecorder recorder(out);
   bench->board.cable.ListenTo(&recorder);
   int count = -1;
-  bench->tool.frames.IspWriteFrame(0, count, true);
+  bench->frames.IspWriteFrame(0, count, true);
   bench->board.cable.ListenTo(nullptr);
   EXPECT_THAT(out.str(), HasSubstr("$timescale 1us $end"));
   EXPECT_THAT(out.str(),
@@ -80,16 +80,16 @@ TEST_F(BoardTest, RecordsTheBusAsAValueChangeDump) {
 TEST(ShippedSimulatorData, ProgramsTheSimulatedChip) {
   const std::filesystem::path initial =
       std::filesystem::path(SOURCE_FOLDER) / "src" / "simulator" / "Initial";
-  const auto bench = NewBench();
-  bench->tool.boards.BoardTable = {};
-  bench->tool.frames.IspParams = {};
+  const auto bench = std::make_unique<VskBench>();
+  bench->boards.BoardTable = {};
+  bench->frames.IspParams = {};
   const auto turn = [] {};
-  bench->tool.portAddress.LoadPortConfig(initial / "InitPort.csv", turn);
-  bench->tool.portAddress.LoadCurrentBoard(initial / "CurrIspBoard.csv", turn);
-  fileop::ReadSecurityFile(initial / "security.cod", bench->tool.frames.IspParams);
+  bench->boards.LoadPortConfig(initial / "InitPort.csv", turn);
+  bench->boards.LoadCurrentBoard(initial / "CurrIspBoard.csv", turn);
+  fileop::ReadSecurityFile(initial / "security.cod", bench->frames.IspParams);
   bench->Load({1, 2, 3});
   bench->EnterIspMode();
-  bench->tool.isp.DoProgram(bench->view);
+  bench->isp.DoProgram(bench->view);
   EXPECT_EQ(bench->view.operationText, "Write Ok");
   EXPECT_EQ(bench->board.vsk830.Bank(0).Cells()[2], 3);
 }

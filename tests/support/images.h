@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "text/hex_text.h"
 #include "simulator/flash.h"
+#include "text/hex_text.h"
 
 inline std::vector<std::uint8_t> Image(std::size_t size, unsigned seed = 1) {
   std::vector<std::uint8_t> image(size);

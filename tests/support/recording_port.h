@@ -8,7 +8,9 @@
 
 #include "bus/bus_timing.h"
 #include "bus/iic_port.h"
+#include "bus/isp_boards.h"
 #include "platform/port_io.h"
+#include "support/fake_ticks.h"
 
 /// The board that `LineTrace` reads: SDA out data bit 0, SCL out control bit 0, SDA in status bit
 /// 6, all direct.
@@ -65,4 +67,22 @@ class LineTrace final : public PortIo {
   const tongxun::BusTiming* timing_ = nullptr;
   std::int64_t steps_ = 0;
   std::string text_;
+};
+
+/// The line driver on such a port, with the trace's board in use. One bit delay is 1 step, one byte
+/// delay 11 steps.
+struct TracedBus {
+  FakeTicks ticks;
+  LineTrace lines;
+  IspBoards boards;
+  IicPort port{lines, boards, {}};
+  tongxun::BusTiming timing{ticks};
+
+  TracedBus() {
+    boards.BoardTable[0] = TraceBoard();
+    port.InitPortShadows();
+    timing.BitDelayCount = 2;
+    timing.ByteDelayCount = 12;
+    lines.Watch(timing);
+  }
 };

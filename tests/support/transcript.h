@@ -7,24 +7,19 @@
 #include <string>
 #include <vector>
 
-#include "vsk/vsk_load.h"
+#include "support/file_answers.h"
 #include "vsk/isp_view.h"
+#include "vsk/vsk_load.h"
 
-class Transcript : public IspView, public VskLoadView {
+class Transcript : public IspView, public FileAnswers<VskLoadView> {
  public:
   std::deque<std::string> answers;  // to input boxes; cancelled when used up
-  std::string file;                 // to the file dialog
+  bool confirmed = true;            // the answer to OK or Cancel
   bool pageRead = false;            // "Page Read" is the selected operation
   bool quitSelected = false;        // "quit isp mode" is the selected option
   /// Run when the program selects "quit isp mode" and it was not selected before.
   std::function<void()> quitAction;
 
-  const std::vector<std::string>& Lines() const { return lines_; }
-  std::vector<std::string> Take() {
-    std::vector<std::string> taken;
-    taken.swap(lines_);
-    return taken;
-  }
   /// What the labels hold now.
   std::string modeText, operationText;
   StatusColour operationColour = StatusColour::Black;
@@ -61,30 +56,21 @@ class Transcript : public IspView, public VskLoadView {
     answers.pop_front();
     return next;
   }
+  using FileAnswers::ShowMessage;
   void ShowMessage(std::string_view message) override { Say("message " + std::string(message)); }
 
-  std::string ChooseFile(std::string_view filters) override {
-    Say("choose " + std::string(filters));
-    return file;
+  bool Confirm(std::string_view question) override {
+    Say("confirm " + std::string(question));
+    return confirmed;
   }
-  void Beep() override { Say("beep"); }
-  void ShowMessage(std::string_view message, std::string_view detail) override {
-    Say("message " + std::string(message));
-    lastDetail = detail;
-  }
-  void PrintLine(std::string_view line) override { Say("print " + std::string(line)); }
+
   void ShowFileName(std::string_view text) override { Say("Text2 " + std::string(text)); }
   void ShowMaximumAddress(std::string_view text) override { Say("Text4 " + std::string(text)); }
   void ShowChecksum(std::string_view text) override { Say("Text3 " + std::string(text)); }
   void ShowSoftwareCrc(std::string_view text) override { Say("Text5 " + std::string(text)); }
 
-  std::string lastDetail;
-
  private:
   static std::string Name(StatusLabel label) {
     return label == StatusLabel::IspMode ? "Label2" : "Label3";
   }
-  void Say(const std::string& line) { lines_.push_back(line); }
-
-  std::vector<std::string> lines_;
 };

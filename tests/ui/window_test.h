@@ -14,11 +14,11 @@
 #include <QTimer>
 #include <memory>
 
-#include "text/hex_text.h"
 #include "support/bench.h"
 #include "support/temp_folder.h"
-#include "widgets/controls.h"
+#include "text/hex_text.h"
 #include "ui/launcher.h"
+#include "widgets/controls.h"
 
 /// A started program on the simulated board, in a program folder of its own.
 struct Desk {
@@ -38,9 +38,9 @@ struct Desk {
   }
 
   void Start() {
-    launcher =
-        std::make_unique<Main>(tool.directories, tool.port, tool.portConfig, tool.timing,
-                               tool.vskImages, tool.frames, tool.isp, tool.vskWriter, tool.rtdWriter);
+    launcher = std::make_unique<Main>(tool.directories, tool.port, tool.portConfig, tool.timing,
+                                      tool.vskImages, tool.frames, tool.isp, tool.vskWriter,
+                                      tool.rtdWriter);
     launcher->show();
   }
 

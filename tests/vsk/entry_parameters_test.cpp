@@ -3,22 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "support/temp_folder.h"
-#include "text/hex_text.h"
 
 namespace {
-
-TEST(HexTextInput, BytesAndWords) {
-  EXPECT_EQ(Module1::HexByteValue("a5"), 165);
-  EXPECT_EQ(Module1::HexByteValue(" 5"), 0x55);
-  for (const char* wrong : {"9G", "", "  ", "g0", "-1"}) {
-    EXPECT_EQ(Module1::HexByteValue(wrong), std::nullopt) << wrong;
-  }
-  EXPECT_EQ(Module1::HexWordValue("FF00"), 65280);
-  EXPECT_EQ(Module1::HexWordValue(" 1234 "), 0x1234);
-  for (const char* wrong : {"ff00", "12G4", "", "12"}) {
-    EXPECT_EQ(Module1::HexWordValue(wrong), std::nullopt) << wrong;
-  }
-}
 
 struct EntryParametersTest : testing::Test {
   TempFolder folder;

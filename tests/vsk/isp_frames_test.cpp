@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "support/bench.h"
 #include "support/recording_port.h"
+#include "support/vsk_bench.h"
 
 namespace {
 
@@ -34,8 +34,8 @@ class ScriptedTarget final : public simulator::I2cTarget {
 
 struct IspFramesTest : testing::Test {
   ScriptedTarget target;
-  std::unique_ptr<Bench> bench = NewBench();
-  tongxun::IspFrames& frames = bench->tool.frames;
+  std::unique_ptr<VskBench> bench = std::make_unique<VskBench>();
+  tongxun::IspFrames& frames = bench->frames;
 
   IspFramesTest() { bench->board.wire.Connect(&target); }
   ~IspFramesTest() override { bench->board.wire.Connect(nullptr); }
@@ -56,13 +56,6 @@ TEST_F(IspFramesTest, WriteFramesAndTheAddressByte) {
   count = -1;
   EXPECT_TRUE(frames.IspWriteFrame(0x94, count, true));
   EXPECT_THAT(Lines(), ElementsAre("S P"));
-}
-
-TEST_F(IspFramesTest, TheRawWriteFrameKeepsBit0) {
-  int count = 0;
-  target.refuse = 0;  // an acknowledged odd address would begin a read
-  EXPECT_FALSE(frames.IspWriteFrameRaw(0x95, count, true));
-  EXPECT_THAT(Lines(), ElementsAre("S 95- P"));
 }
 
 TEST_F(IspFramesTest, ARefusedByteEndsTheFrameWithAStop) {
@@ -105,17 +98,10 @@ TEST_F(IspFramesTest, WriteThenReadRepeatsTheStart) {
 
 /// The delay before the CRC is read, and the bus released before the repeated START.
 TEST(IspFramesOnTheLines, DelaysAroundReads) {
-  FakeTicks ticks;
-  LineTrace lines;
-  IicPort port(lines);
-  tongxun::BusTiming timing(ticks);
-  tongxun::I2cMaster master(port, timing);
-  tongxun::IspFrames frames(master, timing);
-  port.BoardTable[0] = TraceBoard();
-  port.InitPortShadows();
-  timing.BitDelayCount = 2;
-  timing.ByteDelayCount = 12;
-  lines.Watch(timing);
+  TracedBus bus;
+  tongxun::I2cMaster master(bus.port, bus.timing);
+  tongxun::IspFrames frames(master, bus.timing);
+  LineTrace& lines = bus.lines;
   frames.ReadHwCrc();
   EXPECT_THAT(lines.Take(), testing::StartsWith(".1 D1 C1 .1 D0 "));
   lines.sdaLow = {true};
@@ -147,17 +133,6 @@ TEST_F(IspFramesTest, TheChipsCrc) {
   target.refuse = 0;
   frames.ReadHwCrc();
   EXPECT_EQ(frames.HwCrc, 0);
-}
-
-TEST_F(IspFramesTest, AWrittenByteTakes36PortAccesses) {
-  const auto accesses = [this](int bytes) {
-    const std::uint64_t before = bench->board.cable.Accesses();
-    frames.IspWriteFrame(0x94, bytes, true);
-    return bench->board.cable.Accesses() - before;
-  };
-  EXPECT_EQ(accesses(-1), 8U) << "START and STOP alone";
-  EXPECT_EQ(accesses(0), 8U + 36U);
-  EXPECT_EQ(accesses(256), 8U + 257U * 36U);
 }
 
 }  // namespace

@@ -2,8 +2,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "support/bench.h"
 #include "support/images.h"
+#include "support/vsk_bench.h"
 
 namespace {
 
@@ -13,8 +13,7 @@ using testing::Not;
 using Lines = std::vector<std::string>;
 
 struct Vsk630Test : testing::Test {
-  std::unique_ptr<Bench> bench =
-      std::make_unique<Bench>(Wiring(), simulator::VskIdentity{}, simulator::ConnectedChip::Vsk630);
+  std::unique_ptr<VskBench> bench = std::make_unique<VskBench>(simulator::ConnectedChip::Vsk630);
   Transcript& view = bench->view;
   simulator::VskChip& chip = bench->board.vsk630;
 
@@ -22,7 +21,7 @@ struct Vsk630Test : testing::Test {
     bench->EnterIspMode();
     bench->TakeFrames();
     view.Take();
-    bench->tool.isp.DoProgram(view);
+    bench->isp.DoProgram(view);
   }
   Lines Percents() {
     Lines percents;
@@ -38,7 +37,7 @@ TEST_F(Vsk630Test, BothBanksOverTheWire) {
   const auto bank1 = Image(2, 4);
   bench->Load(bank0, bank1);
   Program();
-  const std::uint16_t crc = bench->tool.vskImages.CodeCrc;
+  const std::uint16_t crc = bench->images.CodeCrc;
   EXPECT_THAT(
       bench->TakeFrames(),
       ElementsAre("S 96 68 00 P", "S 94 00 00 P", "S 96 D0 P", "S 96 A0 00 P", DataFrame(bank0, 0),
@@ -81,11 +80,11 @@ TEST(Vsk630Addresses, GoOutUnchanged) {
   for (const auto& [program, command] : {std::pair{&IspOperations::ProgramBank0, "S 97"},
                                          {&IspOperations::ProgramBank1, "S 97"},
                                          {&IspOperations::ProgramImage, "S 96"}}) {
-    const auto bench = NewBench();
+    const auto bench = std::make_unique<VskBench>();
     bench->EnterIspMode();
-    bench->tool.frames.IspParams[0] = 0x95;
+    bench->frames.IspParams[0] = 0x95;
     bench->TakeFrames();
-    (bench->tool.isp.*program)(0, bench->view);
+    (bench->isp.*program)(0, bench->view);
     EXPECT_THAT(bench->TakeFrames().front(), testing::StartsWith(command));
   }
 }
@@ -96,7 +95,7 @@ TEST_F(Vsk630Test, ARefusedPageInBank0EndsItSilentlyAndBank1StillRuns) {
   bench->TakeFrames();
   view.Take();
   bench->board.faults.refusedByte = {bench->board.wire.FramesSeen() + 6, 2};
-  bench->tool.isp.DoProgram(view);
+  bench->isp.DoProgram(view);
   const Lines frames = bench->TakeFrames();
   EXPECT_EQ(frames[5], "S 96 A0 01- P");
   EXPECT_EQ(frames[6], "S 96 A1 00 P");
@@ -111,7 +110,7 @@ TEST_F(Vsk630Test, ARefusedPageInBank1Fails) {
   bench->EnterIspMode();
   bench->TakeFrames();
   bench->board.faults.refusedByte = {bench->board.wire.FramesSeen() + 8, 2};
-  bench->tool.isp.DoProgram(view);
+  bench->isp.DoProgram(view);
   EXPECT_EQ(bench->TakeFrames()[7], "S 96 A1 01- P");
   EXPECT_THAT(view.Take(), Contains("Label3 \"programcode fail\""));
   EXPECT_EQ(view.operationText, "CRC Error");
@@ -120,7 +119,7 @@ TEST_F(Vsk630Test, ARefusedPageInBank1Fails) {
 /// An image loaded for one chip and programmed as the other: the bank buffers as they are.
 TEST_F(Vsk630Test, AVsk830ImageProgrammedAsAVsk630) {
   bench->Load(Image(300));
-  bench->tool.isp.ChipSelect = VskChip::Vsk630;
+  bench->isp.ChipSelect = VskChip::Vsk630;
   Program();
   EXPECT_THAT(Percents(), ElementsAre("  50%\"", "\"", "  100%\"", "\""));
   EXPECT_EQ(view.operationText, "CRC Error");

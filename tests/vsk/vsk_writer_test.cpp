@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "support/bench.h"
+#include "support/vsk_bench.h"
 
 namespace {
 
@@ -14,15 +14,10 @@ using testing::IsEmpty;
 const std::string kAskPage = "ask please input you want read page number:(00-FF)|input number|00";
 
 struct VskWriterTest : testing::Test {
-  std::unique_ptr<Bench> bench = NewBench();
+  std::unique_ptr<VskBench> bench = std::make_unique<VskBench>();
   Transcript& view = bench->view;
-  VskWriter& writer = bench->tool.vskWriter;
+  VskWriter& writer = bench->writer;
 
-  void InIspMode() {
-    bench->EnterIspMode();
-    bench->TakeFrames();
-    view.Take();
-  }
   std::string Title() const { return view.data.substr(0, view.data.find('\r')); }
 };
 
@@ -38,7 +33,7 @@ TEST_F(VskWriterTest, NothingRunsOutsideIspMode) {
 }
 
 TEST_F(VskWriterTest, ProgramAndPageLoadNeedAnImage) {
-  InIspMode();
+  bench->InIspMode();
   for (const IspOperation operation : {IspOperation::Program, IspOperation::PageLoad}) {
     writer.IspOperate = operation;
     writer.Run(view);
@@ -51,7 +46,7 @@ TEST_F(VskWriterTest, ProgramAndPageLoadNeedAnImage) {
 
 TEST_F(VskWriterTest, PageLoadThenPaging) {
   bench->Load({1, 2, 3});
-  InIspMode();
+  bench->InIspMode();
   writer.IspOperate = IspOperation::PageLoad;
   view.answers = {"1", "1x", "fe"};
   writer.Run(view);
@@ -76,7 +71,7 @@ TEST_F(VskWriterTest, PageLoadThenPaging) {
 }
 
 TEST_F(VskWriterTest, PageReadThenPagingReadsTheChip) {
-  InIspMode();
+  bench->InIspMode();
   writer.IspOperate = IspOperation::PageRead;
   writer.LoadPageView = true;
   view.answers = {"03"};
@@ -90,28 +85,28 @@ TEST_F(VskWriterTest, PageReadThenPagingReadsTheChip) {
   bench->board.faults.unpluggedAfterFrame = 0;
   const auto body = [this] { return view.data.substr(view.data.find("    ")).substr(0, 52); };
   const std::string before = body();
-  bench->tool.isp.ReadPage = 0;
+  bench->isp.ReadPage = 0;
   writer.StepPage(IspOperation::PreviousPage, view);
   EXPECT_EQ(Title(), "this is 0  page (Read Page Code)") << "shown although it was refused";
   EXPECT_EQ(body(), before) << "the old contents, under the new number";
   EXPECT_EQ(view.operationText, "Page Read fail");
-  bench->tool.isp.ReadPage = 255;
+  bench->isp.ReadPage = 255;
   writer.StepPage(IspOperation::NextPage, view);
   EXPECT_EQ(Title(), "this is FF  page (Read Page Code)");
 }
 
 TEST_F(VskWriterTest, PagingWithoutAViewForgetsThePages) {
-  InIspMode();
+  bench->InIspMode();
   writer.LoadPage = 5;
-  bench->tool.isp.ReadPage = 6;
+  bench->isp.ReadPage = 6;
   writer.StepPage(IspOperation::NextPage, view);
   EXPECT_EQ(writer.LoadPage, 0);
-  EXPECT_EQ(bench->tool.isp.ReadPage, 0);
+  EXPECT_EQ(bench->isp.ReadPage, 0);
   EXPECT_THAT(view.Take(), ElementsAre("Label2 \"isp mode is exist\""));
 }
 
 TEST_F(VskWriterTest, MenuCommandsStayInForce) {
-  InIspMode();
+  bench->InIspMode();
   writer.LoadPageView = writer.ReadPageView = true;
   writer.RunFromMenu(IspOperation::EraseAll, view);
   EXPECT_FALSE(writer.LoadPageView || writer.ReadPageView);

@@ -118,7 +118,8 @@ std::string NotTaken(const KnownPort& port, PortFault fault) {
 std::string AccessFailed(std::uint32_t base, const std::string& device, PortFault fault) {
   return Named(device, base) + " has failed (" + Reason(fault) +
          "). What was written may not have reached the cable, and what is read does not come from "
-         "a chip.\n\nFurther failures at this address are not reported.";
+         "a chip.\n\nThe program goes on without a port until the address is entered again "
+         "in the Setting window.";
 }
 
 std::string ControlBitsLost(std::uint32_t base, const std::string& device, std::uint8_t value,

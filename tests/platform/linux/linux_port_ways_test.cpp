@@ -22,7 +22,7 @@ Way WayOf(Bench& bench, std::uint32_t base) {
   if (calls == "PPWDATA=5A PPRSTATUS" && status == bench.kernel.registers[1]) return Way::Node;
   if (calls.starts_with("out:") && status == bench.kernel.registers[1]) return Way::Direct;
   EXPECT_EQ(calls, "");
-  EXPECT_EQ(status, 0xFF);
+  EXPECT_EQ(status, std::nullopt);
   return Way::None;
 }
 

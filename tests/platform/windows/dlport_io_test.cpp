@@ -119,10 +119,10 @@ void ExpectNoPort(const std::string& reason) {
     DlPortIo io(messages.Tell());
     EXPECT_THAT(messages.texts, IsEmpty());
     if (readFirst) {
-      EXPECT_EQ(io.DlPortReadPortUchar(0x379), 0xFF);
+      EXPECT_EQ(io.DlPortReadPortUchar(0x379), std::nullopt);
     }
     io.DlPortWritePortUchar(0x378, 0x7F);
-    EXPECT_EQ(io.DlPortReadPortUchar(0x379), 0xFF);
+    EXPECT_EQ(io.DlPortReadPortUchar(0x379), std::nullopt);
     io.DlPortWritePortUchar(0x37A, 0x00);
     EXPECT_THAT(messages.texts, ElementsAre(AllOf(HasSubstr("dlportio.dll"), HasSubstr(reason))));
   }
@@ -161,10 +161,10 @@ TEST(DlPortIo, AnAccessFromWithinTheMessageFindsNoPortEither) {
   PortIo* again = nullptr;
   DlPortIo io([&](const std::string&) {
     ++told;
-    EXPECT_EQ(again->DlPortReadPortUchar(0x379), 0xFF);
+    EXPECT_EQ(again->DlPortReadPortUchar(0x379), std::nullopt);
   });
   again = &io;
-  EXPECT_EQ(io.DlPortReadPortUchar(0x379), 0xFF);
+  EXPECT_EQ(io.DlPortReadPortUchar(0x379), std::nullopt);
   EXPECT_EQ(told, 1);
 }
 

@@ -1,27 +1,29 @@
-#include "bus/port_address_file.h"
+#include "bus/isp_boards.h"
 
 #include <gtest/gtest.h>
 
 #include <bit>
 
+#include "bus/port_address_file.h"
 #include "support/recording_port.h"
 #include "support/temp_folder.h"
 
 namespace {
 
-struct PortConfigTest : testing::Test {
+struct BoardFilesTest : testing::Test {
   TempFolder folder;
   LineTrace io;
-  IicPort port{io};
-  PortConfig config{port, folder / "cfg"};
+  IspBoards boards;
+  IicPort port{io, boards, {}};
+  PortAddressFile address{port, folder / "cfg"};
   int turns = 0;
-  PortConfig::Turn turn = [this] { ++turns; };
+  IspBoards::Turn turn = [this] { ++turns; };
 
   void LoadTable(const std::string& text) {
-    config.LoadPortConfig(folder.Write("InitPort.csv", text), turn);
+    boards.LoadPortConfig(folder.Write("InitPort.csv", text), turn);
   }
   void LoadBoard(const std::string& text) {
-    config.LoadCurrentBoard(folder.Write("CurrIspBoard.csv", text), turn);
+    boards.LoadCurrentBoard(folder.Write("CurrIspBoard.csv", text), turn);
   }
 };
 
@@ -34,10 +36,10 @@ std::string Row(const std::string& name, const std::string& mask = "80") {
          Group("0", "", "zz") + "\n";
 }
 
-TEST_F(PortConfigTest, ReadsTheBoardTable) {
+TEST_F(BoardFilesTest, ReadsTheBoardTable) {
   LoadTable("Count , 2\r\n\"One, two\"" + Row("").substr(0) + Row("second", "1"));
-  EXPECT_EQ(config.BoardCount, 2);
-  const IspBoard& board = port.BoardTable[0];
+  EXPECT_EQ(boards.BoardCount, 2);
+  const IspBoard& board = boards.BoardTable[0];
   EXPECT_EQ(board.name, "One, two");
   EXPECT_EQ(board.SdaOut.address, 0x378);
   EXPECT_TRUE(board.SdaOut.polarity);
@@ -48,39 +50,39 @@ TEST_F(PortConfigTest, ReadsTheBoardTable) {
   EXPECT_EQ(board.SclOut.mask, 0x08);
   EXPECT_TRUE(board.SclIn.polarity) << "an empty mark is direct";
   EXPECT_EQ(board.SclIn.mask, 0) << "no digit";
-  EXPECT_EQ(port.BoardTable[1].name, "second");
+  EXPECT_EQ(boards.BoardTable[1].name, "second");
   EXPECT_EQ(turns, 1) << "one turn of the message loop a block";
 }
 
-TEST_F(PortConfigTest, AnErrorEndsTheLoadAndKeepsWhatWasRead) {
+TEST_F(BoardFilesTest, AnErrorEndsTheLoadAndKeepsWhatWasRead) {
   std::string rows;
   for (int i = 0; i < 22; ++i) rows += Row("b" + std::to_string(i));
   LoadTable("n,22\n" + rows);
-  EXPECT_EQ(port.BoardTable[20].name, "b20");
+  EXPECT_EQ(boards.BoardTable[20].name, "b20");
 
   LoadTable("n,3\n" + Row("x0") + "x1,a,37G," + Row("x2"));
-  EXPECT_EQ(port.BoardTable[0].name, "x0");
-  EXPECT_EQ(port.BoardTable[1].name, "x1");
-  EXPECT_EQ(port.BoardTable[2].name, "b2") << "an address that is no number ends the load";
+  EXPECT_EQ(boards.BoardTable[0].name, "x0");
+  EXPECT_EQ(boards.BoardTable[1].name, "x1");
+  EXPECT_EQ(boards.BoardTable[2].name, "b2") << "an address that is no number ends the load";
 
   LoadTable("n,2\n" + Row("y0") + "y1,a");
-  EXPECT_EQ(port.BoardTable[1].name, "y1");
-  EXPECT_EQ(port.BoardTable[1].SdaOut.mask, 0x80) << "cut off: the old mask stays";
+  EXPECT_EQ(boards.BoardTable[1].name, "y1");
+  EXPECT_EQ(boards.BoardTable[1].SdaOut.mask, 0x80) << "cut off: the old mask stays";
 
-  config.LoadPortConfig(folder / "none", turn);
-  config.LoadPortConfig(folder.Path(), turn);
-  EXPECT_EQ(port.BoardTable[0].name, "y0");
+  boards.LoadPortConfig(folder / "none", turn);
+  boards.LoadPortConfig(folder.Path(), turn);
+  EXPECT_EQ(boards.BoardTable[0].name, "y0");
 }
 
-TEST_F(PortConfigTest, LaterBlocksAndMasksOutOfRange) {
+TEST_F(BoardFilesTest, LaterBlocksAndMasksOutOfRange) {
   LoadTable("n,1\n" + Row("first", "1FF") + "n,-3\nn,1\n" + Row("later", "0"));
-  EXPECT_EQ(port.BoardTable[0].name, "later");
-  EXPECT_EQ(port.BoardTable[0].SdaOut.mask, 0);
+  EXPECT_EQ(boards.BoardTable[0].name, "later");
+  EXPECT_EQ(boards.BoardTable[0].SdaOut.mask, 0);
   LoadTable("n,1\n" + Row("wide", "100"));
-  EXPECT_EQ(port.BoardTable[0].SdaOut.mask, 0);
+  EXPECT_EQ(boards.BoardTable[0].SdaOut.mask, 0);
 }
 
-TEST_F(PortConfigTest, TheLastFieldInRangeIsTheCurrentBoard) {
+TEST_F(BoardFilesTest, TheLastFieldInRangeIsTheCurrentBoard) {
   struct Case {
     const char* text;
     int board;
@@ -93,13 +95,13 @@ TEST_F(PortConfigTest, TheLastFieldInRangeIsTheCurrentBoard) {
                         {"7,99999,8", 7},
                         {"5,x", 0},
                         {"20", 20}}) {
-    port.CurrentBoard = 0;
+    boards.CurrentBoard = 0;
     LoadBoard(c.text);
-    EXPECT_EQ(port.CurrentBoard, c.board) << c.text;
+    EXPECT_EQ(boards.CurrentBoard, c.board) << c.text;
   }
 }
 
-TEST_F(PortConfigTest, TheAddressFile) {
+TEST_F(BoardFilesTest, TheAddressFile) {
   struct Case {
     const char* what;
     std::string before;
@@ -115,37 +117,38 @@ TEST_F(PortConfigTest, TheAddressFile) {
   };
   for (const Case& c : cases) {
     folder.Write("cfg/chipport.log", c.before);
-    config.LoadPortAddress();
+    address.LoadPortAddress();
     EXPECT_EQ(port.PortBase, c.base) << c.what;
     EXPECT_EQ(folder.Read("cfg/chipport.log"), c.after) << c.what;
   }
   std::filesystem::remove_all(folder / "cfg");
-  config.LoadPortAddress();
+  address.LoadPortAddress();
   EXPECT_EQ(folder.Read("cfg/chipport.log"), "\x03\x78") << "missing: created";
   port.PortBase = 0xABCD;
-  config.SavePortAddress();
+  EXPECT_TRUE(address.SavePortAddress());
   EXPECT_EQ(folder.Read("cfg/chipport.log"), "\xAB\xCD");
 }
 
-TEST_F(PortConfigTest, AnAddressThatCannotBeSavedStaysForTheRun) {
+TEST_F(BoardFilesTest, AnAddressThatCannotBeSavedStaysForTheRun) {
   folder.Write("cfg", "a file where the folder should be");
   port.PortBase = 0x278;
-  config.SavePortAddress();
+  EXPECT_FALSE(address.SavePortAddress());
   EXPECT_EQ(port.PortBase, 0x278);
-  config.LoadPortAddress();
+  address.LoadPortAddress();
   EXPECT_EQ(port.PortBase, 0x378);
 }
 
 /// The rows that ship use only the bits that a parallel port has.
-TEST_F(PortConfigTest, ShippedBoards) {
+TEST_F(BoardFilesTest, ShippedBoards) {
   const std::filesystem::path initial = std::filesystem::path(SOURCE_FOLDER) / "Initial";
-  config.LoadPortConfig(initial / "InitPort.csv", turn);
-  config.LoadCurrentBoard(initial / "CurrIspBoard.csv", turn);
-  ASSERT_GE(config.BoardCount, 3);
-  EXPECT_LT(port.CurrentBoard, config.BoardCount);
-  for (int i = 0; i < config.BoardCount; ++i) {
-    const IspBoard& board = port.BoardTable[static_cast<std::size_t>(i)];
+  boards.LoadPortConfig(initial / "InitPort.csv", turn);
+  boards.LoadCurrentBoard(initial / "CurrIspBoard.csv", turn);
+  ASSERT_GE(boards.BoardCount, 3);
+  EXPECT_LT(boards.CurrentBoard, boards.BoardCount);
+  for (int i = 0; i < boards.BoardCount; ++i) {
+    const IspBoard& board = boards.BoardTable[static_cast<std::size_t>(i)];
     EXPECT_FALSE(board.name.empty());
+    EXPECT_TRUE(board.Complete());
     for (const auto& [mask, available] : {std::pair{board.SdaOut.mask, 0xFF},
                                           {board.SdaIn.mask, 0xF8},
                                           {board.SclOut.mask, 0x0F},
