@@ -3,9 +3,21 @@
 #include "app/quit_signals.h"
 #include "app/tool.h"
 #include "startup/shown.h"
-#include "support/fake_ticks.h"
 #include "ui/controls.h"
 #include "ui/launcher.h"
+
+namespace {
+
+/// Advances a second at every reading.
+class HastyTicks final : public TickCounter {
+ public:
+  std::uint32_t GetTickCount() override { return now_ms_ += 1000; }
+
+ private:
+  std::uint32_t now_ms_ = 0;
+};
+
+}  // namespace
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
@@ -14,7 +26,7 @@ int main(int argc, char** argv) {
 
   const QuitSignals quitSignals;
   const auto io = SystemParallelPort(PostPortProblem);
-  FakeTicks ticks;
+  HastyTicks ticks;
   const auto tool = std::make_unique<Tool>(*io, ticks, SystemDirectories("isp-writer"));
   Main launcher(tool->directories, tool->port, tool->portConfig, tool->timing, tool->buffers,
                 tool->frames, tool->isp, tool->vskWriter, tool->rtdWriter);

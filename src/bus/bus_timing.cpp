@@ -48,10 +48,12 @@ void BusTiming::CalibrateSpeed() {
   ByteDelayCount = unit * 6 * SpeedFactor;
   BitDelayCount = unit * SpeedFactor;
   incrementsPerStep_ = 1;
-  if (unit == 0 || leastBurst == nanoseconds::max()) return;
-  // `unit` steps are one factor's delay, however many there are of them: a PC whose tick counter is
-  // quick to read has many short steps, one with a slow counter few long ones.
-  incrementsPerStep_ = kBurst * kDelayPerFactor_ns / static_cast<double>(leastBurst.count()) / unit;
+  const std::int32_t steps = BitDelayCount - 1;
+  if (steps < 1 || leastBurst == nanoseconds::max()) return;
+  // The steps of a bit delay together take its time, however many they are: many short ones where
+  // the tick counter is quick to read, few long ones where it is slow.
+  const double increments_per_ns = kBurst / static_cast<double>(leastBurst.count());
+  incrementsPerStep_ = increments_per_ns * kDelayPerFactor_ns * SpeedFactor / steps;
 }
 
 /// The readings from just after a tick to the next one, and that included. `now` becomes the last.
