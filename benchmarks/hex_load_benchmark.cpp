@@ -44,10 +44,10 @@ struct HexFile {
 
 void HexLoad(benchmark::State& state) {
   const HexFile file;
-  const auto buffers = std::make_unique<tongxun::CodeBuffers>();
+  const auto buffers = std::make_unique<tongxun::VskImages>();
   Transcript view;
   for (auto _ : state) {
-    loadfile::ReadHexFile(file.name, *buffers, view);
+    loadfile::ReadHexFile(file.name, 65536, *buffers, view);
     buffers->CheckCode();
   }
   const bool loaded = std::equal(file.image.begin(), file.image.end(), buffers->CodeBuffer.begin());

@@ -4,9 +4,8 @@
 #include <chrono>
 #include <memory>
 
-#include "calibrated_timing.h"
-#include "support/bench.h"
 #include "support/images.h"
+#include "support/vsk_bench.h"
 
 namespace {
 
@@ -50,29 +49,35 @@ class BusyPort final : public PortIo {
 /// Built once: both benchmarks use the same delays and the same port.
 struct Programming {
   Programming() {
-    tool.boards.BoardTable[0] = Wiring();
-    tool.port.InitPortShadows();
-    tool.timing.BitDelayCount = MedianCalibration().bitDelayCount;
-    tool.timing.ByteDelayCount = MedianCalibration().byteDelayCount;
+    boards.BoardTable[0] = Wiring();
+    line.InitPortShadows();
+    timing.CalibrateSpeed();
     const auto image = Image(kImageBytes);
-    std::copy(image.begin(), image.end(), tool.vskImages.CodeBuffer.begin());
+    std::copy(image.begin(), image.end(), images.CodeBuffer.begin());
+    const std::int64_t before = timing.Increments;
     Run();  // while an access costs nothing: only to count
     accesses = port.accesses;
-    steps = tool.timing.Steps;
+    increments = timing.Increments - before;
     port.Calibrate();
   }
 
   void Run() {
-    tool.isp.ProgramImage(kImageBytes - 1, view);
+    isp.ProgramImage(kImageBytes - 1, view);
     view.Take();
   }
 
-  FakeTicks ticks;
-  BusyPort port{ticks};
-  Tool tool{port, ticks, {}};
+  std::unique_ptr<TickCounter> ticks = SystemTickCounter();
+  BusyPort port{*ticks};
+  IspBoards boards;
+  IicPort line{port, boards, {}};
+  tongxun::BusTiming timing{*ticks};
+  tongxun::I2cMaster master{line, timing};
+  tongxun::VskImages images;
+  tongxun::IspFrames frames{master, timing};
+  IspOperations isp{frames, timing, images};
   Transcript view;
-  std::int64_t accesses = 0;  // of one run
-  std::int64_t steps = 0;     // of delay in one run
+  std::int64_t accesses = 0;    // of one run
+  std::int64_t increments = 0;  // of its delays
 };
 
 Programming& TheProgramming() {
@@ -82,7 +87,7 @@ Programming& TheProgramming() {
 
 void Count(benchmark::State& state, const Programming& programming) {
   state.counters["accesses"] = static_cast<double>(programming.accesses);
-  state.counters["delay_steps"] = static_cast<double>(programming.steps);
+  state.counters["delay_increments"] = static_cast<double>(programming.increments);
   state.counters["steps_per_access"] = programming.port.StepsPerAccess();
 }
 
@@ -97,10 +102,10 @@ void BareAccessesAndDelays(benchmark::State& state) {
   Programming& programming = TheProgramming();
   PortIo* port = &programming.port;
   benchmark::DoNotOptimize(port);
-  tongxun::BusTiming delay(programming.ticks);
+  tongxun::BusTiming delay(*programming.ticks);  // not calibrated: a step is one increment
   for (auto _ : state) {
     for (std::int64_t i = 0; i < programming.accesses; ++i) port->DlPortWritePortUchar(0x378, 0);
-    for (std::int64_t left = programming.steps; left > 0; left -= delay.BitDelayCount - 1) {
+    for (std::int64_t left = programming.increments; left > 0; left -= delay.BitDelayCount - 1) {
       delay.BitDelayCount = static_cast<std::int32_t>(std::min<std::int64_t>(left, 1 << 20) + 1);
       delay.BitDelay();
     }

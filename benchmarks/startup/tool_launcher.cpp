@@ -1,11 +1,23 @@
 // The tool's own start-up, with a tick counter that lets the calibration end at once.
-#include "widgets/problem_box.h"
 #include "app/quit_signals.h"
-#include "tool/tool.h"
 #include "startup/shown.h"
-#include "support/fake_ticks.h"
-#include "widgets/controls.h"
+#include "tool/tool.h"
 #include "ui/launcher.h"
+#include "widgets/controls.h"
+#include "widgets/problem_box.h"
+
+namespace {
+
+/// Advances a second at every reading.
+class HastyTicks final : public TickCounter {
+ public:
+  std::uint32_t GetTickCount() override { return now_ms_ += 1000; }
+
+ private:
+  std::uint32_t now_ms_ = 0;
+};
+
+}  // namespace
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
@@ -14,9 +26,9 @@ int main(int argc, char** argv) {
 
   const QuitSignals quitSignals;
   const auto io = SystemParallelPort(PostProblem);
-  FakeTicks ticks;
-  const auto tool = std::make_unique<Tool>(*io, ticks, SystemDirectories("isp-writer"));
-  Main launcher(tool->directories, tool->port, tool->portConfig, tool->timing, tool->buffers,
-                tool->frames, tool->isp, tool->vskWriter, tool->rtdWriter);
+  HastyTicks ticks;
+  const auto tool =
+      std::make_unique<Tool>(*io, ticks, SystemDirectories("isp-writer"), PostProblem);
+  Main launcher(*tool);
   return TellWhenShown(launcher);
 }

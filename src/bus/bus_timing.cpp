@@ -1,6 +1,24 @@
 #include "bus/bus_timing.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace tongxun {
+
+namespace {
+
+using std::chrono::nanoseconds;
+
+constexpr std::uint32_t kCalibration_ms = 1000;
+// Short enough to lie between two moments in which another process has the processor, long enough
+// for the clock's own reading to be lost in it.
+constexpr std::int64_t kBurst = 20'000;
+// What a bit delay grows by with each unit of `SpeedFactor`. The default factor, 2, then gives 70
+// kHz on a port whose access takes 1 us, and read bits, which have only three delays, stay below
+// 100 kHz.
+constexpr double kDelayPerFactor_ns = 1300;
+
+}  // namespace
 
 void BusTiming::LongDelay() {
   for (int i = 0; i < 1001; ++i) ByteDelay();
@@ -13,21 +31,61 @@ void BusTiming::WaitMilliseconds(std::uint32_t duration_ms) {
 }
 
 void BusTiming::CalibrateSpeed() {
-  // A whole number of ticks: after this wait the counter has only just advanced.
-  WaitMilliseconds(1000);
-
+  std::uint32_t now = ticks_.GetTickCount();
+  const std::uint32_t begin = now;
+  auto leastBurst = nanoseconds::max();
+  // While another process has the processor nothing is counted and a burst takes longer. So the
+  // largest count and the shortest burst are the undisturbed ones.
   TickPollCount = 0;
-  const std::uint32_t begin = ticks_.GetTickCount();
-  std::uint32_t now = begin;
-  do {
-    now = ticks_.GetTickCount();
-    ++TickPollCount;
-  } while (now - begin < 1);
+  while (now - begin < kCalibration_ms) {
+    leastBurst = std::min(leastBurst, TimeBurst());
+    TickPollCount = std::max(TickPollCount, PollOneTick(now));
+  }
+  TickPollCount = std::max(TickPollCount, PollOneTick(now));
   if (Calibrated) Calibrated(TickPollCount);
 
   const std::int32_t unit = TickPollCount / 1000;
   ByteDelayCount = unit * 6 * SpeedFactor;
   BitDelayCount = unit * SpeedFactor;
+  incrementsPerStep_ = 1;
+  const std::int32_t steps = BitDelayCount - 1;
+  if (steps < 1 || leastBurst == nanoseconds::max()) return;
+  // The steps of a bit delay together take its time, however many they are: many short ones where
+  // the tick counter is quick to read, few long ones where it is slow.
+  const double increments_per_ns = kBurst / static_cast<double>(leastBurst.count());
+  incrementsPerStep_ = increments_per_ns * kDelayPerFactor_ns * SpeedFactor / steps;
+}
+
+/// The readings from just after a tick to the next one, and that included. `now` becomes the last.
+std::int32_t BusTiming::PollOneTick(std::uint32_t& now) {
+  std::int32_t count = 0;
+  const std::uint32_t begin = ticks_.GetTickCount();
+  do {
+    now = ticks_.GetTickCount();
+    ++count;
+  } while (now - begin < 1);
+  return count;
+}
+
+/// How long `kBurst` increments took; the longest time of all when the clock stood still.
+nanoseconds BusTiming::TimeBurst() {
+  const nanoseconds begin = ticks_.FineTime();
+  Increment(kBurst);
+  const nanoseconds took = ticks_.FineTime() - begin;
+  return took > nanoseconds::zero() ? took : nanoseconds::max();
+}
+
+void BusTiming::Count(std::int32_t steps) {
+  if (steps <= 0) return;
+  Steps += steps;
+  Increment(std::llround(steps * incrementsPerStep_));
+}
+
+void BusTiming::Increment(std::int64_t times) {
+  // The delay is nothing but the number of its increments, so each must really be executed and take
+  // its time. An atomic one is and does; a plain one, even of a volatile counter, some processors
+  // shorten to a fraction of a trip to memory.
+  for (; times > 0; --times) ++Increments;
 }
 
 }  // namespace tongxun

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "support/recording_port.h"
 
 namespace {
@@ -53,6 +55,71 @@ TEST_F(I2cMasterTest, DelaysCountOneStepLessThanTheirCount) {
   const std::int64_t before = timing.Steps;
   timing.LongDelay();
   EXPECT_EQ(timing.Steps - before, 1001 * 179);
+}
+
+/// A PC whose time is what its readings of the tick counter and the increments of delays take, and
+/// what other processes take: 0.3 ms after every 0.1 ms of the tool's, from `busyFrom_ms` on.
+struct SimulatedPc final : TickCounter {
+  double reading_ns, increment_ns, busyFrom_ms;
+  tongxun::BusTiming timing{*this};
+
+  SimulatedPc(double reading, double increment, double busyFrom)
+      : reading_ns(reading), increment_ns(increment), busyFrom_ms(busyFrom) {}
+
+  std::uint32_t GetTickCount() override {
+    Pass(reading_ns + TakeIncrements_ns());
+    return static_cast<std::uint32_t>(static_cast<int>(now_ns_ / kTick_ns) * 15.625);
+  }
+  std::chrono::nanoseconds FineTime() override {
+    Pass(TakeIncrements_ns());
+    return std::chrono::nanoseconds(static_cast<std::int64_t>(now_ns_));
+  }
+  double TakeIncrements_ns() {
+    const std::int64_t before = std::exchange(seen_, timing.Increments);
+    return static_cast<double>(seen_ - before) * increment_ns;
+  }
+
+  static constexpr double kTick_ns = 15.625e6;
+
+ private:
+  void Pass(double own_ns) {
+    now_ns_ += own_ns;
+    slice_ns_ += own_ns;
+    if (slice_ns_ < 1e5 || now_ns_ < busyFrom_ms * 1e6) return;
+    slice_ns_ = 0;
+    now_ns_ += 3e5;
+  }
+  double now_ns_ = 0;
+  double slice_ns_ = 0;
+  std::int64_t seen_ = 0;
+};
+
+TEST(BusTiming, TheBusSpeedIsThatOfTheFactorOnEveryPc) {
+  struct Row {
+    double reading_ns, increment_ns, busyFrom_ms;
+    std::int16_t factor;
+  };
+  constexpr double kNever = 1e9;
+  const Row rows[] = {
+      {20, 4.4, kNever, 2}, {20, 4.4, 900, 2},     {300, 2.3, 0, 2},    {1200, 4.4, 900, 2},
+      {1200, 1, 0, 2},      {300, 2.3, kNever, 1}, {300, 2.3, 900, 10},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(&row - rows);
+    SimulatedPc pc(row.reading_ns, row.increment_ns, row.busyFrom_ms);
+    pc.timing.SpeedFactor = row.factor;
+    pc.timing.CalibrateSpeed();
+    pc.TakeIncrements_ns();
+    pc.timing.BitDelay();
+    const double delay_ns = pc.TakeIncrements_ns();
+
+    EXPECT_EQ(pc.timing.Steps, pc.timing.BitDelayCount - 1);
+    EXPECT_NEAR(delay_ns, 1300. * row.factor, row.increment_ns);
+    if (row.busyFrom_ms > 0) {
+      const double undisturbed = SimulatedPc::kTick_ns / row.reading_ns;
+      EXPECT_NEAR(pc.timing.TickPollCount, undisturbed, undisturbed / 100);
+    }
+  }
 }
 
 TEST(BusTiming, CalibratesAgainstOneWholeTickAlsoAcrossTheWrap) {

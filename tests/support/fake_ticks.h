@@ -11,6 +11,9 @@ class FakeTicks final : public TickCounter {
 
   std::uint32_t GetTickCount() override { return start_ + readings_++ / readingsPerTick_ * 15; }
 
+  /// Stands still, so that delays take no time.
+  std::chrono::nanoseconds FineTime() override { return {}; }
+
   /// Milliseconds that have passed.
   std::uint32_t Elapsed() const { return readings_ / readingsPerTick_ * 15; }
 

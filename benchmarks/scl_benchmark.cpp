@@ -1,0 +1,177 @@
+// The bus clock that calibrations lead to: on PCs whose tick counter is quick or slow to read, idle
+// or busy, and for every speed factor.
+#include <benchmark/benchmark.h>
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <memory>
+#include <thread>
+#include <vector>
+
+#include "bus/i2c_master.h"
+#include "support/recording_port.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::nanoseconds;
+
+void SpendUntil(Clock::time_point end) {
+  while (Clock::now() < end) {
+  }
+}
+
+/// The machine's tick counter, whose every reading takes `cost`.
+class SlowTicks final : public TickCounter {
+ public:
+  explicit SlowTicks(nanoseconds cost) : cost_(cost) {}
+  std::uint32_t GetTickCount() override {
+    const Clock::time_point begin = Clock::now();
+    const std::uint32_t value = ticks_->GetTickCount();
+    SpendUntil(begin + cost_);
+    return value;
+  }
+
+ private:
+  nanoseconds cost_;
+  std::unique_ptr<TickCounter> ticks_ = SystemTickCounter();
+};
+
+/// A tick counter in memory, where a reading takes about 2 ns; a thread advances it.
+class MemoryTicks final : public TickCounter {
+ public:
+  std::uint32_t GetTickCount() override { return value_.load(std::memory_order_relaxed); }
+
+ private:
+  void Advance(const std::stop_token& stop) {
+    for (auto next = Clock::now(); !stop.stop_requested();
+         next += std::chrono::microseconds(15625)) {
+      std::this_thread::sleep_until(next);
+      value_ = ticks_->GetTickCount();
+    }
+  }
+
+  std::unique_ptr<TickCounter> ticks_ = SystemTickCounter();
+  std::atomic<std::uint32_t> value_ = ticks_->GetTickCount();
+  std::jthread advancing_{[this](const std::stop_token& stop) { Advance(stop); }};
+};
+
+/// `cost_ns`: 2, or 0 for the machine's own, or any that is larger than that.
+std::unique_ptr<TickCounter> TicksOfCost(std::int64_t cost_ns) {
+  if (cost_ns == 0) return SystemTickCounter();
+  if (cost_ns == 2) return std::make_unique<MemoryTicks>();
+  return std::make_unique<SlowTicks>(nanoseconds(cost_ns));
+}
+
+/// Twice as many busy processes as there are processors.
+class BusyProcesses {
+ public:
+  BusyProcesses() {
+    for (unsigned left = 2 * std::thread::hardware_concurrency(); left > 0; --left) {
+      const pid_t id = fork();
+      if (id == 0) StayBusy();
+      if (id > 0) ids_.push_back(id);
+    }
+  }
+  ~BusyProcesses() {
+    for (const pid_t id : ids_) kill(id, SIGKILL);
+    for (const pid_t id : ids_) waitpid(id, nullptr, 0);
+  }
+  BusyProcesses(const BusyProcesses&) = delete;
+  BusyProcesses& operator=(const BusyProcesses&) = delete;
+
+ private:
+  [[noreturn]] static void StayBusy() {
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    for (std::atomic<int> i = 0;; ++i) {
+    }
+  }
+  std::vector<pid_t> ids_;
+};
+
+/// A port whose every access takes 1 us, and that notes when SCL rises.
+class ClockedPort final : public PortIo {
+ public:
+  std::vector<Clock::time_point> rises;
+
+  void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) override {
+    const Clock::time_point begin = Clock::now();
+    if (port != IicPort::kDefaultPortBase && (value & 1) != 0) rises.push_back(begin);
+    SpendUntil(begin + kAccess);
+  }
+  std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t) override {
+    SpendUntil(Clock::now() + kAccess);
+    return 0;
+  }
+
+  /// 1 / the median time between two rises, and forgets them. Kept from the processor now and then,
+  /// the thread still finds most periods undisturbed.
+  double TakeFrequency_kHz() {
+    std::vector<double> periods_ms;
+    for (std::size_t i = 1; i < rises.size(); ++i) {
+      periods_ms.push_back(
+          std::chrono::duration<double, std::milli>(rises[i] - rises[i - 1]).count());
+    }
+    rises.clear();
+    const auto middle = periods_ms.begin() + static_cast<std::ptrdiff_t>(periods_ms.size() / 2);
+    std::nth_element(periods_ms.begin(), middle, periods_ms.end());
+    return 1 / *middle;
+  }
+
+ private:
+  static constexpr nanoseconds kAccess{1000};
+};
+
+/// The bus of a tool that has just started.
+struct Bus {
+  Bus(TickCounter& ticks, std::int64_t factor) : timing(ticks) {
+    boards.BoardTable[0] = TraceBoard();
+    port.InitPortShadows();
+    timing.SpeedFactor = static_cast<std::int16_t>(factor);
+    timing.CalibrateSpeed();
+  }
+  double WrittenBits_kHz() {
+    for (int i = 0; i < 1000; ++i) master.I2cWriteByte(i & 0xFF);
+    return io.TakeFrequency_kHz();
+  }
+  double ReadBits_kHz() {
+    for (int i = 0; i < 1000; ++i) master.I2cReadByte(0);
+    return io.TakeFrequency_kHz();
+  }
+
+  ClockedPort io;
+  IspBoards boards;
+  IicPort port{io, boards, {}};
+  tongxun::BusTiming timing;
+  tongxun::I2cMaster master{port, timing};
+};
+
+/// Arguments: the speed factor, what a reading takes (see `TicksOfCost`), whether the PC is busy.
+void Scl(benchmark::State& state) {
+  const auto ticks = TicksOfCost(state.range(1));
+  for (auto _ : state) {
+    auto load = state.range(2) != 0 ? std::make_unique<BusyProcesses>() : nullptr;
+    const Clock::time_point begin = Clock::now();
+    Bus bus(*ticks, state.range(0));
+    const std::chrono::duration<double> held = Clock::now() - begin;
+    state.SetIterationTime(held.count());
+    state.counters["TickPollCount"] = bus.timing.TickPollCount;
+    state.counters["written_kHz"] = bus.WrittenBits_kHz();
+    state.counters["read_kHz"] = bus.ReadBits_kHz();
+    load.reset();
+    state.counters["written_after_kHz"] = bus.WrittenBits_kHz();
+  }
+}
+BENCHMARK(Scl)
+    ->ArgsProduct({{2}, {0, 2, 300, 1200}, {0, 1}})
+    ->ArgsProduct({{1, 3, 4, 5, 6, 7, 8, 9, 10}, {0}, {0}})
+    ->UseManualTime()
+    ->Iterations(1)
+    ->Repetitions(3);
+
+}  // namespace
