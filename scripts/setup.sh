@@ -1,6 +1,6 @@
 # Sourced by ./run, ./test and ./bench: what they need on a Debian 12 machine, and installing it.
 
-build_packages=(g++ cmake ninja-build qt6-base-dev libgl-dev)
+build_packages=(g++ cmake ninja-build qt6-base-dev libgl-dev librsvg2-bin)
 # The windows' fonts: text, hexadecimal columns, and full-width characters.
 run_packages=(fonts-liberation fonts-wqy-microhei)
 test_packages=(git libgtest-dev libgmock-dev clang-format clang-tidy)
