@@ -1,7 +1,6 @@
-# The program's icon in the usual sizes, drawn from isp-writer.svg: `icon_pictures`, one PNG a size.
+# The program's icon in `icon_sizes`, drawn from isp-writer.svg: `icon_pictures`, one PNG a size.
 
 find_program(RSVG_CONVERT rsvg-convert REQUIRED)
-set(icon_sizes 16 22 24 32 48 64 128 256)
 set(icon_drawing ${CMAKE_CURRENT_LIST_DIR}/isp-writer.svg)
 set(icon_pictures "")
 foreach(size ${icon_sizes})
