@@ -1,12 +1,24 @@
 # Sourced by ./run, ./test and ./bench: what they need on a Debian 12 machine, and installing it.
 
-build_packages=(g++ cmake ninja-build qt6-base-dev libgl-dev)
+build_packages=(g++ cmake ninja-build qt6-base-dev libgl-dev librsvg2-bin)
 # The windows' fonts: text, hexadecimal columns, and full-width characters.
 run_packages=(fonts-liberation fonts-wqy-microhei)
 test_packages=(git libgtest-dev libgmock-dev clang-format clang-tidy)
+# What turns a build into packages, and checks them.
+package_packages=(git cmark-gfm dpkg-dev file xz-utils)
+package_check_packages=(lintian desktop-file-utils appstream)
+try_packages=(mmdebstrap)
 bench_packages=(libbenchmark-dev libsrecord-dev libboost-dev xvfb xauth)
 
 say() { echo "== $*"; }
+
+# Runs a command and shows what it wrote only when it fails.
+quietly() {
+  local log
+  log=$(mktemp)
+  "$@" >"$log" 2>&1 || { cat "$log"; rm "$log"; return 1; }
+  rm "$log"
+}
 
 # Installs those of the named Debian packages that are missing.
 install_missing() {

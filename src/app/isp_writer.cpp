@@ -4,6 +4,7 @@
 #include <exception>
 #include <memory>
 
+#include "app/options.h"
 #include "app/quit_signals.h"
 #include "tool/tool.h"
 #include "ui/launcher.h"
@@ -20,8 +21,9 @@ int RunTool(int argc, char** argv) {
   const QuitSignals quitSignals;  // outlives the port: a second signal must not cut its end short
   const auto io = SystemParallelPort(PostProblem);
   const auto ticks = SystemTickCounter();
-  const auto tool =
-      std::make_unique<Tool>(*io, *ticks, SystemDirectories("isp-writer"), PostProblem);
+  const Directories directories = SystemDirectories("isp-writer");
+  FillProgramFolder(directories, PostProblem);
+  const auto tool = std::make_unique<Tool>(*io, *ticks, directories, PostProblem);
   Main launcher(*tool);
   launcher.show();
   return QApplication::exec();
@@ -30,6 +32,10 @@ int RunTool(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (AnswerOption(argc, argv, "isp-writer",
+                   "writes firmware into microcontrollers through the PC's parallel port")) {
+    return 0;
+  }
   // Without a handler the stack need not be unwound, and the port would not be given back.
   try {
     return RunTool(argc, argv);

@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "app/demo_session.h"
+#include "app/options.h"
 #include "simulator/simulated_board.h"
 #include "simulator_window/board_window.h"
 #include "tool/tool.h"
@@ -16,6 +17,11 @@
 #include "widgets/problem_box.h"
 
 int main(int argc, char** argv) {
+  if (AnswerOption(
+          argc, argv, "isp-writer-simulator",
+          "writes firmware into simulated microcontrollers, with the windows of isp-writer")) {
+    return 0;
+  }
   QApplication application(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);
   ApplyApplicationStyle();
@@ -24,8 +30,9 @@ int main(int argc, char** argv) {
   const auto board = std::make_unique<SimulatedBoard>(CableWiring());
   board->Connect(ConnectedChip::Vsk830);
   const auto ticks = SystemTickCounter();
-  const auto tool = std::make_unique<Tool>(board->cable, *ticks,
-                                           SystemDirectories("isp-writer-simulator"), PostProblem);
+  const Directories directories = SystemDirectories("isp-writer-simulator");
+  FillProgramFolder(directories, PostProblem);
+  const auto tool = std::make_unique<Tool>(board->cable, *ticks, directories, PostProblem);
   Main launcher(*tool);
   BoardWindow boardWindow(*board);
   launcher.show();

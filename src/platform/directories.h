@@ -5,17 +5,28 @@
 #include <string>
 #include <string_view>
 
+#include "platform/problem.h"
+
 struct Directories {
   /// The program's own folder; "Initial" with the board table stands in it.
   std::filesystem::path programFolder;
   /// The folder that holds "chipport.log".
   std::filesystem::path portAddressFolder;
+  /// The installation's folder, from which the program's folder is filled; empty when the program's
+  /// folder came with the program itself.
+  std::filesystem::path deliveredFolder = {};
 };
 
-/// The directories of this machine for a program called `programName`.
-/// On Linux "chipport.log" lives in `$XDG_CONFIG_HOME/<programName>`, else in
-/// `~/.config/<programName>`.
+/// The directories of this machine for a program called `programName`; creates none.
+/// A program that has "Initial" beside it (an unpacked archive, a build tree) has its folder there.
+/// On Linux one without (an installed package) has `$XDG_DATA_HOME/<programName>`, else
+/// `~/.local/share/<programName>`, filled from `../share/<programName>` as seen from the program;
+/// and "chipport.log" lives in `$XDG_CONFIG_HOME/<programName>`, else in `~/.config/<programName>`.
 Directories SystemDirectories(std::string_view programName);
+
+/// Copies every delivered file that is not there yet into the program's folder, and never touches
+/// one that is. `report` is told, once, when the folder cannot be written; the program can run on.
+void FillProgramFolder(const Directories& directories, const Problem& report);
 
 /// The part before the first NUL character, or the whole text when it holds none.
 std::string CutAtNul(std::string_view text);

@@ -2,6 +2,8 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDir>
+#include <QIcon>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
@@ -85,6 +87,14 @@ class MenuShortcutFilter : public QObject {
   QWidget* window_;
 };
 
+/// One picture a size, so that none is scaled.
+QIcon ProgramIcon() {
+  QIcon icon;
+  const QDir pictures(QStringLiteral(":/icon"));
+  for (const QString& name : pictures.entryList()) icon.addFile(pictures.filePath(name));
+  return icon;
+}
+
 }  // namespace
 
 void Place(QWidget* control, const Twips& at) {
@@ -159,6 +169,7 @@ void PreferMenuShortcuts(QWidget* window) {
 }
 
 void ApplyApplicationStyle() {
+  QApplication::setWindowIcon(ProgramIcon());
   QApplication::setStyle(new ToolStyle);
   QApplication::setPalette(QApplication::style()->standardPalette());
   QFont font(QStringLiteral("Liberation Sans"));

@@ -73,5 +73,5 @@ auto Guarded(QWidget* window, Handler handler) {
 /// Ctrl+A and Ctrl+X.
 void PreferMenuShortcuts(QWidget* window);
 
-/// The look that all windows share: fonts by logical pixel, a light palette.
+/// The look that all windows share: fonts by logical pixel, a light palette, the icon.
 void ApplyApplicationStyle();

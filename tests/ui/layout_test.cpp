@@ -119,6 +119,14 @@ class LayoutTest : public QObject {
   }
   void cleanupTestCase() { desk_.reset(); }
 
+  void everyWindowHasTheIconInAllSizes() {
+    const QIcon icon = Desk::Window("Form1")->windowIcon();
+    for (const int size : {16, 22, 24, 32, 48, 64, 128, 256}) {
+      QVERIFY2(icon.availableSizes().contains(QSize(size, size)),
+               qPrintable(QString::number(size)));
+    }
+  }
+
   void form1() {
     Check("Form1", kForm1, {8160, 6750});
     const QList<QMenu*> menus = Desk::Window("Form1")->findChildren<QMenu*>();

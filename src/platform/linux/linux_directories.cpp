@@ -7,15 +7,17 @@ namespace fs = std::filesystem;
 
 namespace {
 
-fs::path ConfigHome() {
-  if (const char* xdg = std::getenv("XDG_CONFIG_HOME"); xdg != nullptr && *xdg == '/') return xdg;
+/// The folder that the environment names, which must be an absolute path, else the one in the
+/// operator's home folder.
+fs::path Home(const char* variable, const char* usual) {
+  if (const char* named = std::getenv(variable); named != nullptr && *named == '/') return named;
   if (const char* home = std::getenv("HOME"); home != nullptr && *home != '\0') {
-    return fs::path(home) / ".config";
+    return fs::path(home) / usual;
   }
-  return ".config";
+  return usual;
 }
 
-fs::path ProgramFolder() {
+fs::path ExecutableFolder() {
   std::error_code unreadable;
   const fs::path program = fs::read_symlink("/proc/self/exe", unreadable);
   return unreadable ? fs::current_path(unreadable) : program.parent_path();
@@ -24,5 +26,11 @@ fs::path ProgramFolder() {
 }  // namespace
 
 Directories SystemDirectories(std::string_view programName) {
-  return {.programFolder = ProgramFolder(), .portAddressFolder = ConfigHome() / programName};
+  const fs::path beside = ExecutableFolder();
+  const fs::path config = Home("XDG_CONFIG_HOME", ".config") / programName;
+  std::error_code missing;
+  if (fs::is_directory(beside / "Initial", missing)) return {beside, config};
+  return {.programFolder = Home("XDG_DATA_HOME", ".local/share") / programName,
+          .portAddressFolder = config,
+          .deliveredFolder = beside.parent_path() / "share" / programName};
 }

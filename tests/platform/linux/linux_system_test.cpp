@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <filesystem>
 
 #include "platform/directories.h"
 #include "platform/files.h"
@@ -25,10 +26,18 @@ TEST(LinuxTickCounter, AdvancesInStepsOf64ToTheSecond) {
   EXPECT_LT(std::abs(step - steps * 15.625), 1) << "a whole number of steps, but for the rounding";
 }
 
-TEST(LinuxDirectories, ThePortAddressStandsInTheConfigFolder) {
+TEST(LinuxDirectories, AnInstalledProgramHasItsFoldersWithTheOperator) {
   setenv("XDG_CONFIG_HOME", "/xdg", 1);
+  setenv("XDG_DATA_HOME", "/data", 1);
   EXPECT_EQ(SystemDirectories("isp-writer").portAddressFolder, "/xdg/isp-writer");
+  EXPECT_EQ(SystemDirectories("isp-writer").programFolder, "/data/isp-writer");
+
   unsetenv("XDG_CONFIG_HOME");
+  setenv("XDG_DATA_HOME", "no/absolute/path", 1);
   setenv("HOME", "/home/operator", 1);
-  EXPECT_EQ(SystemDirectories("isp-writer").portAddressFolder, "/home/operator/.config/isp-writer");
+  const Directories home = SystemDirectories("isp-writer");
+  EXPECT_EQ(home.portAddressFolder, "/home/operator/.config/isp-writer");
+  EXPECT_EQ(home.programFolder, "/home/operator/.local/share/isp-writer");
+  const auto program = std::filesystem::read_symlink("/proc/self/exe");
+  EXPECT_EQ(home.deliveredFolder, program.parent_path().parent_path() / "share/isp-writer");
 }
