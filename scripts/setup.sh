@@ -4,6 +4,11 @@ build_packages=(g++ cmake ninja-build qt6-base-dev libgl-dev)
 # The windows' fonts: text, hexadecimal columns, and full-width characters.
 run_packages=(fonts-liberation fonts-wqy-microhei)
 test_packages=(git libgtest-dev libgmock-dev clang-format clang-tidy)
+windows_packages=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest wine64)
+windows_program_packages=(cmake ninja-build g++-mingw-w64-x86-64-posix qt6-base-dev dpkg-dev
+  librsvg2-bin icoutils cmark-gfm zip)
+windows_try_packages=("${windows_packages[@]}" unzip xvfb xauth xdotool imagemagick fonts-liberation
+  fonts-wqy-microhei)
 bench_packages=(libbenchmark-dev libsrecord-dev libboost-dev xvfb xauth)
 
 say() { echo "== $*"; }

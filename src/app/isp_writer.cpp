@@ -23,6 +23,10 @@ int RunTool(int argc, char** argv) {
   const auto tool =
       std::make_unique<Tool>(*io, *ticks, SystemDirectories("isp-writer"), PostProblem);
   Main launcher(*tool);
+  // Windows ends the program together with the session, without a return from the event loop.
+  QObject::connect(
+      &application, &QApplication::commitDataRequest, &application,
+      [&] { tool->port.ReleaseLines(); }, Qt::DirectConnection);
   launcher.show();
   return QApplication::exec();
 }

@@ -161,7 +161,8 @@ void PreferMenuShortcuts(QWidget* window) {
 void ApplyApplicationStyle() {
   QApplication::setStyle(new ToolStyle);
   QApplication::setPalette(QApplication::style()->standardPalette());
-  QFont font(QStringLiteral("Liberation Sans"));
+  QFont font;
+  font.setFamilies({QStringLiteral("Liberation Sans"), QStringLiteral("Arial")});
   font.setPixelSize(kFontPixels);
   QApplication::setFont(font);
 }
