@@ -8,6 +8,11 @@ test_packages=(git libgtest-dev libgmock-dev clang-format clang-tidy)
 package_packages=(git cmark-gfm dpkg-dev file xz-utils)
 package_check_packages=(lintian desktop-file-utils appstream)
 try_packages=(mmdebstrap)
+windows_packages=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest wine64)
+windows_program_packages=(cmake ninja-build g++-mingw-w64-x86-64-posix qt6-base-dev dpkg-dev
+  librsvg2-bin icoutils cmark-gfm zip)
+windows_try_packages=("${windows_packages[@]}" unzip xvfb xauth xdotool imagemagick fonts-liberation
+  fonts-wqy-microhei)
 bench_packages=(libbenchmark-dev libsrecord-dev libboost-dev xvfb xauth)
 
 say() { echo "== $*"; }

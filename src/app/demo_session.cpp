@@ -33,6 +33,8 @@ DemoSession::DemoSession(simulator::SimulatedBoard& board, QWidget& launcher,
       samples_(QDir(samples).absolutePath()) {}
 
 bool DemoSession::Play() {
+  // The session answers Qt's own file dialog, not the system's.
+  QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
   QDir().mkpath(folder_);
   Picture(&launcher_, "launcher");
   ProgramVsk830();
@@ -43,7 +45,7 @@ bool DemoSession::Play() {
 }
 
 void DemoSession::ProgramVsk830() {
-  const QString image = samples_ + QStringLiteral("/vsk830/thermostat.hex");
+  const QString image = Sample("vsk830/thermostat.hex");
   Press("Main", "Command1");
   LoadFile("Form1", "Command1", image);
   Expect("Form1", "Text2", image);
@@ -63,7 +65,7 @@ void DemoSession::ProgramVsk830() {
 }
 
 void DemoSession::ProgramVsk630() {
-  const QString bank0 = samples_ + QStringLiteral("/vsk630/kiosk.H00");
+  const QString bank0 = Sample("vsk630/kiosk.H00");
   Plug(QStringLiteral("VSK630"));
   Press("Main", "Command2");
   LoadFile("Form1", "Command1", bank0);
@@ -75,15 +77,15 @@ void DemoSession::ProgramVsk630() {
   Expect("Form1", "Label2", QStringLiteral("isp mode is out"));
   Expect("Form1", "Text6", Shown("Form1", "Text5"));
   ExpectFlash(board_.vsk630.Bank(0), bank0);
-  ExpectFlash(board_.vsk630.Bank(1), samples_ + QStringLiteral("/vsk630/kiosk.H01"));
+  ExpectFlash(board_.vsk630.Bank(1), Sample("vsk630/kiosk.H01"));
   boardWindow_.Refresh();
   Picture(Window("Form1"), "two-banks-programmed");
   Picture(&boardWindow_, "simulated-vsk630");
 }
 
 void DemoSession::WriteRtd2120() {
-  const QString bank1 = samples_ + QStringLiteral("/rtd2120/panel-bank1.hex");
-  const QString bank2 = samples_ + QStringLiteral("/rtd2120/panel-bank2.hex");
+  const QString bank1 = Sample("rtd2120/panel-bank1.hex");
+  const QString bank2 = Sample("rtd2120/panel-bank2.hex");
   Plug(QStringLiteral("RTD2120"));
   Press("Main", "Command3");
   LoadFile("RTD2120Write", "Com64K", bank1);
@@ -106,6 +108,10 @@ void DemoSession::WriteRtd2120() {
   const auto& erased = board_.rtd2120.Bank(0).Cells();
   Check(std::count(erased.begin(), erased.end(), 0xFF) == std::ssize(erased),
         QStringLiteral("the chip's flash is erased"));
+}
+
+QString DemoSession::Sample(const char* file) const {
+  return QDir::toNativeSeparators(samples_ + QLatin1Char('/') + QLatin1String(file));
 }
 
 void DemoSession::Plug(const QString& chip) {
@@ -157,7 +163,7 @@ void DemoSession::ExpectToEndWith(const char* window, const char* control, const
 }
 
 void DemoSession::ExpectFlash(const simulator::Flash& flash, const QString& hexFile) {
-  const FileContent file = ReadFile(hexFile.toStdString(), 1U << 20);
+  const FileContent file = ReadFile(PathOf(hexFile.toStdString()), 1U << 20);
   std::vector<std::uint8_t> image(simulator::Flash::kBytes);
   const auto summary = loadfile::StoreHex(file.bytes, image);
   const auto bytes = summary.maximum + 1;

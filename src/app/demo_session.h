@@ -22,6 +22,7 @@ class DemoSession {
   void ProgramVsk630();
   void WriteRtd2120();
 
+  QString Sample(const char* file) const;
   /// Plugs a chip in, with the "Simulated board" window's own control.
   void Plug(const QString& chip);
   QWidget* Window(const char* name);

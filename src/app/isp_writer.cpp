@@ -25,6 +25,10 @@ int RunTool(int argc, char** argv) {
   FillProgramFolder(directories, PostProblem);
   const auto tool = std::make_unique<Tool>(*io, *ticks, directories, PostProblem);
   Main launcher(*tool);
+  // Windows ends the program together with the session, without a return from the event loop.
+  QObject::connect(
+      &application, &QApplication::commitDataRequest, &application,
+      [&] { tool->port.ReleaseLines(); }, Qt::DirectConnection);
   launcher.show();
   return QApplication::exec();
 }

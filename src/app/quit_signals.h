@@ -1,13 +1,16 @@
-// Turns SIGINT, SIGTERM and SIGHUP into a normal end of the program, so that the parallel port is
-// given back on the way out.
+// Turns the system's wish to end the program into a normal end, so that the parallel port is given
+// back on the way out.
 #pragma once
 
-#include <QSocketNotifier>
 #include <memory>
 
-/// While it lives, each of these signals ends the event loop, with exit status 0, as soon as the
-/// handler that is running returns; one that comes before the loop has begun ends it at its
-/// beginning. A signal that was ignored stays ignored. One object at a time.
+/// While it lives, each such wish ends the event loop, with exit status 0, as soon as the handler
+/// that is running returns; one that comes before the loop has begun ends it at its beginning.
+/// One object at a time.
+///
+/// On Linux: SIGINT, SIGTERM and SIGHUP; a signal that was ignored stays ignored.
+/// On Windows: the events of a console that the program is attached to. The system waits with the
+/// program's end, for some seconds, until this object ends.
 class QuitSignals {
  public:
   QuitSignals();
@@ -16,6 +19,6 @@ class QuitSignals {
   QuitSignals& operator=(const QuitSignals&) = delete;
 
  private:
-  int readEnd_ = -1;
-  std::unique_ptr<QSocketNotifier> notifier_;
+  struct Watch;
+  std::unique_ptr<Watch> watch_;
 };

@@ -2,12 +2,13 @@
 
 #include <array>
 #include <cstdint>
+#include <utility>
 
 #include "platform/directories.h"
 #include "platform/files.h"
 
 PortAddressFile::PortAddressFile(IicPort& port, const std::filesystem::path& folder)
-    : port_(port), path_(std::filesystem::path(CutAtNul(folder.string())) / "chipport.log") {}
+    : port_(port), path_(PathOf(CutAtNul(PathText(folder))) / "chipport.log") {}
 
 void PortAddressFile::LoadPortAddress() {
   const FileContent file = ReadFile(path_, 2);
@@ -24,4 +25,9 @@ bool PortAddressFile::SavePortAddress() const {
   const std::array bytes{static_cast<std::uint8_t>(port_.PortBase / 256),
                          static_cast<std::uint8_t>(port_.PortBase % 256)};
   return WriteAtStart(path_, bytes);
+}
+
+std::string PortAddressFile::UnsavedNotice() {
+  if (std::exchange(toldUnsaved_, true)) return {};
+  return "It could not be saved in " + PathText(path_) + " and holds for this run only.";
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
 #include "bus/iic_port.h"
 
@@ -15,9 +16,12 @@ class PortAddressFile {
   /// Writes `PortBase`. False when it could not be written; the file is as it was then.
   bool SavePortAddress() const;
 
-  const std::filesystem::path& Path() const { return path_; }
+  /// What to tell the operator of an address that could not be written: a sentence the first time
+  /// in a run, then nothing.
+  std::string UnsavedNotice();
 
  private:
   IicPort& port_;
   const std::filesystem::path path_;
+  bool toldUnsaved_ = false;
 };

@@ -15,7 +15,8 @@ FileContent ReadFile(const fs::path& path, std::size_t limit) {
   }
   if (fs::is_directory(status)) return {.bytes = {}, .problem = "it is a folder, not a file"};
   if (!fs::is_regular_file(status)) {
-    const std::string reason = error ? error.message() : "it is not a regular file";
+    const std::string reason =
+        error ? error.default_error_condition().message() : "it is not a regular file";
     return {.bytes = {}, .problem = "the file cannot be read: " + reason};
   }
 

@@ -5,6 +5,7 @@
 #include <QGroupBox>
 #include <QVBoxLayout>
 
+#include "platform/files.h"
 #include "simulator_window/fault_box.h"
 #include "text/hex_text.h"
 #include "widgets/controls.h"
@@ -96,7 +97,7 @@ void BoardWindow::ToggleRecording(bool on) {
   if (!on) return;
   const QString name = QFileDialog::getSaveFileName(this, QStringLiteral("Record the bus"),
                                                     QStringLiteral("bus.vcd"));
-  if (!name.isEmpty()) recording_.open(name.toStdString());
+  if (!name.isEmpty()) recording_.open(PathOf(name.toStdString()));
   if (!recording_.is_open()) return record_->setChecked(false);
   recorder_ = std::make_unique<VcdRecorder>(recording_);
   board_.cable.ListenTo(recorder_.get());
@@ -112,7 +113,8 @@ void BoardWindow::ShowChip() {
     view->setObjectName(QStringLiteral("Flash%1").arg(bank));
     view->setReadOnly(true);
     view->setLineWrapMode(QPlainTextEdit::NoWrap);
-    QFont font(QStringLiteral("Liberation Mono"));
+    QFont font;
+    font.setFamilies({QStringLiteral("Liberation Mono"), QStringLiteral("Courier New")});
     font.setPixelSize(12);
     view->setFont(font);
     const QString title =

@@ -14,7 +14,8 @@ constexpr int kInitialSpeed = 5;
 
 void SetHeadingFont(QLabel* label, const QString& caption, int pixels) {
   QFont font;
-  font.setFamilies({QStringLiteral("宋体"), QStringLiteral("WenQuanYi Micro Hei")});
+  font.setFamilies({QStringLiteral("宋体"), QStringLiteral("SimSun"),
+                    QStringLiteral("Microsoft YaHei"), QStringLiteral("WenQuanYi Micro Hei")});
   font.setPixelSize(pixels);
   label->setFont(font);
   label->setText(caption);
@@ -24,7 +25,7 @@ void SetHeadingFont(QLabel* label, const QString& caption, int pixels) {
 
 }  // namespace
 
-Form2::Form2(IicPort& port, const PortAddressFile& portAddress, tongxun::BusTiming& timing,
+Form2::Form2(IicPort& port, PortAddressFile& portAddress, tongxun::BusTiming& timing,
              std::function<void()> closed)
     : port_(port), portAddress_(portAddress), timing_(timing), closed_(std::move(closed)) {
   setObjectName(QStringLiteral("Form2"));
@@ -102,8 +103,9 @@ bool Form2::ApplyPortAddress() {
   port_.PortBase = *address == 0 ? IicPort::kDefaultPortBase : static_cast<std::int32_t>(*address);
   port_.ReopenPort();  // whatever kept it from being used may have been mended
   if (*address == 0) ShowPortAddress();
-  portAddress_.SavePortAddress();
-  ShowMessageBox(this, "Parallel Address Modify is 0x" + HexText(port_.PortBase));
+  const bool saved = portAddress_.SavePortAddress();
+  ShowMessageBox(this, "Parallel Address Modify is 0x" + HexText(port_.PortBase),
+                 saved ? std::string() : portAddress_.UnsavedNotice());
   return true;
 }
 

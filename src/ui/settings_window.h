@@ -14,7 +14,7 @@ class Form2 final : public QWidget {
  public:
   /// Runs a calibration at once when the speed differs from the slider's initial value.
   /// `closed`: the window is closing, by any means.
-  Form2(IicPort& port, const PortAddressFile& portAddress, tongxun::BusTiming& timing,
+  Form2(IicPort& port, PortAddressFile& portAddress, tongxun::BusTiming& timing,
         std::function<void()> closed);
 
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -32,7 +32,7 @@ class Form2 final : public QWidget {
   void ShowPortAddress();
 
   IicPort& port_;
-  const PortAddressFile& portAddress_;
+  PortAddressFile& portAddress_;
   tongxun::BusTiming& timing_;
   const std::function<void()> closed_;
 

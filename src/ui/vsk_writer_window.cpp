@@ -122,7 +122,8 @@ void Form1::CreateImageBoxes(QWidget* client) {
   text1_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   text1_->setLineWrapMode(QPlainTextEdit::NoWrap);
   text1_->document()->setDocumentMargin(2);
-  QFont fixed(QStringLiteral("Liberation Mono"));
+  QFont fixed;
+  fixed.setFamilies({QStringLiteral("Liberation Mono"), QStringLiteral("Courier New")});
   fixed.setStyleHint(QFont::Monospace);
   fixed.setPixelSize(9);  // all 59 columns and 17 lines of a page in the given size
   text1_->setFont(fixed);

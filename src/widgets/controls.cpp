@@ -172,7 +172,8 @@ void ApplyApplicationStyle() {
   QApplication::setWindowIcon(ProgramIcon());
   QApplication::setStyle(new ToolStyle);
   QApplication::setPalette(QApplication::style()->standardPalette());
-  QFont font(QStringLiteral("Liberation Sans"));
+  QFont font;
+  font.setFamilies({QStringLiteral("Liberation Sans"), QStringLiteral("Arial")});
   font.setPixelSize(kFontPixels);
   QApplication::setFont(font);
 }

@@ -1,8 +1,11 @@
 #include "widgets/dialogs.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
+
+#include "platform/files.h"
 
 QString TextOf(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -39,11 +42,11 @@ std::string ShowFileDialog(QWidget* window, const std::filesystem::path& folder,
   QStringList descriptions;  // each names its pattern in parentheses, which is what Qt reads
   for (qsizetype i = 0; i < parts.size(); i += 2) descriptions << parts[i];
 
-  QFileDialog dialog(window, QString(), QString::fromStdString(folder.string()));
+  QFileDialog dialog(window, QString(), TextOf(PathText(folder)));
   dialog.setObjectName(QStringLiteral("CommonDialog1"));
   dialog.setFileMode(QFileDialog::AnyFile);  // a missing file is the reader's to judge
   dialog.setAcceptMode(QFileDialog::AcceptOpen);
   dialog.setNameFilters(descriptions);
   if (dialog.exec() != QDialog::Accepted) return {};
-  return dialog.selectedFiles().value(0).toStdString();
+  return QDir::toNativeSeparators(dialog.selectedFiles().value(0)).toStdString();
 }

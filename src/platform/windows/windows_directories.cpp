@@ -18,7 +18,7 @@ fs::path ProgramFolder() {
   return fs::path(program).parent_path();
 }
 
-/// Text in the system's ANSI code page as wide characters: paths take narrow text for UTF-8.
+/// Text in the system's ANSI code page as wide characters, which a path takes as they are.
 std::wstring Widen(const std::string& text) {
   const int length = static_cast<int>(text.size());
   std::wstring wide(text.size(), L'\0');

@@ -1,8 +1,10 @@
 // A substitute for the port driver library that records its calls and serves one byte. Which of
-// these functions a library exports is said in its .def file.
+// these functions a library exports is said in its .def file. When the environment's
+// DLPORTIO_RECORD names a file, each call is also appended to it at once, as a line of its own.
 
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 
 namespace {
@@ -10,10 +12,19 @@ namespace {
 std::string record;
 std::uint8_t served = 0;
 
+std::FILE* OpenRecordFile() {
+  const char* name = std::getenv("DLPORTIO_RECORD");
+  return name == nullptr ? nullptr : std::fopen(name, "ab");
+}
+
 void Record(const char* format, unsigned port, unsigned value) {
   char text[32];
   std::snprintf(text, sizeof text, format, port, value);
-  record += text;
+  record += std::string(text) + " ";
+  static std::FILE* const file = OpenRecordFile();
+  if (file == nullptr) return;
+  std::fprintf(file, "%s\n", text);
+  std::fflush(file);
 }
 
 }  // namespace
@@ -21,11 +32,11 @@ void Record(const char* format, unsigned port, unsigned value) {
 extern "C" {
 
 void __stdcall DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) {
-  Record("%X=%02X ", port, value);
+  Record("%X=%02X", port, value);
 }
 
 std::uint8_t __stdcall DlPortReadPortUchar(std::uint32_t port) {
-  Record("%X?%02X ", port, served);
+  Record("%X?%02X", port, served);
   return served;
 }
 

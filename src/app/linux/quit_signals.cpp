@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <QCoreApplication>
+#include <QSocketNotifier>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -41,22 +42,33 @@ void LetGo(int signal) {
 
 }  // namespace
 
+/// The pipe, and what listens at its end.
+struct QuitSignals::Watch {
+  explicit Watch(std::array<int, 2> pipe) : ends(pipe), notifier(ends[0], QSocketNotifier::Read) {}
+  ~Watch() {
+    notifier.setEnabled(false);
+    for (const int end : ends) close(end);
+  }
+  Watch(const Watch&) = delete;
+  Watch& operator=(const Watch&) = delete;
+
+  const std::array<int, 2> ends;
+  QSocketNotifier notifier;
+};
+
 QuitSignals::QuitSignals() {
   std::array<int, 2> ends{};
   if (pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
     throw std::system_error(errno, std::generic_category(), "pipe");
   }
-  readEnd_ = ends[0];
+  watch_ = std::make_unique<Watch>(ends);
   writeEnd = ends[1];
-  notifier_ = std::make_unique<QSocketNotifier>(readEnd_, QSocketNotifier::Read);
   // The byte stays in the pipe, so that an `exit` that met no running loop is said again in it.
-  QObject::connect(notifier_.get(), &QSocketNotifier::activated, [] { QCoreApplication::exit(); });
+  QObject::connect(&watch_->notifier, &QSocketNotifier::activated,
+                   [] { QCoreApplication::exit(); });
   for (const int signal : kQuitSignals) Catch(signal);
 }
 
 QuitSignals::~QuitSignals() {
   for (const int signal : kQuitSignals) LetGo(signal);
-  notifier_.reset();
-  close(readEnd_);
-  close(writeEnd);
 }
