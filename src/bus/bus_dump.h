@@ -12,7 +12,8 @@ class BusDump {
   /// further variables that the caller writes itself; "c" and "d" are taken.
   BusDump(std::ostream& out, std::string_view timescale, std::string_view moreVariables = {});
 
-  /// The lines' levels at `time`, which grows from call to call and is above 0. Writes changes only.
+  /// The lines' levels at `time`, which grows from call to call and is above 0. Writes changes
+  /// only.
   void Levels(std::uint64_t time, bool sda, bool scl);
 
  private:
