@@ -164,7 +164,7 @@ void DemoSession::ExpectToEndWith(const char* window, const char* control, const
 
 void DemoSession::ExpectFlash(const simulator::Flash& flash, const QString& hexFile) {
   const FileContent file = ReadFile(PathOf(hexFile.toStdString()), 1U << 20);
-  std::vector<std::uint8_t> image(simulator::Flash::kBytes);
+  std::vector<std::uint8_t> image(flash.Cells().size());
   const auto summary = loadfile::StoreHex(file.bytes, image);
   const auto bytes = summary.maximum + 1;
   Check(std::equal(image.begin(), image.begin() + bytes, flash.Cells().begin()),

@@ -36,8 +36,7 @@ int main(int argc, char** argv) {
   Main launcher(*tool);
   BoardWindow boardWindow(*board);
   launcher.show();
-  boardWindow.move(launcher.geometry().topRight() + QPoint(24, 0));
-  boardWindow.show();
+  boardWindow.ShowBeside(launcher);
 
   const QStringList arguments = QApplication::arguments();
   if (arguments.value(1) == QLatin1String("--demo")) {

@@ -28,18 +28,9 @@ void FrameCounters::Byte(std::uint8_t, bool fromTarget, bool acknowledged) {
   if (!fromTarget && !acknowledged) ++refused;
 }
 
-VcdRecorder::VcdRecorder(std::ostream& out) : out_(out) {
-  out_ << "$timescale 1us $end\n$scope module isp $end\n$var wire 1 d SDA $end\n"
-          "$var wire 1 c SCL $end\n$upscope $end\n$enddefinitions $end\n$dumpvars\n1d\n1c\n$end\n";
-}
-
 void VcdRecorder::Levels(std::uint64_t access, bool sda, bool scl) {
-  if (sda == sda_ && scl == scl_) return;
-  out_ << '#' << access << '\n';
-  if (sda != sda_) out_ << (sda ? "1d\n" : "0d\n");
-  if (scl != scl_) out_ << (scl ? "1c\n" : "0c\n");
-  sda_ = sda;
-  scl_ = scl;
+  if (!before_) before_ = access - 1;
+  dump_.Levels(access - *before_, sda, scl);
 }
 
 }  // namespace simulator

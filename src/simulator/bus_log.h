@@ -2,10 +2,12 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
 
+#include "bus/bus_dump.h"
 #include "simulator/cable.h"
 #include "simulator/wire_decoder.h"
 
@@ -38,17 +40,16 @@ class FrameCounters final : public BusListener {
   void Stopped() override {}
 };
 
-/// Writes the two bus lines as a value change dump that a logic-analyser program opens. One port
-/// access stands for one microsecond.
+/// Writes the two bus lines as a value change dump. One port access stands for one microsecond; the
+/// first one that is seen is number 1.
 class VcdRecorder final : public LevelListener {
  public:
-  explicit VcdRecorder(std::ostream& out);
+  explicit VcdRecorder(std::ostream& out) : dump_(out, "1us") {}
   void Levels(std::uint64_t access, bool sda, bool scl) override;
 
  private:
-  std::ostream& out_;
-  bool sda_ = true;
-  bool scl_ = true;
+  BusDump dump_;
+  std::optional<std::uint64_t> before_;  // number of the last access that was not seen
 };
 
 }  // namespace simulator

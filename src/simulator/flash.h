@@ -1,9 +1,9 @@
 // A flash array: erasing sets bits, programming only clears them.
 #pragma once
 
-#include <array>
+#include <algorithm>
 #include <cstdint>
-#include <optional>
+#include <vector>
 
 #include "simulator/faults.h"
 
@@ -11,20 +11,21 @@ namespace simulator {
 
 class Flash {
  public:
-  static constexpr std::size_t kBytes = 65536;
+  Flash(int bank, std::size_t bytes, const Faults& faults)
+      : bank_(bank), faults_(faults), cells_(bytes, 0xFF) {}
 
-  Flash(int bank, const Faults& faults) : bank_(bank), faults_(faults) { cells_.fill(0xFF); }
-
-  const std::array<std::uint8_t, kBytes>& Cells() const { return cells_; }
+  const std::vector<std::uint8_t>& Cells() const { return cells_; }
   /// Grows with every change; lets a display skip what it has already shown.
   std::uint64_t Version() const { return version_; }
 
+  /// All cells from `first` on, at most `count`.
   void Erase(std::size_t first, std::size_t count) {
-    for (std::size_t i = first; i < first + count; ++i) cells_[i] = 0xFF;
+    for (std::size_t i = first; i < std::min(first + count, cells_.size()); ++i) cells_[i] = 0xFF;
     ++version_;
   }
+  void EraseAll() { Erase(0, cells_.size()); }
 
-  /// Returns what the cell holds afterwards.
+  /// `address`: within the flash. Returns what the cell holds afterwards.
   std::uint8_t Program(std::size_t address, std::uint8_t value) {
     const auto& flip = faults_.flippedBit;
     cells_[address] &= value;
@@ -38,7 +39,7 @@ class Flash {
  private:
   const int bank_;
   const Faults& faults_;
-  std::array<std::uint8_t, kBytes> cells_;
+  std::vector<std::uint8_t> cells_;
   std::uint64_t version_ = 0;
 };
 

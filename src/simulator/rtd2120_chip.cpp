@@ -21,11 +21,12 @@ constexpr std::uint8_t kProgramming = 0x10;
 constexpr std::uint8_t kSettingRange = 0x08;
 
 constexpr std::size_t kPageBytes = 256;
+constexpr std::size_t kBankBytes = 65536;
 
 }  // namespace
 
 Rtd2120Chip::Rtd2120Chip(const Faults& faults) : faults_(faults) {
-  for (int bank = 0; bank < 2; ++bank) banks_.emplace_back(bank, faults);
+  for (int bank = 0; bank < 2; ++bank) banks_.emplace_back(bank, kBankBytes, faults);
 }
 
 void Rtd2120Chip::OnUnplugged() {
@@ -91,7 +92,7 @@ bool Rtd2120Chip::OnControl(std::uint8_t value) {
       bank_ = 1;
       return true;
     case 0xC0:
-      for (Flash& bank : banks_) bank.Erase(0, Flash::kBytes);
+      for (Flash& bank : banks_) bank.EraseAll();
       BecomeBusy(kErasing, 3);
       return true;
     case 0x00:
@@ -117,7 +118,7 @@ void Rtd2120Chip::OnStop() {
 
 void Rtd2120Chip::ProgramPage() {
   for (std::size_t i = 0; i < page_.size(); ++i) {
-    banks_[bank_].Program((start_ + i) % Flash::kBytes, page_[i]);
+    banks_[bank_].Program((start_ + i) % kBankBytes, page_[i]);
   }
   page_.clear();
   BecomeBusy(kProgramming, 2);

@@ -1,32 +1,47 @@
 #include "simulator/simulated_board.h"
 
 namespace simulator {
+namespace {
+
+std::deque<VskChip> AllVskChips(const VskIdentity& identity, const Faults& faults) {
+  std::deque<VskChip> chips;
+  for (const VskModel& model : kVskModels) chips.emplace_back(identity, model, faults);
+  return chips;
+}
+
+}  // namespace
 
 SimulatedBoard::SimulatedBoard(const IspBoard& wiring, std::uint32_t portBase,
                                const VskIdentity& vskIdentity)
-    : vsk830(vskIdentity, 1, faults),
-      vsk630(vskIdentity, 2, faults),
+    : vskChips(AllVskChips(vskIdentity, faults)),
       rtd2120(faults),
       wire(faults),
       cable(wiring, portBase, faults, wire) {}
 
 SimulatedChip* SimulatedBoard::Chip() {
-  switch (connected_) {
-    case ConnectedChip::Vsk830:
-      return &vsk830;
-    case ConnectedChip::Vsk630:
-      return &vsk630;
-    case ConnectedChip::Rtd2120:
-      return &rtd2120;
-    case ConnectedChip::None:
-      break;
+  if (connected_ == ConnectedChip::Rtd2120) return &rtd2120;
+  for (std::size_t row = 0; row < kVskModels.size(); ++row) {
+    if (kVskModels[row].chip == connected_) return &vskChips[row];
   }
   return nullptr;
+}
+
+std::vector<SimulatedBoard::Choice> SimulatedBoard::Choices() {
+  std::vector<Choice> choices{{ConnectedChip::None, "nothing"}};
+  for (const VskModel& model : kVskModels) choices.push_back({model.chip, model.name});
+  choices.push_back({ConnectedChip::Rtd2120, "RTD2120"});
+  return choices;
 }
 
 void SimulatedBoard::Connect(ConnectedChip chip) {
   connected_ = chip;
   wire.Connect(Chip());
+}
+
+void SimulatedBoard::PowerCycle() {
+  faults.busyForEver = false;
+  faults.sdaStuckLow = false;
+  Connect(connected_);
 }
 
 IspBoard CableWiring() {

@@ -2,18 +2,19 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
+#include <vector>
 
 #include "bus/iic_port.h"
 #include "simulator/bus_log.h"
 #include "simulator/cable.h"
+#include "simulator/chip_models.h"
 #include "simulator/faults.h"
 #include "simulator/rtd2120_chip.h"
 #include "simulator/vsk_chip.h"
 #include "simulator/wire_decoder.h"
 
 namespace simulator {
-
-enum class ConnectedChip { None, Vsk830, Vsk630, Rtd2120 };
 
 class SimulatedBoard {
  public:
@@ -30,9 +31,21 @@ class SimulatedBoard {
   /// The chip that is plugged in; null when there is none.
   SimulatedChip* Chip();
 
+  /// Takes the power away and gives it back: the chip is as after power-up, and no longer busy for
+  /// ever or holding SDA low. The other faults and the flash stay.
+  void PowerCycle();
+
+  /// What the operator may plug in.
+  struct Choice {
+    ConnectedChip chip;
+    const char* name;
+  };
+  static std::vector<Choice> Choices();
+
   Faults faults;
-  VskChip vsk830;
-  VskChip vsk630;
+  std::deque<VskChip> vskChips;  // one a row of `kVskModels`
+  VskChip& vsk830 = vskChips[0];
+  VskChip& vsk630 = vskChips[1];
   Rtd2120Chip rtd2120;
 
   WireDecoder wire;

@@ -5,7 +5,6 @@
 namespace simulator {
 namespace {
 
-constexpr std::size_t kPageBytes = 256;
 constexpr std::size_t kErasePageBytes = 128;
 constexpr std::uint8_t kCrcReadAddress = 0x97;
 
@@ -34,9 +33,11 @@ std::uint16_t FeedCrc(std::uint16_t crc, std::uint8_t byte) {
 
 }  // namespace
 
-VskChip::VskChip(VskIdentity identity, int banks, const Faults& faults)
-    : identity_(std::move(identity)), faults_(faults) {
-  for (int bank = 0; bank < banks; ++bank) banks_.emplace_back(bank, faults);
+VskChip::VskChip(VskIdentity identity, const VskModel& model, const Faults& faults)
+    : identity_(std::move(identity)), model_(model), faults_(faults) {
+  for (int bank = 0; bank < model.banks; ++bank) {
+    banks_.emplace_back(bank, model.flashBytes, faults);
+  }
 }
 
 std::string VskChip::EntryText() const {
@@ -142,33 +143,32 @@ bool VskChip::OnArgument(std::uint8_t byte) {
   switch (command_) {
     case kEraseAll:
       if (byte != 0) return false;
-      for (Flash& bank : banks_) bank.Erase(0, Flash::kBytes);
+      for (Flash& bank : banks_) bank.EraseAll();
       expected_ = Expected::FollowUp;
       if (faults_.busyForEver) busyPolls_ = 1;
       return true;
     case kErasePage:
+      if (byte >= model_.flashBytes / kErasePageBytes) return false;
       banks_[0].Erase(byte * kErasePageBytes, kErasePageBytes);
       expected_ = Expected::Nothing;
       busyPolls_ = 1;
       return true;
     case kProgramBank0:
-      return SelectForProgramming(0, byte);
+      return SelectPage(0, byte, Expected::PageData);
     case kProgramBank1:
-      return SelectForProgramming(1, byte);
+      return SelectPage(1, byte, Expected::PageData);
     case kSelectPage:
-      bank_ = 0;
-      page_ = byte;
-      expected_ = Expected::PageRead;
-      return true;
+      return SelectPage(0, byte, Expected::PageRead);
     default:
       return false;
   }
 }
 
-bool VskChip::SelectForProgramming(std::size_t bank, std::uint8_t page) {
+bool VskChip::SelectPage(std::size_t bank, std::uint8_t page, Expected next) {
+  if (page >= model_.flashBytes / model_.pageBytes) return false;
   bank_ = bank;
   page_ = page;
-  expected_ = Expected::PageData;
+  expected_ = next;
   return true;
 }
 
@@ -177,8 +177,8 @@ bool VskChip::OnData(std::uint8_t byte) {
   const bool leader = index == 0;
   if (leader && byte != 0) return false;
   if (!leader && expected_ == Expected::PageData) {
-    if (index > kPageBytes) return false;
-    const std::uint8_t stored = banks_[bank_].Program(page_ * kPageBytes + index - 1, byte);
+    if (index > model_.pageBytes) return false;
+    const std::uint8_t stored = banks_[bank_].Program(page_ * model_.pageBytes + index - 1, byte);
     crc_ = FeedCrc(crc_, stored);
   } else if (!leader && !(expected_ == Expected::FollowUp && index == 1 && byte == 0)) {
     return false;
@@ -190,7 +190,7 @@ bool VskChip::OnData(std::uint8_t byte) {
 std::uint8_t VskChip::OnRead() {
   const std::size_t index = byte_++;
   if (frame_ == Frame::PageRead) {
-    return banks_[bank_].Cells()[page_ * kPageBytes + index % kPageBytes];
+    return banks_[bank_].Cells()[page_ * model_.pageBytes + index % model_.pageBytes];
   }
   if (index == 3) return static_cast<std::uint8_t>(crc_ >> 8);
   if (index == 4) return static_cast<std::uint8_t>(crc_ & 0xFF);

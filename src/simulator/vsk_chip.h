@@ -1,9 +1,10 @@
-// A simulated VSK830 (one bank) or VSK630 (two banks), as its ISP slave behaves on the bus.
+// A simulated VSK chip, as its ISP slave behaves on the bus.
 #pragma once
 
 #include <cstdint>
 #include <vector>
 
+#include "simulator/chip_models.h"
 #include "simulator/faults.h"
 #include "simulator/flash.h"
 #include "simulator/simulated_chip.h"
@@ -21,12 +22,12 @@ struct VskIdentity {
 ///   S C 30 p P          erases 128-byte page p; busy, so the next frame is not acknowledged
 ///   S C D0 P            resets the CRC register to FFFF
 ///   S C A0|A1 p P       selects bank and page; S A 00 data.. P programs and feeds the CRC
-///   S C 00 p P          selects a page; S A 00 Sr A|01 [256 bytes] P reads it
+///   S C 00 p P          selects a page; S A 00 Sr A|01 [its bytes] P reads it
 ///   S C 48              leaves ISP mode at once
 ///   S 97 [5 bytes] P    the last two bytes are the CRC
 class VskChip final : public SimulatedChip {
  public:
-  VskChip(VskIdentity identity, int banks, const Faults& faults);
+  VskChip(VskIdentity identity, const VskModel& model, const Faults& faults);
 
   std::string EntryText() const override;
   bool InIspMode() const override { return ispMode_; }
@@ -50,10 +51,11 @@ class VskChip final : public SimulatedChip {
   bool OnCommand(std::uint8_t byte);
   bool OnArgument(std::uint8_t byte);
   bool OnData(std::uint8_t byte);
-  bool SelectForProgramming(std::size_t bank, std::uint8_t page);
+  bool SelectPage(std::size_t bank, std::uint8_t page, Expected next);
   std::uint8_t CommandAddress() const { return identity_.address | 0x02; }
 
   const VskIdentity identity_;
+  const VskModel model_;
   const Faults& faults_;
   std::vector<Flash> banks_;
 

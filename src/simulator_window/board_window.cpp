@@ -1,53 +1,55 @@
 #include "simulator_window/board_window.h"
 
-#include <QFileDialog>
 #include <QFormLayout>
 #include <QGroupBox>
+#include <QHBoxLayout>
+#include <QScreen>
 #include <QVBoxLayout>
 
-#include "platform/files.h"
-#include "simulator_window/fault_box.h"
-#include "text/hex_text.h"
 #include "widgets/controls.h"
 
 namespace simulator {
 namespace {
 
 constexpr int kRefresh_ms = 250;
+constexpr int kGap = 24;                       // between the launcher and this window
+constexpr QSize kWantedSize(570, 600);         // where the screen allows it
+constexpr QMargins kWindowFrame(8, 36, 8, 8);  // what a window manager draws around, at most
 
-/// 16 bytes a line behind their address.
-QString FlashText(const Flash& flash) {
-  std::string text;
-  for (std::size_t i = 0; i < Flash::kBytes; ++i) {
-    if (i % 16 == 0) {
-      text += (i == 0 ? "" : "\n") + fileop::HexByte(static_cast<int>(i >> 8)) +
-              fileop::HexByte(static_cast<int>(i & 0xFF)) + ' ';
-    }
-    text += ' ' + fileop::HexByte(flash.Cells()[i]);
-  }
-  return QString::fromStdString(text);
-}
-
-QLabel* NamedLabel(const char* name) {
+QLabel* LiveLabel(const char* name, const QString& description) {
   auto* label = new QLabel;
   label->setObjectName(QLatin1String(name));
+  label->setAccessibleDescription(description);
   label->setTextInteractionFlags(Qt::TextSelectableByMouse);
   return label;
 }
 
 }  // namespace
 
+ReopenButton::ReopenButton(QWidget& window)
+    : QPushButton(QStringLiteral("Show the simulated board")) {
+  setObjectName(QStringLiteral("ShowSimulatedBoard"));
+  setWindowTitle(QStringLiteral("Simulated board"));
+  setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
+  setAttribute(Qt::WA_ShowWithoutActivating);
+  setMinimumSize(200, 40);
+  connect(this, &QPushButton::clicked, &window, [this, &window] {
+    hide();
+    window.show();
+  });
+}
+
 BoardWindow::BoardWindow(SimulatedBoard& board) : board_(board) {
   setObjectName(QStringLiteral("SimulatedBoard"));
   setWindowTitle(QStringLiteral("Simulated board"));
-  auto* columns = new QVBoxLayout(this);
-  columns->addWidget(CreateState());
+  setAttribute(Qt::WA_ShowWithoutActivating);
+  auto* rows = new QVBoxLayout(this);
+  rows->addWidget(CreateState());
   flashes_ = new QTabWidget;
   flashes_->setObjectName(QStringLiteral("Flash"));
-  columns->addWidget(flashes_, 1);
-  columns->addWidget(new FaultBox(board_));
-  columns->addWidget(CreateRecording());
-  resize(480, 560);
+  rows->addWidget(flashes_, 1);
+  rows->addWidget(faults_ = new FaultBox(board_));
+  rows->addWidget(record_ = new RecordingButton(board_));
 
   board_.wire.ListenTo(&counters_);
   ShowChip();
@@ -55,73 +57,83 @@ BoardWindow::BoardWindow(SimulatedBoard& board) : board_(board) {
   refresh_.start(kRefresh_ms);
 }
 
-BoardWindow::~BoardWindow() {
-  board_.wire.ListenTo(nullptr);
-  board_.cable.ListenTo(nullptr);
+BoardWindow::~BoardWindow() { board_.wire.ListenTo(nullptr); }
+
+void BoardWindow::ShowBeside(QWidget& launcher) {
+  const QRect place = launcher.screen()->availableGeometry().marginsRemoved(kWindowFrame);
+  resize(kWantedSize.boundedTo(place.size()));
+  const QPoint wanted = launcher.geometry().topRight() + QPoint(kGap, 0);
+  const int left = std::max(place.left(), std::min(wanted.x(), place.right() + 1 - width()));
+  const int top = std::max(place.top(), std::min(wanted.y(), place.bottom() + 1 - height()));
+  move(left - kWindowFrame.left(), top - kWindowFrame.top());
+  show();
+  if (left < wanted.x()) {
+    const int room = left - kGap - launcher.width();
+    launcher.move(std::max(place.left(), room), launcher.y());
+  }
+  launcher.raise();
+  launcher.activateWindow();
+}
+
+void BoardWindow::closeEvent(QCloseEvent* event) {
+  event->accept();
+  reopen_.move(pos());
+  reopen_.show();
+}
+
+QLayout* BoardWindow::CreateChipRow() {
+  chip_ = new QComboBox;
+  chip_->setObjectName(QStringLiteral("Chip"));
+  for (const SimulatedBoard::Choice& choice : SimulatedBoard::Choices()) {
+    chip_->addItem(QLatin1String(choice.name), static_cast<int>(choice.chip));
+  }
+  chip_->setCurrentIndex(chip_->findData(static_cast<int>(board_.Connected())));
+  chip_->setAccessibleName(QStringLiteral("Connected chip"));
+  connect(chip_, &QComboBox::currentIndexChanged, this, Guarded(this, [this] {
+            board_.Connect(static_cast<ConnectedChip>(chip_->currentData().toInt()));
+            ShowChip();
+          }));
+  powerCycle_ = new QPushButton(QStringLiteral("Power cycle"));
+  powerCycle_->setObjectName(QStringLiteral("PowerCycle"));
+  connect(powerCycle_, &QPushButton::clicked, this, Guarded(this, [this] {
+            board_.PowerCycle();
+            Refresh();
+          }));
+  auto* row = new QHBoxLayout;
+  row->addWidget(chip_, 1);
+  row->addWidget(powerCycle_);
+  return row;
 }
 
 QWidget* BoardWindow::CreateState() {
   auto* state = new QGroupBox(QStringLiteral("Board"));
   auto* rows = new QFormLayout(state);
-  chip_ = new QComboBox;
-  chip_->setObjectName(QStringLiteral("Chip"));
-  chip_->addItem(QStringLiteral("nothing"), static_cast<int>(ConnectedChip::None));
-  chip_->addItem(QStringLiteral("VSK830"), static_cast<int>(ConnectedChip::Vsk830));
-  chip_->addItem(QStringLiteral("VSK630"), static_cast<int>(ConnectedChip::Vsk630));
-  chip_->addItem(QStringLiteral("RTD2120"), static_cast<int>(ConnectedChip::Rtd2120));
-  chip_->setCurrentIndex(chip_->findData(static_cast<int>(board_.Connected())));
-  connect(chip_, &QComboBox::currentIndexChanged, this, Guarded(this, [this] {
-            board_.Connect(static_cast<ConnectedChip>(chip_->currentData().toInt()));
-            ShowChip();
-          }));
-  rows->addRow(QStringLiteral("Connected chip"), chip_);
-  rows->addRow(QStringLiteral("ISP entry"), identity_ = NamedLabel("Identity"));
-  rows->addRow(QStringLiteral("In ISP mode"), ispMode_ = NamedLabel("IspMode"));
-  rows->addRow(QStringLiteral("Seen on the bus"), traffic_ = NamedLabel("Traffic"));
+  rows->addRow(QStringLiteral("Connected chip"), CreateChipRow());
+  rows->addRow(QStringLiteral("ISP entry"),
+               identity_ = LiveLabel("Identity", QStringLiteral("ISP entry")));
+  auto* seen = new QHBoxLayout;
+  seen->addWidget(ispMode_ = LiveLabel("IspMode", QStringLiteral("In ISP mode")));
+  seen->addSpacing(kGap);
+  seen->addWidget(new QLabel(QStringLiteral("Seen on the bus")));
+  seen->addWidget(traffic_ = LiveLabel("Traffic", QStringLiteral("Seen on the bus")), 1);
+  rows->addRow(QStringLiteral("In ISP mode"), seen);
   return state;
-}
-
-QWidget* BoardWindow::CreateRecording() {
-  record_ = new QPushButton(QStringLiteral("Record the bus to a VCD file..."));
-  record_->setObjectName(QStringLiteral("Record"));
-  record_->setCheckable(true);
-  connect(record_, &QPushButton::toggled, this,
-          Guarded(this, [this] { ToggleRecording(record_->isChecked()); }));
-  return record_;
-}
-
-void BoardWindow::ToggleRecording(bool on) {
-  board_.cable.ListenTo(nullptr);
-  recorder_.reset();
-  recording_.close();
-  if (!on) return;
-  const QString name = QFileDialog::getSaveFileName(this, QStringLiteral("Record the bus"),
-                                                    QStringLiteral("bus.vcd"));
-  if (!name.isEmpty()) recording_.open(PathOf(name.toStdString()));
-  if (!recording_.is_open()) return record_->setChecked(false);
-  recorder_ = std::make_unique<VcdRecorder>(recording_);
-  board_.cable.ListenTo(recorder_.get());
 }
 
 /// Lays out the tabs for the chip that is plugged in.
 void BoardWindow::ShowChip() {
-  flashTabs_.clear();
+  flashViews_.clear();
   while (flashes_->count() > 0) delete flashes_->widget(0);
   const SimulatedChip* chip = board_.Chip();
   for (int bank = 0; chip != nullptr && bank < chip->Banks(); ++bank) {
-    auto* view = new QPlainTextEdit;
+    auto* view = new FlashView(chip->Bank(bank));
     view->setObjectName(QStringLiteral("Flash%1").arg(bank));
-    view->setReadOnly(true);
-    view->setLineWrapMode(QPlainTextEdit::NoWrap);
-    QFont font;
-    font.setFamilies({QStringLiteral("Liberation Mono"), QStringLiteral("Courier New")});
-    font.setPixelSize(12);
-    view->setFont(font);
-    const QString title =
-        chip->Banks() == 1 ? QStringLiteral("Flash") : QStringLiteral("Flash bank %1").arg(bank);
-    flashes_->addTab(view, title);
-    flashTabs_.push_back({&chip->Bank(bank), view, std::nullopt});
+    flashes_->addTab(view, chip->Banks() == 1 ? QStringLiteral("Flash")
+                                              : QStringLiteral("Flash bank %1").arg(bank));
+    flashViews_.push_back(view);
   }
+  powerCycle_->setEnabled(chip != nullptr);
+  faults_->ShowChip();
   Refresh();
 }
 
@@ -136,11 +148,9 @@ void BoardWindow::Refresh() {
                         .arg(counters_.frames)
                         .arg(counters_.bytes)
                         .arg(counters_.refused));
-  for (FlashTab& tab : flashTabs_) {
-    if (tab.shownVersion == tab.flash->Version()) continue;
-    tab.view->setPlainText(FlashText(*tab.flash));
-    tab.shownVersion = tab.flash->Version();
-  }
+  for (FlashView* view : flashViews_) view->Update();
+  faults_->Refresh();
+  record_->Flush();
 }
 
 }  // namespace simulator

@@ -4,92 +4,117 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include "simulator_window/hex_spin_box.h"
 #include "widgets/controls.h"
 
 namespace simulator {
 
 FaultBox::FaultBox(SimulatedBoard& board) : QGroupBox(QStringLiteral("Faults")), board_(board) {
   auto* rows = new QVBoxLayout(this);
-  for (QLayout* row : {UnplugRow(), RefuseRow(), FlipRow(), SwitchRow()}) rows->addLayout(row);
+  const auto addRow = [rows] {
+    auto* row = new QHBoxLayout;
+    rows->addLayout(row);
+    return row;
+  };
+
+  QHBoxLayout* row = addRow();
+  unplugged_ = AddSwitch(row, "Unplugged", "Unplugged");
+  moreFrames_ = AddNumber(row, new QSpinBox, "after so many more frames", 0, 1'000'000);
+  row->addStretch();
+  busy_ = AddSwitch(row, "BusyForEver", "Busy for ever");
+  stuck_ = AddSwitch(row, "SdaStuckLow", "SDA stuck low");
+
+  row = addRow();
+  refused_ = AddSwitch(row, "ByteRefused", "Byte refused");
+  byte_ = AddNumber(row, new QSpinBox, "byte (0 is the address)", 0, 257);
+  frame_ = AddNumber(row, new QSpinBox, "of the next frame number", 1, 1'000'000);
+  row->addStretch();
+
+  row = addRow();
+  flipped_ = AddSwitch(row, "BitFlipped", "Flash bit flipped");
+  bit_ = AddNumber(row, new QSpinBox, "bit", 0, 7);
+  bank_ = AddNumber(row, new QSpinBox, "of bank", 0, 1);
+  address_ = AddNumber(row, new HexSpinBox, "address (hex)", 0, 0xFFFF);
+  row->addStretch();
+
+  OnChange(unplugged_, {moreFrames_}, &FaultBox::ApplyUnplugged);
+  OnChange(refused_, {byte_, frame_}, &FaultBox::ApplyRefused);
+  OnChange(flipped_, {bit_, bank_, address_}, &FaultBox::ApplyFlipped);
+  OnChange(busy_, {}, &FaultBox::ApplyBusy);
+  OnChange(stuck_, {}, &FaultBox::ApplyStuck);
 }
 
-QSpinBox* FaultBox::AddNumber(QLayout* row, const char* caption, int least, int most) {
-  auto* number = new QSpinBox;
+QCheckBox* FaultBox::AddSwitch(QLayout* row, const char* name, const char* caption) {
+  auto* on = new QCheckBox(QLatin1String(caption));
+  on->setObjectName(QLatin1String(name));
+  row->addWidget(on);
+  return on;
+}
+
+QSpinBox* FaultBox::AddNumber(QLayout* row, QSpinBox* number, const char* caption, int least,
+                              int most) {
   number->setRange(least, most);
+  number->setObjectName(QLatin1String(caption));
   number->setAccessibleName(QLatin1String(caption));
   row->addWidget(new QLabel(QLatin1String(caption)));
   row->addWidget(number);
   return number;
 }
 
-QLayout* FaultBox::UnplugRow() {
-  auto* row = new QHBoxLayout;
-  auto* on = new QCheckBox(QStringLiteral("Unplugged"));
-  on->setObjectName(QStringLiteral("Unplugged"));
-  row->addWidget(on);
-  QSpinBox* frames = AddNumber(row, "after so many more frames", 0, 1'000'000);
-  row->addStretch();
-  connect(on, &QCheckBox::toggled, this, Guarded(this, [this, on, frames] {
-            const bool yes = on->isChecked();
-            const auto more = static_cast<std::uint64_t>(frames->value());
-            if (yes && more == 0 && board_.Chip() != nullptr) board_.Chip()->OnUnplugged();
-            const std::uint64_t last = more == 0 ? 0 : board_.wire.FramesSeen() + more;
-            board_.faults.unpluggedAfterFrame = yes ? last : Faults::kNever;
-          }));
-  return row;
+void FaultBox::OnChange(QCheckBox* on, const std::vector<QSpinBox*>& numbers,
+                        void (FaultBox::*apply)()) {
+  const auto changed = Guarded(this, [this, apply] { (this->*apply)(); });
+  connect(on, &QCheckBox::toggled, this, changed);
+  for (QSpinBox* number : numbers) connect(number, &QSpinBox::valueChanged, this, changed);
 }
 
-QLayout* FaultBox::RefuseRow() {
-  auto* row = new QHBoxLayout;
-  auto* on = new QCheckBox(QStringLiteral("Byte refused"));
-  on->setObjectName(QStringLiteral("ByteRefused"));
-  row->addWidget(on);
-  QSpinBox* byte = AddNumber(row, "byte (0 is the address)", 0, 257);
-  QSpinBox* frame = AddNumber(row, "of the next frame number", 1, 1'000'000);
-  row->addStretch();
-  connect(on, &QCheckBox::toggled, this, Guarded(this, [this, on, byte, frame] {
-            board_.faults.refusedByte.reset();
-            if (!on->isChecked()) return;
-            board_.faults.refusedByte = {
-                board_.wire.FramesSeen() + static_cast<std::uint64_t>(frame->value()),
-                static_cast<std::size_t>(byte->value())};
-          }));
-  return row;
+void FaultBox::ShowChip() {
+  const SimulatedChip* chip = board_.Chip();
+  const bool plugged = chip != nullptr;
+  for (QWidget* control : std::initializer_list<QWidget*>{
+           unplugged_, moreFrames_, busy_, refused_, byte_, frame_, flipped_, bit_, address_}) {
+    control->setEnabled(plugged);
+  }
+  bank_->setEnabled(plugged && chip->Banks() > 1);
+  if (!plugged) return;
+  bank_->setMaximum(chip->Banks() - 1);
+  address_->setMaximum(static_cast<int>(chip->Bank(0).Cells().size()) - 1);
 }
 
-QLayout* FaultBox::FlipRow() {
-  auto* row = new QHBoxLayout;
-  auto* on = new QCheckBox(QStringLiteral("Flash bit flipped"));
-  on->setObjectName(QStringLiteral("BitFlipped"));
-  row->addWidget(on);
-  QSpinBox* bit = AddNumber(row, "bit", 0, 7);
-  QSpinBox* bank = AddNumber(row, "of bank", 0, 1);
-  QSpinBox* address = AddNumber(row, "address (hex)", 0, 0xFFFF);
-  address->setDisplayIntegerBase(16);
-  row->addStretch();
-  connect(on, &QCheckBox::toggled, this, Guarded(this, [this, on, bit, bank, address] {
-            board_.faults.flippedBit.reset();
-            if (!on->isChecked()) return;
-            board_.faults.flippedBit = {bank->value(), static_cast<std::uint32_t>(address->value()),
-                                        bit->value()};
-          }));
-  return row;
+void FaultBox::Refresh() {
+  const auto& refusal = board_.faults.refusedByte;
+  if (refusal && board_.wire.FramesSeen() >= refusal->frame) refused_->setChecked(false);
+  busy_->setChecked(board_.faults.busyForEver);
+  stuck_->setChecked(board_.faults.sdaStuckLow);
 }
 
-QLayout* FaultBox::SwitchRow() {
-  auto* row = new QHBoxLayout;
-  auto* busy = new QCheckBox(QStringLiteral("Busy for ever"));
-  busy->setObjectName(QStringLiteral("BusyForEver"));
-  auto* stuck = new QCheckBox(QStringLiteral("SDA stuck low"));
-  stuck->setObjectName(QStringLiteral("SdaStuckLow"));
-  row->addWidget(busy);
-  row->addWidget(stuck);
-  row->addStretch();
-  connect(busy, &QCheckBox::toggled, this,
-          Guarded(this, [this, busy] { board_.faults.busyForEver = busy->isChecked(); }));
-  connect(stuck, &QCheckBox::toggled, this,
-          Guarded(this, [this, stuck] { board_.faults.sdaStuckLow = stuck->isChecked(); }));
-  return row;
+void FaultBox::ApplyUnplugged() {
+  if (!unplugged_->isChecked()) {
+    board_.faults.unpluggedAfterFrame = Faults::kNever;
+    return;
+  }
+  const auto more = static_cast<std::uint64_t>(moreFrames_->value());
+  if (more == 0 && board_.Chip() != nullptr) board_.Chip()->OnUnplugged();
+  board_.faults.unpluggedAfterFrame = more == 0 ? 0 : board_.wire.FramesSeen() + more;
 }
+
+void FaultBox::ApplyRefused() {
+  board_.faults.refusedByte.reset();
+  if (!refused_->isChecked()) return;
+  board_.faults.refusedByte = {
+      board_.wire.FramesSeen() + static_cast<std::uint64_t>(frame_->value()),
+      static_cast<std::size_t>(byte_->value())};
+}
+
+void FaultBox::ApplyFlipped() {
+  board_.faults.flippedBit.reset();
+  if (!flipped_->isChecked()) return;
+  board_.faults.flippedBit = {bank_->value(), static_cast<std::uint32_t>(address_->value()),
+                              bit_->value()};
+}
+
+void FaultBox::ApplyBusy() { board_.faults.busyForEver = busy_->isChecked(); }
+
+void FaultBox::ApplyStuck() { board_.faults.sdaStuckLow = stuck_->isChecked(); }
 
 }  // namespace simulator

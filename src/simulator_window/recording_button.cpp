@@ -1,0 +1,96 @@
+#include "simulator_window/recording_button.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <cerrno>
+#include <system_error>
+
+#include "platform/files.h"
+#include "widgets/controls.h"
+#include "widgets/dialogs.h"
+
+namespace simulator {
+namespace {
+
+/// Empty when the operator chose none.
+QString ChooseRecording(QWidget* window) {
+  QFileDialog dialog(window, QStringLiteral("Record the bus"));
+  dialog.setObjectName(QStringLiteral("RecordTo"));
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setNameFilter(QStringLiteral("Value change dumps (*.vcd)"));
+  dialog.setDefaultSuffix(QStringLiteral("vcd"));
+  dialog.selectFile(QStringLiteral("bus.vcd"));
+  return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+}  // namespace
+
+RecordingButton::RecordingButton(SimulatedBoard& board) : board_(board) {
+  setObjectName(QStringLiteral("Record"));
+  setCheckable(true);
+  ShowState();
+  connect(this, &QPushButton::clicked, this, Guarded(this, [this] { Toggle(isChecked()); }));
+}
+
+RecordingButton::~RecordingButton() { End(); }
+
+void RecordingButton::Toggle(bool on) {
+  if (on) {
+    const QString name = ChooseRecording(this);
+    if (!name.isEmpty()) Begin(name);
+  } else {
+    Flush();
+    End();
+  }
+  ShowState();
+}
+
+void RecordingButton::Begin(const QString& name) {
+  name_ = name;
+  errno = 0;
+  file_.open(PathOf(name.toStdString()));
+  recorder_ = std::make_unique<VcdRecorder>(file_);
+  board_.cable.ListenTo(recorder_.get());
+  file_.flush();
+  if (!file_) TellFailure(errno);
+}
+
+void RecordingButton::End() {
+  board_.cable.ListenTo(nullptr);
+  recorder_.reset();
+  file_.close();
+  file_.clear();
+}
+
+void RecordingButton::Flush() {
+  if (recorder_ == nullptr) return;
+  errno = 0;
+  file_.flush();
+  if (!file_) TellFailure(errno);
+}
+
+void RecordingButton::TellFailure(int error) {
+  End();
+  ShowState();
+  const std::string reason = std::generic_category().message(error == 0 ? EIO : error);
+  ShowMessageBox(this, "The recording cannot be written: " + name_.toStdString(), reason);
+}
+
+void RecordingButton::ShowState() {
+  const bool recording = recorder_ != nullptr;
+  setChecked(recording);
+  setText(recording ? QStringLiteral("\u25CF Recording to %1 - press to stop")
+                          .arg(QFileInfo(name_).fileName().replace(QLatin1String("&"),
+                                                                   QLatin1String("&&")))
+                    : QStringLiteral("Record the bus to a VCD file..."));
+  setToolTip(recording ? name_ : QString());
+  QFont bold = font();
+  bold.setBold(recording);
+  setFont(bold);
+  QPalette colours = QApplication::palette();
+  if (recording) colours.setColor(QPalette::ButtonText, QColor(0xB0, 0, 0));
+  setPalette(colours);
+}
+
+}  // namespace simulator
