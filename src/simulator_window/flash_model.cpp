@@ -36,7 +36,8 @@ int FlashModel::columnCount(const QModelIndex& parent) const {
 }
 
 std::size_t FlashModel::AddressOf(const QModelIndex& index) const {
-  return static_cast<std::size_t>(index.row() * kBytesPerRow + index.column());
+  return static_cast<std::size_t>(index.row()) * kBytesPerRow +
+         static_cast<std::size_t>(index.column());
 }
 
 QVariant FlashModel::data(const QModelIndex& index, int role) const {
@@ -58,7 +59,7 @@ QVariant FlashModel::data(const QModelIndex& index, int role) const {
 
 QVariant FlashModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (role != Qt::DisplayRole) return {};
-  if (orientation == Qt::Vertical) return Hex(static_cast<std::size_t>(section * kBytesPerRow), 4);
+  if (orientation == Qt::Vertical) return Hex(static_cast<std::size_t>(section) * kBytesPerRow, 4);
   return section == kBytesPerRow ? QStringLiteral("Characters")
                                  : Hex(static_cast<std::size_t>(section), 1);
 }
