@@ -16,7 +16,7 @@ constexpr std::int64_t kBurst = 20'000;
 // What a bit delay grows by with each unit of `SpeedFactor`. The default factor, 2, then gives 70
 // kHz on a port whose access takes 1 us, and read bits, which have only three delays, stay below
 // 100 kHz.
-constexpr double kDelayPerFactor_ns = 1300;
+constexpr double kDelayPerFactor_ns = 1250;
 
 }  // namespace
 

@@ -25,7 +25,7 @@ class BusTiming {
   std::function<void(std::int32_t)> Calibrated;
 
   /// Busy-waits of `BitDelayCount` - 1 and `ByteDelayCount` - 1 steps; none for a count of 1 or
-  /// less. After a calibration the bit delay takes 1.3 us times `SpeedFactor`.
+  /// less. After a calibration the bit delay takes 1.25 us times `SpeedFactor`.
   void BitDelay() { Count(BitDelayCount - 1); }
   void ByteDelay() { Count(ByteDelayCount - 1); }
   /// 1001 byte delays.

@@ -114,7 +114,7 @@ TEST(BusTiming, TheBusSpeedIsThatOfTheFactorOnEveryPc) {
     const double delay_ns = pc.TakeIncrements_ns();
 
     EXPECT_EQ(pc.timing.Steps, pc.timing.BitDelayCount - 1);
-    EXPECT_NEAR(delay_ns, 1300. * row.factor, row.increment_ns);
+    EXPECT_NEAR(delay_ns, 1250. * row.factor, row.increment_ns);
     if (row.busyFrom_ms > 0) {
       const double undisturbed = SimulatedPc::kTick_ns / row.reading_ns;
       EXPECT_NEAR(pc.timing.TickPollCount, undisturbed, undisturbed / 100);
