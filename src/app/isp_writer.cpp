@@ -1,17 +1,27 @@
 // The tool on the PC's parallel port.
 #include <QApplication>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <memory>
 
 #include "app/options.h"
 #include "app/quit_signals.h"
+#include "bus/recording_port.h"
 #include "tool/tool.h"
 #include "ui/launcher.h"
 #include "widgets/controls.h"
 #include "widgets/problem_box.h"
 
 namespace {
+
+/// For support: the accesses to the port go to the file that the environment names. Null when it
+/// names none.
+std::unique_ptr<RecordingPort> RecordingAskedFor(PortIo& io) {
+  const char* file = std::getenv("ISP_WRITER_RECORD");
+  if (file == nullptr || *file == '\0') return nullptr;
+  return std::make_unique<RecordingPort>(io, file, PostProblem);
+}
 
 int RunTool(int argc, char** argv) {
   QApplication application(argc, argv);
@@ -23,7 +33,10 @@ int RunTool(int argc, char** argv) {
   const auto ticks = SystemTickCounter();
   const Directories directories = SystemDirectories("isp-writer");
   FillProgramFolder(directories, PostProblem);
-  const auto tool = std::make_unique<Tool>(*io, *ticks, directories, PostProblem);
+  const auto recording = RecordingAskedFor(*io);
+  const auto tool =
+      std::make_unique<Tool>(recording ? *recording : *io, *ticks, directories, PostProblem);
+  if (recording) recording->FollowBoards(tool->boards);
   Main launcher(*tool);
   // Windows ends the program together with the session, without a return from the event loop.
   QObject::connect(

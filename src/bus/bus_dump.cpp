@@ -8,9 +8,14 @@ BusDump::BusDump(std::ostream& out, std::string_view timescale, std::string_view
        << moreVariables << "$upscope $end\n$enddefinitions $end\n#0\n$dumpvars\n1d\n1c\n$end\n";
 }
 
+void BusDump::At(std::uint64_t time) {
+  out_ << '#' << time << '\n';
+  time_ = time;
+}
+
 void BusDump::Levels(std::uint64_t time, bool sda, bool scl) {
   if (sda == sda_ && scl == scl_) return;
-  out_ << '#' << time << '\n';
+  At(time);
   if (sda != sda_) out_ << (sda ? "1d\n" : "0d\n");
   if (scl != scl_) out_ << (scl ? "1c\n" : "0c\n");
   sda_ = sda;

@@ -44,6 +44,8 @@ BoardWindow::BoardWindow(SimulatedBoard& board) : board_(board) {
   setWindowTitle(QStringLiteral("Simulated board"));
   setAttribute(Qt::WA_ShowWithoutActivating);
   auto* rows = new QVBoxLayout(this);
+  rows->setContentsMargins(8, 6, 8, 6);
+  rows->setSpacing(4);
   rows->addWidget(CreateState());
   flashes_ = new QTabWidget;
   flashes_->setObjectName(QStringLiteral("Flash"));
@@ -108,6 +110,7 @@ QLayout* BoardWindow::CreateChipRow() {
 QWidget* BoardWindow::CreateState() {
   auto* state = new QGroupBox(QStringLiteral("Board"));
   auto* rows = new QFormLayout(state);
+  rows->setContentsMargins(8, 4, 8, 4);
   rows->addRow(QStringLiteral("Connected chip"), CreateChipRow());
   rows->addRow(QStringLiteral("ISP entry"),
                identity_ = LiveLabel("Identity", QStringLiteral("ISP entry")));

@@ -11,6 +11,7 @@ namespace simulator {
 
 FaultBox::FaultBox(SimulatedBoard& board) : QGroupBox(QStringLiteral("Faults")), board_(board) {
   auto* rows = new QVBoxLayout(this);
+  rows->setContentsMargins(8, 4, 8, 4);
   const auto addRow = [rows] {
     auto* row = new QHBoxLayout;
     rows->addLayout(row);

@@ -30,7 +30,7 @@ FlashView::FlashView(const Flash& flash) : model_(flash, this), table_(new QTabl
   columns->setDefaultSectionSize(text.horizontalAdvance(QStringLiteral("00")) + 8);
   columns->setSectionResizeMode(QHeaderView::Fixed);
   columns->setStretchLastSection(true);
-  table_->setMinimumHeight(7 * text.height());
+  table_->setMinimumHeight(6 * text.height());
 
   auto* address = new HexSpinBox;
   address->setObjectName(QStringLiteral("GoTo"));

@@ -33,14 +33,13 @@ RecordingButton::RecordingButton(SimulatedBoard& board) : board_(board) {
   connect(this, &QPushButton::clicked, this, Guarded(this, [this] { Toggle(isChecked()); }));
 }
 
-RecordingButton::~RecordingButton() { End(); }
+RecordingButton::~RecordingButton() { board_.cable.ListenTo(nullptr); }
 
 void RecordingButton::Toggle(bool on) {
   if (on) {
     const QString name = ChooseRecording(this);
     if (!name.isEmpty()) Begin(name);
   } else {
-    Flush();
     End();
   }
   ShowState();
@@ -53,27 +52,28 @@ void RecordingButton::Begin(const QString& name) {
   recorder_ = std::make_unique<VcdRecorder>(file_);
   board_.cable.ListenTo(recorder_.get());
   file_.flush();
-  if (!file_) TellFailure(errno);
-}
-
-void RecordingButton::End() {
-  board_.cable.ListenTo(nullptr);
-  recorder_.reset();
-  file_.close();
-  file_.clear();
+  if (!file_) End();
 }
 
 void RecordingButton::Flush() {
   if (recorder_ == nullptr) return;
   errno = 0;
   file_.flush();
-  if (!file_) TellFailure(errno);
+  if (!file_) End();
 }
 
-void RecordingButton::TellFailure(int error) {
-  End();
+void RecordingButton::End() {
+  if (recorder_ == nullptr) return;
+  board_.cable.ListenTo(nullptr);
+  recorder_.reset();
+  file_.flush();
+  const int error = errno == 0 ? EIO : errno;
+  const bool written = file_.good();
+  file_.close();
+  file_.clear();
   ShowState();
-  const std::string reason = std::generic_category().message(error == 0 ? EIO : error);
+  if (written) return;
+  const std::string reason = std::generic_category().message(error);
   ShowMessageBox(this, "The recording cannot be written: " + name_.toStdString(), reason);
 }
 

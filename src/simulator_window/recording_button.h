@@ -20,9 +20,9 @@ class RecordingButton final : public QPushButton {
  private:
   void Toggle(bool on);
   void Begin(const QString& name);
+  /// Tells when the recording could not be written.
   void End();
   void ShowState();
-  void TellFailure(int error);
 
   SimulatedBoard& board_;
   QString name_;

@@ -53,6 +53,38 @@ TEST_F(BoardTest, RefusesWhatARealChipWouldNotTake) {
   EXPECT_FALSE(bench->frames.IspReadFrame(0x94, count)) << "a read without a page";
 }
 
+TEST(VskModel, AVariantTakesItsOwnPagesOnly) {
+  const simulator::Faults faults;
+  simulator::VskChip small({.address = 0x94, .codes = {0x5A}},
+                           {simulator::ConnectedChip::Vsk830, "small", 1, 128, 32768}, faults);
+  const auto send = [&small](std::uint8_t address, std::vector<std::uint8_t> bytes) {
+    small.OnStart();
+    bool taken = small.OnAddress(address);
+    for (const std::uint8_t byte : bytes) taken = taken && small.OnWrite(byte);
+    small.OnStop();
+    return taken;
+  };
+  ASSERT_TRUE(send(0x5A, {}));
+  EXPECT_TRUE(send(0x96, {0xA0, 255}));
+  EXPECT_FALSE(send(0x94, std::vector<std::uint8_t>(130))) << "one byte more than a page";
+  EXPECT_EQ(std::count(small.Bank(0).Cells().begin(), small.Bank(0).Cells().end(), 0), 128);
+  EXPECT_EQ(small.Bank(0).Cells().back(), 0);
+  EXPECT_TRUE(send(0x96, {0x30, 255}));
+  EXPECT_FALSE(send(0x94, {0, 0})) << "busy";
+  EXPECT_EQ(small.Bank(0).Cells().back(), 0xFF);
+}
+
+TEST_F(BoardTest, APowerCycleEndsWhatHangs) {
+  bench->EnterIspMode();
+  bench->board.faults.busyForEver = true;
+  Send(0x96, {0x30, 0});
+  bench->board.faults.sdaStuckLow = true;
+  bench->board.PowerCycle();
+  EXPECT_FALSE(chip.InIspMode());
+  EXPECT_TRUE(Send(0x5A, {0xA5}));
+  EXPECT_TRUE(chip.InIspMode());
+}
+
 TEST_F(BoardTest, PluggingInAgainEndsIspModeAndKeepsTheFlash) {
   bench->EnterIspMode();
   Send(0x96, {0xA0, 0});
@@ -72,8 +104,10 @@ TEST_F(BoardTest, RecordsTheBusAsAValueChangeDump) {
   bench->frames.IspWriteFrame(0, count, true);
   bench->board.cable.ListenTo(nullptr);
   EXPECT_THAT(out.str(), HasSubstr("$timescale 1us $end"));
-  EXPECT_THAT(out.str(),
-              testing::EndsWith("$end\n#3\n0d\n#4\n0c\n#5\n1d\n#6\n0d\n#7\n1c\n#8\n1d\n"));
+  EXPECT_THAT(
+      out.str(),
+      testing::EndsWith(
+          "$end\n#0\n$dumpvars\n1d\n1c\n$end\n#3\n0d\n#4\n0c\n#5\n1d\n#6\n0d\n#7\n1c\n#8\n1d\n"));
 }
 
 /// What ships beside the simulator program must describe its own cable and chip.

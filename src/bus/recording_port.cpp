@@ -1,0 +1,132 @@
+#include "bus/recording_port.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <system_error>
+#include <utility>
+
+#include "platform/files.h"
+
+namespace {
+
+/// The registers in their order. Their bits are variables of their own, under the names D0 to D7
+/// and so on: not every program reads bytes.
+constexpr std::array kRegisters{std::pair{'D', "data"}, std::pair{'S', "status"},
+                                std::pair{'C', "control"}};
+
+std::string Declarations() {
+  std::string text;
+  for (const auto& [letter, name] : kRegisters) {
+    for (char bit = '0'; bit < '8'; ++bit) {
+      text += std::string("$var wire 1 ") + letter + bit + ' ' + name + bit + " $end\n";
+    }
+  }
+  return text;
+}
+
+bool IsSet(std::uint8_t value, const LineSpec& line) { return (value & line.mask) != 0; }
+
+}  // namespace
+
+std::uint64_t RecordingPort::SteadyTime() {
+  const auto since = std::chrono::steady_clock::now().time_since_epoch();
+  return static_cast<std::uint64_t>(
+      std::chrono::duration_cast<std::chrono::nanoseconds>(since).count());
+}
+
+RecordingPort::RecordingPort(PortIo& port, const std::filesystem::path& file, Problem report,
+                             Clock now_ns, std::uint64_t mostAccesses)
+    : port_(port),
+      name_(file),
+      report_(std::move(report)),
+      now_ns_(std::move(now_ns)),
+      accessesLeft_(mostAccesses),
+      start_ns_(now_ns_()) {
+  errno = 0;
+  file_.open(file, std::ios::binary);
+  dump_.emplace(file_, "1ns", Declarations());
+  file_.flush();
+  if (!file_) End();
+}
+
+RecordingPort::~RecordingPort() {
+  if (dump_) End();
+}
+
+void RecordingPort::UsePort(std::uint32_t base) {
+  base_ = base;
+  port_.UsePort(base);
+}
+
+void RecordingPort::DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) {
+  port_.DlPortWritePortUchar(port, value);
+  Note(port, value);
+}
+
+std::optional<std::uint8_t> RecordingPort::DlPortReadPortUchar(std::uint32_t port) {
+  const auto value = port_.DlPortReadPortUchar(port);
+  Note(port, value);
+  return value;
+}
+
+/// Times of accesses are at least 2 ns apart: the line changes of one may take two of them.
+void RecordingPort::Note(std::uint32_t port, std::optional<std::uint8_t> value) {
+  const std::uint32_t which = port - base_;
+  if (!dump_ || which >= kRegisters.size()) return;
+  const std::uint64_t now_ns = std::max(now_ns_() - start_ns_, time_ns_ + 2);
+  const IspBoard* board = boards_ == nullptr ? nullptr : &boards_->InUse();
+  const auto role = static_cast<PortRegister>(which);
+  if (role == PortRegister::Status && value && board != nullptr) {
+    sda_ = IsSet(*value, board->SdaIn) != board->SdaIn.polarity;
+  }
+  EndClockRise();
+  time_ns_ = now_ns;
+  WriteRegister(which, value);
+  if (value && board != nullptr) NoteLines(role, *value, *board);
+  if (--accessesLeft_ == 0) file_ << "$comment The recording has reached its bound. $end\n";
+  if (accessesLeft_ == 0 || !file_) End();
+}
+
+void RecordingPort::WriteRegister(std::size_t which, std::optional<std::uint8_t> value) {
+  dump_->At(time_ns_);
+  for (std::size_t bit = 0; bit < 8; ++bit) {
+    const char level = !value ? 'x' : (*value >> bit & 1) != 0 ? '1' : '0';
+    if (std::exchange(levels_[which][bit], level) == level) continue;
+    file_ << level << kRegisters[which].first << bit << '\n';
+  }
+}
+
+void RecordingPort::NoteLines(PortRegister which, std::uint8_t value, const IspBoard& board) {
+  const bool wasHigh = scl_;
+  if (which == PortRegister::Data) {
+    drivenSda_ = sda_ = IsSet(value, board.SdaOut) == board.SdaOut.polarity;
+  } else if (which == PortRegister::Control) {
+    scl_ = IsSet(value, board.SclOut) == board.SclOut.polarity;
+    clockRises_ = scl_ && !wasHigh;
+    if (clockRises_) return;
+  }
+  dump_->Levels(time_ns_, sda_, scl_);
+  if (!wasHigh || scl_) return;
+  sda_ = drivenSda_;  // what the target does until the next sample is not known
+  dump_->Levels(time_ns_ + 1, sda_, scl_);
+}
+
+void RecordingPort::EndClockRise() {
+  if (!std::exchange(clockRises_, false)) return;
+  dump_->Levels(time_ns_, sda_, false);
+  dump_->Levels(time_ns_ + 1, sda_, true);
+}
+
+void RecordingPort::End() {
+  EndClockRise();
+  dump_.reset();
+  file_.flush();
+  const int error = errno == 0 ? EIO : errno;
+  const bool written = file_.good();
+  file_.close();
+  if (written) return;
+  report_("The recording of the port cannot be written: " + PathText(name_) + ": " +
+          std::generic_category().message(error));
+}
