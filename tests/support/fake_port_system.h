@@ -39,7 +39,7 @@ struct FakeKernel {
   bool open = false;
   bool claimed = false;
   bool exclusive = false;
-  bool froze = false;                    // a claim would have slept
+  std::uint32_t longestClaim_ms = 0;     // bound of the last claim
   std::optional<std::uint32_t> ioPorts;  // the first of the three allowed ones
   std::string calls;                     // since the last `TakeCalls`
 
@@ -112,6 +112,11 @@ class FakePortSystem final : public PortSystem {
     }
   }
 
+  int IoctlWithin(int descriptor, unsigned long request, std::uint32_t longest_ms) override {
+    kernel_.longestClaim_ms = longest_ms;
+    return Ioctl(descriptor, request, nullptr);
+  }
+
   int IoPerm(std::uint32_t first, std::uint32_t count, bool allow) override {
     const int failed =
         kernel_.Call("ioperm", ":" + Hex(first) + "+" + Hex(count) + (allow ? "on" : "off"));
@@ -153,8 +158,8 @@ class FakePortSystem final : public PortSystem {
     const int failed = kernel_.Call("PPCLAIM");
     if (failed != 0) return failed;
     for (const auto& [path, text] : kernel_.texts) {
-      const bool held = path.find("/active") != std::string::npos && text != "none\n";
-      kernel_.froze = kernel_.froze || (held && !kernel_.exclusive);
+      const bool held = path.ends_with("/active") && text != "none\n" && !text.empty();
+      if (held && !kernel_.exclusive) return -EINTR;  // it has slept for the longest time
     }
     kernel_.claimed = true;
     kernel_.registers[2] = 0x0C;

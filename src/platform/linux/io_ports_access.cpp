@@ -1,4 +1,8 @@
+#include <cerrno>
+
+#include "platform/linux/known_ports.h"
 #include "platform/linux/port_access.h"
+#include "platform/linux/port_messages.h"
 
 namespace {
 
@@ -53,22 +57,26 @@ bool NothingAnswers(PortSystem& system, std::uint32_t base) {
   return true;
 }
 
+/// `fault`: why direct access failed; none when nothing answered.
+TakenPort Refused(PortSystem& system, std::uint32_t base, PortFault fault) {
+  const auto known = KnownPorts(system);
+  if (fault.error != EPERM || !system.IsRoot()) {
+    return {.problem = port_messages::NoSuchPort(base, known, fault), .othersMayTry = true};
+  }
+  const std::string lockdown = system.ReadText("/sys/kernel/security/lockdown");
+  return {.problem = port_messages::DirectAccessRefusedToRoot(
+              base, known, lockdown.substr(0, lockdown.find('\n'))),
+          .othersMayTry = true};
+}
+
 }  // namespace
 
 TakenPort TakeIoPorts(PortSystem& system, std::uint32_t base) {
   const int result = system.IoPerm(base, kRegisters, true);
-  if (result < 0) {
-    return {.outcome = Taking::NotOpened,
-            .fault = {"ioperm", -result},
-            .holder = {},
-            .access = nullptr};
-  }
+  if (result < 0) return Refused(system, base, {"ioperm", -result});
   if (NothingAnswers(system, base)) {
     system.IoPerm(base, kRegisters, false);
-    return {.outcome = Taking::Empty, .fault = {}, .holder = {}, .access = nullptr};
+    return Refused(system, base, {});
   }
-  return {.outcome = Taking::Taken,
-          .fault = {},
-          .holder = {},
-          .access = std::make_unique<IoPortsAccess>(system, base)};
+  return {.access = std::make_unique<IoPortsAccess>(system, base), .device = "direct access"};
 }

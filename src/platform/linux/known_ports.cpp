@@ -34,9 +34,9 @@ std::vector<KnownPort> KnownPorts(PortSystem& system) {
   return ports;
 }
 
-std::string HolderOf(PortSystem& system, const KnownPort& port) {
+std::optional<std::string> HolderOf(PortSystem& system, const KnownPort& port) {
   const std::string holder = FirstLine(system.ReadText(PathOf(port, "devices/active")));
-  if (holder.empty()) return "an unknown driver";
+  if (holder.empty()) return std::nullopt;
   return holder == "none" ? std::string() : holder;
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,9 +19,9 @@ struct KnownPort {
 /// In the order of their names. Ports without an I/O address (USB adapters) are left out.
 std::vector<KnownPort> KnownPorts(PortSystem& system);
 
-/// The driver that holds the port at this moment; empty when nobody does, "an unknown driver" when
-/// the kernel does not say.
-std::string HolderOf(PortSystem& system, const KnownPort& port);
+/// The driver that holds the port at this moment; empty when nobody does, nothing when the kernel
+/// does not say.
+std::optional<std::string> HolderOf(PortSystem& system, const KnownPort& port);
 
 /// The drivers that are registered on the port, holding it or idle, joined by ", "; may be empty.
 std::string DriversOn(PortSystem& system, const KnownPort& port);

@@ -1,7 +1,7 @@
 #include "platform/linux/linux_parallel_port.h"
 
-#include <algorithm>
-#include <cerrno>
+#include <string>
+#include <utility>
 
 #include "platform/linux/port_messages.h"
 
@@ -9,7 +9,6 @@ namespace {
 
 constexpr std::uint32_t kData = 0;  // registers, relative to the base
 constexpr std::uint32_t kControl = 2;
-constexpr const char* kDirectAccess = "direct access";
 
 }  // namespace
 
@@ -48,28 +47,16 @@ void LinuxParallelPort::WriteControl(std::uint8_t value) {
 }
 
 void LinuxParallelPort::TakePort() {
-  const auto known = KnownPorts(*system_);
-  const auto port = std::find_if(known.begin(), known.end(),
-                                 [this](const KnownPort& each) { return each.base == base_; });
-  if (port == known.end()) {
-    TakenPort direct = TakeIoPorts(*system_, base_);
-    if (!Adopt(direct, kDirectAccess)) TellNoPort(known, direct);
-    return;
+  std::string problem;
+  for (const PortWay take : kPortWays) {
+    TakenPort taken = take(*system_, base_);
+    access_ = std::move(taken.access);
+    device_ = taken.device;
+    if (access_) return;
+    if (problem.empty()) problem = taken.problem;  // of the first way that knows such a port
+    if (!taken.othersMayTry) break;
   }
-  TakenPort taken = TakePpdev(*system_, *port);
-  if (Adopt(taken, port->Node())) return;
-  if (taken.outcome == Taking::NotOpened) {
-    // Only then: going past a driver that has the port would mix two masters' signals.
-    TakenPort direct = TakeIoPorts(*system_, base_);
-    if (Adopt(direct, kDirectAccess)) return;
-  }
-  TellNotTaken(*port, taken);
-}
-
-bool LinuxParallelPort::Adopt(TakenPort& taken, const std::string& device) {
-  access_ = std::move(taken.access);
-  device_ = device;
-  return access_ != nullptr;
+  report_(problem);
 }
 
 void LinuxParallelPort::GiveBack() {
@@ -82,28 +69,6 @@ void LinuxParallelPort::NoteFault(PortFault fault) {
   if (!fault || failed_) return;
   failed_ = true;
   report_(port_messages::AccessFailed(base_, device_, fault));
-}
-
-void LinuxParallelPort::TellNotTaken(const KnownPort& port, const TakenPort& taken) {
-  using namespace port_messages;
-  switch (taken.outcome) {
-    case Taking::Held:
-      return report_(Held(port, taken.holder));
-    case Taking::NotOpened:
-      return report_(
-          NodeNotOpened(port, taken.fault, system_->GroupOf(port.Node()), system_->IsRoot()));
-    default:
-      return report_(NotTaken(port, taken.fault));
-  }
-}
-
-void LinuxParallelPort::TellNoPort(const std::vector<KnownPort>& known, const TakenPort& direct) {
-  if (direct.fault.error == EPERM && system_->IsRoot()) {
-    std::string lockdown = system_->ReadText("/sys/kernel/security/lockdown");
-    lockdown = lockdown.substr(0, lockdown.find('\n'));
-    return report_(port_messages::DirectAccessRefusedToRoot(base_, known, lockdown));
-  }
-  report_(port_messages::NoSuchPort(base_, known, direct.fault));
 }
 
 std::unique_ptr<PortIo> SystemParallelPort(Problem report) {

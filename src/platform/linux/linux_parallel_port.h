@@ -1,13 +1,12 @@
-// The PC's parallel port on Linux. Finds out how to reach the address it is given: by the ppdev
-// driver, else by direct port access, else not at all, and tells the operator once when and why it
-// cannot. Knows nothing of boards and of the bus.
+// The PC's parallel port on Linux. Finds out how to reach the address it is given: by the first
+// of the ways that can, else not at all, and tells the operator once why it cannot. Knows nothing
+// of boards and of the bus.
 #pragma once
 
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "platform/linux/port_access.h"
 #include "platform/linux/port_system.h"
@@ -28,8 +27,6 @@ class LinuxParallelPort final : public PortIo {
 
  private:
   void TakePort();
-  /// True when the port was taken; `device` is what it goes through.
-  bool Adopt(TakenPort& taken, const std::string& device);
   void GiveBack();
 
   bool Usable() const { return access_ != nullptr && !failed_; }
@@ -37,8 +34,6 @@ class LinuxParallelPort final : public PortIo {
   /// The first fault is told, and ends the use of the port: what it answers from then on would be
   /// guesswork.
   void NoteFault(PortFault fault);
-  void TellNotTaken(const KnownPort& port, const TakenPort& taken);
-  void TellNoPort(const std::vector<KnownPort>& known, const TakenPort& direct);
 
   const std::unique_ptr<PortSystem> system_;
   const Problem report_;

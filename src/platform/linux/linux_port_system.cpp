@@ -2,11 +2,13 @@
 #include <grp.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <sys/time.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <filesystem>
 
 #include "platform/linux/port_system.h"
@@ -29,6 +31,32 @@ namespace {
 
 constexpr std::size_t kLargestText = 4096;  // bytes; a file of /proc/sys is at most a page
 
+/// While it lives, sleeping system calls of this process end with EINTR once the time has passed.
+class WakingTimer {
+ public:
+  explicit WakingTimer(std::uint32_t after_ms) {
+    struct sigaction wake {};
+    wake.sa_handler = [](int) {};  // without SA_RESTART, so that the call is not begun anew
+    sigaction(SIGALRM, &wake, &before_);
+    // Again and again: a first signal that comes just before the call sleeps would wake nobody.
+    const itimerval times{
+        .it_interval = {.tv_sec = 0, .tv_usec = 100'000},
+        .it_value = {.tv_sec = after_ms / 1000,
+                     .tv_usec = static_cast<suseconds_t>(after_ms % 1000) * 1000}};
+    setitimer(ITIMER_REAL, &times, nullptr);
+  }
+  ~WakingTimer() {
+    const itimerval never{};
+    setitimer(ITIMER_REAL, &never, nullptr);
+    sigaction(SIGALRM, &before_, nullptr);
+  }
+  WakingTimer(const WakingTimer&) = delete;
+  WakingTimer& operator=(const WakingTimer&) = delete;
+
+ private:
+  struct sigaction before_ {};
+};
+
 class RunningKernel final : public PortSystem {
  public:
   int Open(const std::string& path) override {
@@ -37,6 +65,11 @@ class RunningKernel final : public PortSystem {
   void Close(int descriptor) override { close(descriptor); }
   int Ioctl(int descriptor, unsigned long request, std::uint8_t* byte) override {
     return OrError(ioctl(descriptor, request, byte));
+  }
+
+  int IoctlWithin(int descriptor, unsigned long request, std::uint32_t longest_ms) override {
+    const WakingTimer timer(longest_ms);
+    return Ioctl(descriptor, request, nullptr);
   }
 
   int IoPerm(std::uint32_t first, std::uint32_t count, bool allow) override {

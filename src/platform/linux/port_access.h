@@ -1,11 +1,11 @@
-// A parallel port that was taken, and the two ways to take one. Knows nothing of the operator.
+// A parallel port that was taken, and the ways to take one.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
 
-#include "platform/linux/known_ports.h"
 #include "platform/linux/port_system.h"
 
 /// A system call that failed.
@@ -36,23 +36,24 @@ class PortAccess {
   virtual PortFault GiveBack() = 0;
 };
 
-enum class Taking {
-  Taken,
-  NotOpened,  // the kernel gives no access this way; `fault` says why
-  Held,       // another driver has the port; `holder` names it
-  Failed,     // opened, but a call failed; `fault` says which
-  Empty,      // no port answers at the address
-};
-
+/// What became of an attempt to take a port.
 struct TakenPort {
-  Taking outcome = Taking::Taken;
-  PortFault fault;
-  std::string holder;
-  std::unique_ptr<PortAccess> access;  // set when the outcome is `Taken`
+  std::unique_ptr<PortAccess> access = {};  // null: it was not taken
+  std::string device = {};                  // what a taken port goes through, for messages
+  std::string problem = {};  // for the operator; empty when this way knows no such port
+  /// Another way may be tried. Not past a driver that has the port: two masters' signals would mix.
+  bool othersMayTry = false;
 };
 
-/// By the kernel's ppdev driver. Never waits for a port that another driver holds.
-TakenPort TakePpdev(PortSystem& system, const KnownPort& port);
+/// One way to reach the port whose data register is at `base`. It tells nobody, and leaves nothing
+/// taken when it fails.
+using PortWay = TakenPort (*)(PortSystem& system, std::uint32_t base);
+
+/// By the kernel's ppdev driver. Waits at most two seconds for a port that another driver holds.
+TakenPort TakePpdev(PortSystem& system, std::uint32_t base);
 
 /// By in and out instructions on `base`..`base` + 2, past any driver.
 TakenPort TakeIoPorts(PortSystem& system, std::uint32_t base);
+
+/// In the order in which they are tried.
+inline constexpr std::array<PortWay, 2> kPortWays{TakePpdev, TakeIoPorts};

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/linux/known_ports.h"
 #include "platform/linux/port_access.h"
 
 namespace port_messages {

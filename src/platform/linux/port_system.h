@@ -19,6 +19,10 @@ class PortSystem {
   /// that carry nothing. 0, or minus errno.
   virtual int Ioctl(int descriptor, unsigned long request, std::uint8_t* byte) = 0;
 
+  /// The same for a request that carries nothing and may sleep: -EINTR once it has slept for
+  /// `longest_ms`.
+  virtual int IoctlWithin(int descriptor, unsigned long request, std::uint32_t longest_ms) = 0;
+
   /// Lets this thread use the I/O ports `first`..`first` + `count` - 1, or takes that right back.
   /// 0, or minus errno; -ENOSYS on machines without I/O ports.
   virtual int IoPerm(std::uint32_t first, std::uint32_t count, bool allow) = 0;

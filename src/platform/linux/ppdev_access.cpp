@@ -2,15 +2,23 @@
 #include <sys/ioctl.h>
 #include <sys/time.h>
 
+#include <algorithm>
 #include <cerrno>
 
+#include "platform/linux/known_ports.h"
 #include "platform/linux/port_access.h"
+#include "platform/linux/port_messages.h"
 
 namespace {
 
 /// The port's outputs in the control register. Bits 4 and 5 are the interrupt enable and the
 /// direction of the data lines: ppdev drops the first and turns the lines round for the second.
 constexpr std::uint8_t kControlOutputs = 0x0F;
+
+constexpr std::uint32_t kLongestClaim_ms = 2000;
+
+constexpr const char* kOpen = "open";
+constexpr const char* kClaim = "PPCLAIM";
 
 class PpdevAccess final : public PortAccess {
  public:
@@ -20,7 +28,8 @@ class PpdevAccess final : public PortAccess {
   PpdevAccess& operator=(const PpdevAccess&) = delete;
 
   /// With `exclusive` the claim never waits, and is refused with ENXIO when any other driver is
-  /// registered on the port, be it idle. Without it the claim sleeps while the port is held.
+  /// registered on the port, be it idle. Without it the claim waits while the port is held, and
+  /// ends with EINTR after two seconds.
   PortFault Claim(bool exclusive);
   /// Reads the registers that are put back later. Only a claimed port can be read.
   PortFault Save();
@@ -54,9 +63,9 @@ PortFault PpdevAccess::Claim(bool exclusive) {
   if (exclusive) {
     if (const PortFault fault = Call("PPEXCL", PPEXCL)) return fault;
   }
-  const PortFault fault = Call("PPCLAIM", PPCLAIM);
-  claimed_ = !fault;
-  return fault;
+  const int result = system_.IoctlWithin(descriptor_, PPCLAIM, kLongestClaim_ms);
+  claimed_ = result == 0;
+  return claimed_ ? PortFault{} : PortFault{kClaim, -result};
 }
 
 PortFault PpdevAccess::Save() {
@@ -82,36 +91,54 @@ PortFault PpdevAccess::GiveBack() {
   return first;
 }
 
-TakenPort Refused(Taking outcome, PortFault fault, std::string holder = {}) {
-  return {.outcome = outcome, .fault = fault, .holder = std::move(holder), .access = nullptr};
-}
+struct Attempt {
+  std::unique_ptr<PpdevAccess> access;  // null: `fault` says why
+  PortFault fault;
 
-/// One attempt on a descriptor of its own: a descriptor on which PPEXCL was given keeps asking for
-/// the port alone.
-TakenPort TakeOnce(PortSystem& system, const KnownPort& port, bool exclusive) {
+  bool Failed(const char* call) const { return !access && fault.call == call; }
+};
+
+/// On a descriptor of its own: one on which PPEXCL was given keeps asking for the port alone.
+Attempt TakeOnce(PortSystem& system, const KnownPort& port, bool exclusive) {
   const int descriptor = system.Open(port.Node());
-  if (descriptor < 0) return Refused(Taking::NotOpened, {"open", -descriptor});
+  if (descriptor < 0) return {.access = nullptr, .fault = {kOpen, -descriptor}};
   auto access = std::make_unique<PpdevAccess>(system, descriptor);
-  if (const PortFault fault = access->Claim(exclusive)) return Refused(Taking::Failed, fault);
-  if (const PortFault fault = access->Save()) return Refused(Taking::Failed, fault);
-  return {.outcome = Taking::Taken, .fault = {}, .holder = {}, .access = std::move(access)};
+  PortFault fault = access->Claim(exclusive);
+  if (!fault) fault = access->Save();
+  if (fault) access.reset();
+  return {.access = std::move(access), .fault = fault};
 }
 
 }  // namespace
 
-TakenPort TakePpdev(PortSystem& system, const KnownPort& port) {
-  if (auto holder = HolderOf(system, port); !holder.empty()) {
-    return Refused(Taking::Held, {}, std::move(holder));
-  }
-  TakenPort taken = TakeOnce(system, port, true);
-  if (taken.outcome != Taking::Failed || taken.fault.error != ENXIO) return taken;
+TakenPort TakePpdev(PortSystem& system, std::uint32_t base) {
+  const auto known = KnownPorts(system);
+  const auto port = std::find_if(known.begin(), known.end(),
+                                 [base](const KnownPort& each) { return each.base == base; });
+  if (port == known.end()) return {.othersMayTry = true};
+  const auto held = [&port](const std::string& by) {
+    return TakenPort{.problem = port_messages::Held(*port, by)};
+  };
+  const auto holder = HolderOf(system, *port);
+  if (holder && !holder->empty()) return held(*holder);
 
-  // Somebody else is registered; the shared claim would sleep if he has become active meanwhile.
-  if (auto holder = HolderOf(system, port); !holder.empty()) {
-    return Refused(Taking::Held, {}, std::move(holder));
+  Attempt attempt = TakeOnce(system, *port, true);
+  if (holder && attempt.Failed(kClaim) && attempt.fault.error == ENXIO) {
+    // Somebody else is registered. The shared claim waits if he has become active meanwhile.
+    const auto now = HolderOf(system, *port);
+    if (now && !now->empty()) return held(*now);
+    attempt = TakeOnce(system, *port, false);
   }
-  taken = TakeOnce(system, port, false);
-  if (taken.outcome != Taking::Failed || taken.fault.error != ENXIO) return taken;
-  return Refused(Taking::Held, taken.fault,
-                 DriversOn(system, port));  // one that shares with nobody
+  if (attempt.access) return {.access = std::move(attempt.access), .device = port->Node()};
+
+  const PortFault fault = attempt.fault;
+  if (attempt.Failed(kOpen)) {
+    return {.problem = port_messages::NodeNotOpened(*port, fault, system.GroupOf(port->Node()),
+                                                    system.IsRoot()),
+            .othersMayTry = true};
+  }
+  if (attempt.Failed(kClaim) && (fault.error == ENXIO || fault.error == EINTR)) {
+    return held(DriversOn(system, *port));
+  }
+  return {.problem = port_messages::NotTaken(*port, fault)};
 }

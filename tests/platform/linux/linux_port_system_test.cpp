@@ -15,6 +15,10 @@ TEST(LinuxPortSystem, FailuresAreNegativeErrorNumbers) {
   const auto system = LinuxPortSystem();
   EXPECT_EQ(system->Open(folder / "none"), -ENOENT);
   EXPECT_EQ(system->Ioctl(-1, PPCLAIM, nullptr), -EBADF);
+  EXPECT_EQ(system->IoctlWithin(-1, PPCLAIM, 1000), -EBADF);
+  itimerval left{};
+  getitimer(ITIMER_REAL, &left);
+  EXPECT_EQ(left.it_value.tv_sec + left.it_value.tv_usec, 0) << "the timer of the call goes on";
   EXPECT_LT(system->IoPerm(0xFFFF, 3, true), 0);  // beyond the last I/O port
 
   const int null = system->Open("/dev/null");

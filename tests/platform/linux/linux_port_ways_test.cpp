@@ -66,7 +66,6 @@ TEST_P(PortAt378, IsReachedOrTheOperatorIsTold) {
   GetParam().prepare(bench.kernel);
   bench.io->UsePort(0x378);
 
-  EXPECT_FALSE(bench.kernel.froze);
   EXPECT_EQ(WayOf(bench, 0x378), GetParam().way);
   if (GetParam().way != Way::Node) {
     EXPECT_FALSE(bench.kernel.open) << "a descriptor was left open";
@@ -79,6 +78,12 @@ INSTANTIATE_TEST_SUITE_P(
     Ways, PortAt378,
     testing::Values(Case{"free", [](FakeKernel&) {}, Way::Node, {}},
                     Case{"idleDriver", Fails("PPCLAIM", ENXIO, 1), Way::Node, {}},
+                    Case{"holderNotTold",
+                         [](FakeKernel& kernel) {
+                           kernel.texts["/proc/sys/dev/parport/parport0/devices/active"].clear();
+                         },
+                         Way::Node,
+                         {}},
                     Case{"otherPortFirst",
                          [](FakeKernel& kernel) {
                            kernel.folders.clear();
@@ -140,12 +145,24 @@ INSTANTIATE_TEST_SUITE_P(
              [](FakeKernel& kernel) { kernel.SetHolder("parport0", "lp"); },
              Way::None,
              {"/dev/parport0 (port 0x378) is held by another driver: lp."}},
-        Case{"holderNotTold",
+        Case{"holderNotToldAndNotAlone",
              [](FakeKernel& kernel) {
                kernel.texts["/proc/sys/dev/parport/parport0/devices/active"].clear();
+               kernel.failures["PPCLAIM"] = {ENXIO, 1};  // the shared claim would succeed
+               kernel.SetDrivers("parport0", {"active", "lp"});
              },
              Way::None,
-             {"an unknown driver"}},
+             {"held by another driver: lp."}},
+        Case{"becameActiveBeforeTheSharedClaim",
+             [](FakeKernel& kernel) {
+               kernel.failures["PPCLAIM"] = {ENXIO, 1};
+               kernel.SetDrivers("parport0", {"active", "lp"});
+               kernel.meanwhile = [&kernel, opened = 0](const std::string& call) mutable {
+                 if (call == "open" && ++opened == 2) kernel.SetHolder("parport0", "lp");
+               };
+             },
+             Way::None,
+             {"held by another driver: lp."}},
         Case{"driverThatSharesWithNobody",
              [](FakeKernel& kernel) {
                Fails("PPCLAIM", ENXIO)(kernel);
