@@ -34,6 +34,10 @@ void PrintLogic(const Medians& m) {
   const Median& simulated = m.Of("SimulatedProgram64KiB");
   Print({"Simulated port accesses", simulated.counters.at("accesses") / simulated.seconds / 1e6,
          "M/s", 20});
+  const Median& recorded = m.Of("RecordedBits");
+  const double accesses = recorded.counters.at("accesses");
+  Print({"Recording adds to a port access", recorded.seconds * 1e6 / accesses, "us"});
+  Print({"Recording of an access takes", recorded.counters.at("bytes") / accesses, "B"});
 }
 
 void PrintStart(const Medians& m, const std::string& platform) {

@@ -19,7 +19,7 @@
 /// it.
 class RecordingPort final : public PortIo {
  public:
-  /// A bound for the file too: about 100 MB. Programming 64 KiB takes 2.4 million accesses.
+  /// A bound for the file too: about 80 MB. Programming 64 KiB takes 2.4 million accesses.
   static constexpr std::uint64_t kMostAccesses = 3'000'000;
 
   /// Nanoseconds since some fixed moment.

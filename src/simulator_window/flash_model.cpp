@@ -7,7 +7,7 @@ namespace {
 
 const QColor kChanged(255, 224, 130);
 
-QString Hex(std::size_t value, int digits) {
+QString Hex(int value, int digits) {
   return QStringLiteral("%1").arg(value, digits, 16, QLatin1Char('0')).toUpper();
 }
 
@@ -36,8 +36,8 @@ int FlashModel::columnCount(const QModelIndex& parent) const {
 }
 
 std::size_t FlashModel::AddressOf(const QModelIndex& index) const {
-  return static_cast<std::size_t>(index.row()) * kBytesPerRow +
-         static_cast<std::size_t>(index.column());
+  const int address = index.row() * kBytesPerRow + index.column();
+  return static_cast<std::size_t>(address);
 }
 
 QVariant FlashModel::data(const QModelIndex& index, int role) const {
@@ -59,9 +59,8 @@ QVariant FlashModel::data(const QModelIndex& index, int role) const {
 
 QVariant FlashModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (role != Qt::DisplayRole) return {};
-  if (orientation == Qt::Vertical) return Hex(static_cast<std::size_t>(section) * kBytesPerRow, 4);
-  return section == kBytesPerRow ? QStringLiteral("Characters")
-                                 : Hex(static_cast<std::size_t>(section), 1);
+  if (orientation == Qt::Vertical) return Hex(section * kBytesPerRow, 4);
+  return section == kBytesPerRow ? QStringLiteral("Characters") : Hex(section, 1);
 }
 
 QString FlashModel::Characters(std::size_t first) const {
