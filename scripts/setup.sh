@@ -9,7 +9,7 @@ package_packages=(git cmark-gfm dpkg-dev file xz-utils)
 package_check_packages=(lintian desktop-file-utils appstream)
 try_packages=(mmdebstrap)
 windows_packages=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest wine64)
-windows_program_packages=(cmake ninja-build g++-mingw-w64-x86-64-posix qt6-base-dev dpkg-dev
+windows_program_packages=(git cmake ninja-build g++-mingw-w64-x86-64-posix qt6-base-dev dpkg-dev
   librsvg2-bin icoutils cmark-gfm zip)
 windows_try_packages=("${windows_packages[@]}" unzip xvfb xauth xdotool imagemagick fonts-liberation
   fonts-wqy-microhei)

@@ -32,6 +32,5 @@ class PortIo {
 /// The machine's own parallel port. It is taken at the first `UsePort` and given back, with its
 /// data and control registers as they were found, when it is left for another one and when the
 /// object ends. `report` is called at most once for each cause after each `UsePort`.
-/// On Windows a driver library reaches every port: none is taken or given back, and `report` is
-/// called at most once.
+/// On Windows a driver library reaches every port: none is taken or given back.
 std::unique_ptr<PortIo> SystemParallelPort(Problem report);

@@ -26,6 +26,15 @@ TEST(Files, WritingAtTheStartKeepsWhatFollows) {
   EXPECT_FALSE(WriteAtStart(folder / "new", std::array<std::uint8_t, 1>{'z'}));
 }
 
+TEST(Files, NamesMayHoldAnyLetter) {
+  const std::string name = "Prüfung 測試";
+  EXPECT_EQ(PathOf(name).u16string(), u"Prüfung 測試");
+  EXPECT_EQ(PathText(PathOf(name)), name);
+  const TempFolder folder;
+  EXPECT_TRUE(WriteAtStart(folder.Path() / PathOf(name), std::array<std::uint8_t, 1>{'z'}));
+  EXPECT_EQ(ReadFile(PathOf(PathText(folder.Path()) + "/" + name), 9).bytes, "z");
+}
+
 TEST(Directories, CutAtNul) {
   EXPECT_EQ(CutAtNul(std::string("C:\\Win\0junk", 11)), "C:\\Win");
   EXPECT_EQ(CutAtNul("plain"), "plain");

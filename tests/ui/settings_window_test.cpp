@@ -36,6 +36,21 @@ class SettingsWindowTest : public QObject {
     QCOMPARE(calibrations_, 0);  // the slider's own initial value
   }
 
+  void saysOnceThatAnAddressHoldsForThisRunOnly() {
+    std::filesystem::remove(desk_->folder / "config/chipport.log");
+    std::filesystem::create_directory(desk_->folder / "config/chipport.log");
+    Open();
+    for (const bool told : {false, true}) {
+      QString detail;
+      AnswerDialog<QMessageBox>([&detail](QMessageBox* box) {
+        detail = box->informativeText();
+        box->accept();
+      });
+      QTest::keyClick(Desk::Find<QLineEdit>("Form2", "Text3"), Qt::Key_Return);
+      QCOMPARE(detail.contains(QStringLiteral("holds for this run only")), !told);
+    }
+  }
+
   void appliesAnAddress_data() {
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("message");

@@ -36,6 +36,10 @@ Entry EntryPoint(void* library, const char* name) {
 
 }  // namespace
 
+void DlPortIo::UsePort(std::uint32_t /*base*/) {
+  if (library_ == nullptr) tried_ = false;
+}
+
 void DlPortIo::DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) {
   LoadOnce();
   if (write_ != nullptr) write_(port, value);
@@ -53,7 +57,9 @@ void DlPortIo::LoadOnce() {
   if (problem.empty()) return;
   Release();
   report_("The parallel port cannot be reached: the port driver library " + std::string(kLibrary) +
-          " " + problem + ". The program goes on without a port.");
+          " " + problem +
+          ". Put the 64-bit library beside isp-writer.exe, and then press \"Enter\" " +
+          "in the Setting window. Until then the program goes on without a port.");
 }
 
 std::string DlPortIo::Bind() {

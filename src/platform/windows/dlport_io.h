@@ -12,8 +12,8 @@
 /// as they are, one call for each access.
 ///
 /// When the library cannot be loaded or lacks an entry point, `report` is told so once, from within
-/// the first access. From then on there is no port: writes go nowhere, reads give nothing, and
-/// the library is let go.
+/// that access. From then on there is no port: writes go nowhere, reads give nothing, and the
+/// library is let go. `UsePort` gives it another chance.
 class DlPortIo final : public PortIo {
  public:
   explicit DlPortIo(Problem report) : report_(std::move(report)) {}
@@ -21,6 +21,7 @@ class DlPortIo final : public PortIo {
   DlPortIo(const DlPortIo&) = delete;
   DlPortIo& operator=(const DlPortIo&) = delete;
 
+  void UsePort(std::uint32_t base) override;
   void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) override;
   std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t port) override;
 

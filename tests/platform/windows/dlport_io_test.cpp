@@ -138,6 +138,24 @@ TEST(DlPortIo, WithoutAUsableLibraryThereIsNoPort) {
   EXPECT_FALSE(LibraryIsLoaded());
 }
 
+TEST(DlPortIo, LooksForTheLibraryAgainWhenThePortIsUsedAnew) {
+  const TempFolder folder;
+  Messages messages;
+  DlPortIo io(messages.Tell());
+  {
+    const SearchedFolder searched(folder.Path());
+    io.DlPortWritePortUchar(0x378, 0x7F);
+  }
+  Substitute driver("complete");
+  driver.TakeRecord();
+  io.DlPortWritePortUchar(0x378, 0x7E);
+  EXPECT_EQ(driver.TakeRecord(), "");
+  io.UsePort(0x378);
+  io.DlPortWritePortUchar(0x378, 0x7D);
+  EXPECT_EQ(driver.TakeRecord(), "378=7D ");
+  EXPECT_EQ(messages.texts.size(), 1U);
+}
+
 TEST(DlPortIo, UsesNoLibraryThatLacksAnEntryPoint) {
   struct Row {
     const char* substitute;
