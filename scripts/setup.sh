@@ -7,7 +7,7 @@ test_packages=(git libgtest-dev libgmock-dev clang-format clang-tidy sigrok-cli)
 # What turns a build into packages, and checks them.
 package_packages=(git cmark-gfm dpkg-dev file xz-utils)
 package_check_packages=(lintian desktop-file-utils appstream)
-try_packages=(mmdebstrap)
+try_packages=(mmdebstrap xvfb xauth openbox xdotool xclip imagemagick)
 windows_packages=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest wine64)
 windows_program_packages=(git cmake ninja-build g++-mingw-w64-x86-64-posix qt6-base-dev dpkg-dev
   librsvg2-bin icoutils cmark-gfm zip)
