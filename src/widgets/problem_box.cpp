@@ -7,9 +7,9 @@
 
 namespace {
 
-void ShowPortProblem(const std::string& message) {
-  auto* box = new QMessageBox(QMessageBox::Warning, QStringLiteral("Parallel port"),
-                              TextOf(message), QMessageBox::Ok);
+void ShowProblem(const std::string& message) {
+  auto* box = new QMessageBox(QMessageBox::Warning, QStringLiteral("isp-writer"), TextOf(message),
+                              QMessageBox::Ok);
   box->setObjectName(QStringLiteral("PortProblem"));
   box->setTextFormat(Qt::PlainText);
   box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
@@ -22,5 +22,5 @@ void ShowPortProblem(const std::string& message) {
 
 void PostProblem(const std::string& message) {
   QMetaObject::invokeMethod(
-      qApp, [message] { ShowPortProblem(message); }, Qt::QueuedConnection);
+      qApp, [message] { ShowProblem(message); }, Qt::QueuedConnection);
 }

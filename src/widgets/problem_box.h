@@ -1,4 +1,4 @@
-// Tells the operator that the parallel port cannot be used.
+// Tells the operator what cannot work, for instance the parallel port.
 #pragma once
 
 #include <string>
