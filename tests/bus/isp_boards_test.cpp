@@ -5,6 +5,7 @@
 #include <bit>
 
 #include "bus/port_address_file.h"
+#include "platform/files.h"
 #include "support/recording_port.h"
 #include "support/temp_folder.h"
 
