@@ -1,7 +1,9 @@
 #include "app/demo_session.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
+#include <QDialog>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -13,6 +15,7 @@
 
 #include "image/intel_hex.h"
 #include "platform/files.h"
+#include "ui/security_window.h"
 
 namespace {
 
@@ -35,13 +38,39 @@ DemoSession::DemoSession(simulator::SimulatedBoard& board, QWidget& launcher,
 bool DemoSession::Play() {
   // The session answers Qt's own file dialog, not the system's.
   QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+  QApplication::setCursorFlashTime(0);  // so that a screenshot does not depend on its moment
   QDir().mkpath(folder_);
   Picture(&launcher_, "launcher");
+  EnterSecurityCodes();
   ProgramVsk830();
+  LookAtSettings();
   ProgramVsk630();
   WriteRtd2120();
   Out() << (allHeld_ ? "The session went as it should." : "The session FAILED.") << Qt::endl;
   return allHeld_;
+}
+
+/// As at a first start, into a file of the session's own.
+void DemoSession::EnterSecurityCodes() {
+  const auto file = PathOf((folder_ + QStringLiteral("/security.cod")).toStdString());
+  Form3 window(file);
+  window.show();
+  Type(window, "Text1", "94");
+  Type(window, "Text2", "02");
+  Type(window, "Text3", "5A");
+  Type(window, "Text4", "A5");
+  Picture(&window, "security-check");
+  Press("Form3", "Command1");
+  Check(!window.isVisible() && ReadFile(file, 16).bytes == "\x94\x02\x5A\xA5",
+        QStringLiteral("the codes are kept, the window closes"));
+}
+
+/// The window opens with another speed than it shows, and so calibrates: this takes a second.
+void DemoSession::LookAtSettings() {
+  Window("Form1")->findChild<QAction*>(QStringLiteral("about"))->trigger();
+  Expect("Form2", "Text3", QStringLiteral("378"));
+  Picture(Window("Form2"), "settings");
+  Press("Form2", "Command1");
 }
 
 void DemoSession::ProgramVsk830() {
@@ -52,6 +81,11 @@ void DemoSession::ProgramVsk830() {
   Check(Shown("Form1", "Text5") != QLatin1String(""), QStringLiteral("\"S/W CRC\" is shown"));
   Press("Form1", "Option4");
   Expect("Form1", "Label2", QStringLiteral("isp mode is exist"));
+  Press("Form1", "Option10");
+  PressAndAgree("Form1", "Command4");
+  const QString page = Shown("Form1", "Text1");
+  Check(page.startsWith(QStringLiteral("this is 0  page (Load Hex File Code)\n0000    02 ")),
+        QStringLiteral("a page of the image is shown"));
   Picture(Window("Form1"), "image-loaded");
   Press("Form1", "Option8");
   Press("Form1", "Command4");
@@ -131,6 +165,18 @@ void DemoSession::Press(const char* window, const char* control) {
   Out() << window << ": press \"" << button->text() << '"' << Qt::endl;
   button->click();
   QApplication::processEvents();
+}
+
+void DemoSession::Type(QWidget& window, const char* control, const char* text) {
+  Out() << window.objectName() << ": type \"" << text << '"' << Qt::endl;
+  window.findChild<QLineEdit*>(QLatin1String(control))->setText(QLatin1String(text));
+}
+
+void DemoSession::PressAndAgree(const char* window, const char* control) {
+  QTimer::singleShot(0, qApp, [] {
+    if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) dialog->accept();
+  });
+  Press(window, control);
 }
 
 void DemoSession::LoadFile(const char* window, const char* button, const QString& file) {

@@ -18,6 +18,8 @@ class DemoSession {
   bool Play();
 
  private:
+  void EnterSecurityCodes();
+  void LookAtSettings();
   void ProgramVsk830();
   void ProgramVsk630();
   void WriteRtd2120();
@@ -27,6 +29,10 @@ class DemoSession {
   void Plug(const QString& chip);
   QWidget* Window(const char* name);
   void Press(const char* window, const char* control);
+  /// Types into a box of a window.
+  void Type(QWidget& window, const char* control, const char* text);
+  /// Presses a button that opens an input box, and takes the answer that it offers.
+  void PressAndAgree(const char* window, const char* control);
   /// Presses a button that opens the file dialog, and answers it.
   void LoadFile(const char* window, const char* button, const QString& file);
   QString Shown(const char* window, const char* control);
