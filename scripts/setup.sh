@@ -13,6 +13,7 @@ windows_program_packages=(git cmake ninja-build g++-mingw-w64-x86-64-posix qt6-b
   librsvg2-bin icoutils cmark-gfm zip)
 windows_try_packages=("${windows_packages[@]}" unzip xvfb xauth xdotool imagemagick fonts-liberation
   fonts-wqy-microhei)
+fuzz_packages=(cmake ninja-build clang libclang-rt-14-dev)
 bench_packages=(libbenchmark-dev libsrecord-dev libboost-dev xvfb xauth)
 
 say() { echo "== $*"; }

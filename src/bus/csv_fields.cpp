@@ -34,10 +34,15 @@ std::optional<std::string> CsvFields::Next() {
 }
 
 std::optional<std::int16_t> LeadingDecimal(std::string_view field) {
-  if (field.starts_with('+')) field.remove_prefix(1);
-  if (field.find_first_of("0123456789.") > 1) return 0;  // also keeps "inf" and "nan" out
+  constexpr std::string_view kBegins = "0123456789.";
+  if (field.starts_with('+')) {
+    field.remove_prefix(1);
+    if (field.find_first_of(kBegins) > 0) return 0;
+  }
+  if (field.find_first_of(kBegins) > 1) return 0;  // also keeps "inf" and "nan" out
   double value = 0;
-  std::from_chars(field.data(), field.data() + field.size(), value);
+  const auto read = std::from_chars(field.data(), field.data() + field.size(), value);
+  if (read.ec == std::errc::result_out_of_range) return std::nullopt;
   value = std::nearbyint(value);
   using Limits = std::numeric_limits<std::int16_t>;
   if (value < Limits::min() || value > Limits::max()) return std::nullopt;

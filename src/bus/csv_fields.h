@@ -23,7 +23,7 @@ class CsvFields {
 };
 
 /// The decimal number at the start of the field (0 when there is none), rounded to the nearest
-/// integer, halves to even. Nothing when it does not fit 16 bits.
+/// integer, halves to even. Nothing when it does not fit 16 bits, or is beyond what a double holds.
 std::optional<std::int16_t> LeadingDecimal(std::string_view field);
 
 /// The hexadecimal digits at the start of the field as a mask; 0 when there are none or when the
