@@ -69,6 +69,10 @@ bool IspOperations::ChipErase() {
   return erased;
 }
 
+void IspOperations::EraseAndShow(IspView& view) {
+  ShowResult(view, StatusLabel::Operation, ChipErase(), "Blank ok", "Blank fail");
+}
+
 // S C 30 page P, S A 00 00 P     the chip is busy erasing, so the follow-up is not acknowledged
 bool IspOperations::ErasePageRange(std::int32_t start, std::int32_t end, IspView& view) {
   if (end == 0) end = 0xFFFF;
@@ -178,7 +182,7 @@ void IspOperations::DoEraseAll(IspView& view) {
                        view)) {
     return;
   }
-  ShowResult(view, StatusLabel::Operation, ChipErase(), "Blank ok", "Blank fail");
+  EraseAndShow(view);
 }
 
 void IspOperations::DoPageErase(IspView& view) {
@@ -197,7 +201,7 @@ void IspOperations::DoProgram(IspView& view) {
       BeginsInIspMode("program:isp mode is exist", "program:isp mode is not exist", view);
   view.RepaintStatus(StatusLabel::IspMode);
   if (!inIspMode) return;
-  ShowResult(view, StatusLabel::Operation, ChipErase(), "Blank ok", "Blank fail");
+  EraseAndShow(view);
   view.RepaintStatus(StatusLabel::Operation);
   timing_.WaitMilliseconds(kEraseTime_ms);
   frames_.Send(frames_.CommandAddress(), {kResetCrc});

@@ -58,6 +58,7 @@ class IspOperations {
  private:
   bool BeginsInIspMode(std::string_view inMode, std::string_view outside, IspView& view) const;
   bool SendFollowUp();
+  void EraseAndShow(IspView& view);
   void WaitBitDelays(int count);
   /// True when every command and the last data frame were acknowledged.
   bool SendPages(const VskBank& bank, std::int32_t maximum, IspView& view);
