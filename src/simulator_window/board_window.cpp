@@ -6,7 +6,7 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
-#include "widgets/controls.h"
+#include "widgets/guarded.h"
 
 namespace simulator {
 namespace {

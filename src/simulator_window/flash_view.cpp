@@ -6,7 +6,7 @@
 #include <QVBoxLayout>
 
 #include "simulator_window/hex_spin_box.h"
-#include "widgets/controls.h"
+#include "widgets/guarded.h"
 
 namespace simulator {
 

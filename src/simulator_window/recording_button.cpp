@@ -7,7 +7,7 @@
 #include <system_error>
 
 #include "platform/files.h"
-#include "widgets/controls.h"
+#include "widgets/guarded.h"
 #include "widgets/dialogs.h"
 
 namespace simulator {

@@ -7,8 +7,21 @@
 #include "platform/files.h"
 #include "vsk/entry_parameters.h"
 #include "widgets/controls.h"
+#include "widgets/guarded.h"
+#include "widgets/screen_space.h"
 
-Main::Main(Tool& tool) : tool_(tool) {
+namespace {
+
+/// The samples stand in the program's folder, or came with the installation.
+FilePlaces PlacesOf(const Directories& directories) {
+  const auto own = directories.programFolder / "samples";
+  const auto delivered = directories.deliveredFolder / "samples";
+  return {directories.programFolder, std::filesystem::exists(own) ? own : delivered};
+}
+
+}  // namespace
+
+Main::Main(Tool& tool) : tool_(tool), places_(PlacesOf(tool.directories)) {
   setObjectName(QStringLiteral("Main"));
   setWindowTitle(QStringLiteral("Main"));
   FixClientArea(this, 3360, 4305);
@@ -17,26 +30,34 @@ Main::Main(Tool& tool) : tool_(tool) {
   tool_.timing.Calibrated = [this](std::int32_t tickPollCount) {
     if (form1_) form1_->ShowCalibration(tickPollCount);
   };
-  StartUp();
+  Form_Load();
 }
 
 Main::~Main() { tool_.timing.Calibrated = nullptr; }
 
 void Main::CreateButtons() {
   const auto addButton = [this](const char* name, const QString& caption, int topTwips,
-                                auto action) {
+                                void (Main::*handler)()) {
     QPushButton* button = AddButton(this, name, caption, {600, topTwips, 2175, 615});
-    connect(button, &QPushButton::clicked, this, Guarded(this, action));
+    connect(button, &QPushButton::clicked, this, Guarded(this, handler));
   };
   addButton("Command1", ModelOf(VskChip::Vsk830).name + QStringLiteral("V"), 480,
-            [this] { OpenVskWriter(VskChip::Vsk830); });
+            &Main::Command1_Click);
   addButton("Command2", ModelOf(VskChip::Vsk630).name + QStringLiteral("V"), 1440,
-            [this] { OpenVskWriter(VskChip::Vsk630); });
-  addButton("Command3", QStringLiteral("RTD2120"), 2400, [this] { OpenRtdWriter(); });
-  addButton("Command4", QStringLiteral("EXIT"), 3360, [] { QCoreApplication::exit(); });
+            &Main::Command2_Click);
+  addButton("Command3", QStringLiteral("RTD2120"), 2400, &Main::Command3_Click);
+  addButton("Command4", QStringLiteral("EXIT"), 3360, &Main::Command4_Click);
 }
 
-void Main::StartUp() {
+void Main::Command1_Click() { OpenVskWriter(VskChip::Vsk830); }
+
+void Main::Command2_Click() { OpenVskWriter(VskChip::Vsk630); }
+
+void Main::Command4_Click() { QCoreApplication::exit(); }
+
+void Main::Form_Unload() { QCoreApplication::exit(); }
+
+void Main::Form_Load() {
   const auto initial = tool_.directories.programFolder / "Initial";
   const auto turn = [] { QCoreApplication::processEvents(); };
   WriterState = OpenWriter::None;
@@ -74,6 +95,7 @@ void Main::check_file() {
   if (ReadFile(path, 1).bytes.empty()) {
     form3_ = std::make_unique<Form3>(path);
     form3_->move(geometry().topRight() + QPoint(24, 0));  // beside the launcher
+    MoveInsideScreen(*form3_);
     form3_->show();
   }
   fileop::ReadSecurityFile(path, tool_.frames.IspParams);
@@ -81,7 +103,7 @@ void Main::check_file() {
 
 void Main::CreateForm1() {
   form1_ = std::make_unique<Form1>(
-      tool_.vskWriter, tool_.isp, tool_.directories.programFolder, [this] { ShowSettings(); },
+      tool_.vskWriter, tool_.isp, places_, [this] { ShowSettings(); },
       [this] {
         WriterState = OpenWriter::None;
         form1_.release()->deleteLater();
@@ -98,11 +120,11 @@ void Main::OpenVskWriter(VskChip chip) {
   WriterState = OpenWriter::Vsk;
 }
 
-void Main::OpenRtdWriter() {
+void Main::Command3_Click() {
   if (WriterState == OpenWriter::Rtd2120) return;
   if (WriterState == OpenWriter::Vsk) form1_->close();
   rtdWrite_ = std::make_unique<RTD2120Write>(
-      tool_.rtdWriter, tool_.directories.programFolder, [this] { ShowSettings(); },
+      tool_.rtdWriter, places_, [this] { ShowSettings(); },
       [this] {
         WriterState = OpenWriter::None;
         rtdWrite_.release()->deleteLater();
@@ -123,5 +145,5 @@ void Main::ShowSettings() {
 
 void Main::closeEvent(QCloseEvent* event) {
   event->accept();
-  QCoreApplication::exit();
+  Form_Unload();
 }

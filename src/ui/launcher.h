@@ -27,16 +27,21 @@ class Main final : public QWidget {
 
  private:
   void CreateButtons();
-  void StartUp();
+  void Form_Load();
+  void Command1_Click();  // VSK830V
+  void Command2_Click();  // VSK630V
+  void Command3_Click();  // RTD2120
+  void Command4_Click();  // EXIT
+  void Form_Unload();
   void Init830And630();
   void InitRTD2120();
   void check_file();
   void CreateForm1();
   void OpenVskWriter(VskChip chip);
-  void OpenRtdWriter();
   void ShowSettings();
 
   Tool& tool_;
+  FilePlaces places_;
 
   std::unique_ptr<Form1> form1_;  // hidden from start-up until the launcher shows it
   std::unique_ptr<Form2> form2_;

@@ -5,11 +5,16 @@
 void PrintSurface::PrintLine(const QString& line) {
   if (lines_.size() * fontMetrics().height() >= height()) return;
   lines_ << line;
-  update();
+  Announce();
 }
 
 void PrintSurface::Clear() {
   lines_.clear();
+  Announce();
+}
+
+void PrintSurface::Announce() {
+  setAccessibleName(lines_.join(QLatin1Char('\n')));
   update();
 }
 

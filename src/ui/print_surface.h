@@ -1,4 +1,5 @@
-// A window's client area, on which lines of text can be printed behind the controls.
+// A window's client area, on which lines of text can be printed behind the controls. Its accessible
+// name is what is printed.
 #pragma once
 
 #include <QStringList>
@@ -19,5 +20,7 @@ class PrintSurface final : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  void Announce();
+
   QStringList lines_;  // at most as many as the surface can show
 };

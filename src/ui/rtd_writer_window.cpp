@@ -4,13 +4,14 @@
 #include <QScrollBar>
 
 #include "ui/run_picture.h"
+#include "widgets/live_text.h"
 
 using namespace tongxun2120;
 
-RTD2120Write::RTD2120Write(RtdWriter& writer, std::filesystem::path programFolder,
+RTD2120Write::RTD2120Write(RtdWriter& writer, FilePlaces& places,
                            std::function<void()> settingsAsked, std::function<void()> closed)
-    : WriterWindow("RTD2120Write", QStringLiteral("RTD2120Write"), 8400, 5475,
-                   std::move(programFolder), std::move(closed)),
+    : WriterWindow("RTD2120Write", QStringLiteral("RTD2120Write"), 8400, 5475, places,
+                   std::move(closed)),
       writer_(writer),
       settingsAsked_(std::move(settingsAsked)) {
   CreateMenu();
@@ -18,21 +19,75 @@ RTD2120Write::RTD2120Write(RtdWriter& writer, std::filesystem::path programFolde
   CreateStatus();
   CreateBankOptions();
   CreateOperationOptions();
-  QPushButton* run = AddButton(surface_, "Run", QStringLiteral("Run"), {6120, 4440, 2055, 855});
-  run->setIcon(RunPicture());
-  run->setIconSize(QSize(32, 32));
-  connect(run, &QPushButton::clicked, this, Guarded(this, [this] { writer_.Run(*this); }));
+  runButton_ = AddButton(surface_, "Run", QStringLiteral("Run"), {6120, 4440, 2055, 855});
+  runButton_->setIcon(RunPicture());
+  runButton_->setIconSize(QSize(32, 32));
   PreferMenuShortcuts(this);
+  ShowWholeOrScrolled(*this, surface_);
+  Connect();
+  Form_Load();
+}
 
+void RTD2120Write::Connect() {
+  OnChosen(about_, Guarded(this, &RTD2120Write::About_Click));
+  OnChosen(exit_, Guarded(this, &RTD2120Write::exit_Click));
+  firstBankOption_->OnSelected([this] { MainBank_Click(); });
+  secondBankOption_->OnSelected([this] { SecondBank_Click(); });
+  bothBanksOption_->OnSelected([this] { BothBank_Click(); });
+  automaticOption_->OnSelected([this] { AutoOp_Click(); });
+  eraseOption_->OnSelected([this] { EraseOp_Click(); });
+  connect(banks_[0].load, &QPushButton::clicked, this, Guarded(this, &RTD2120Write::Com64K_Click));
+  connect(banks_[1].load, &QPushButton::clicked, this,
+          Guarded(this, &RTD2120Write::Com64_96K_Click));
+  connect(runButton_, &QPushButton::clicked, this, Guarded(this, &RTD2120Write::Run_Click));
+}
+
+void RTD2120Write::Form_Load() {
   writer_.BankMode = RtdBankMode::First;
   writer_.OperateMode = RtdOperateMode::Automatic;
+}
+
+void RTD2120Write::MainBank_Click() { writer_.BankMode = RtdBankMode::First; }
+
+void RTD2120Write::SecondBank_Click() { writer_.BankMode = RtdBankMode::Second; }
+
+void RTD2120Write::BothBank_Click() { writer_.BankMode = RtdBankMode::Both; }
+
+void RTD2120Write::AutoOp_Click() { writer_.OperateMode = RtdOperateMode::Automatic; }
+
+void RTD2120Write::EraseOp_Click() { writer_.OperateMode = RtdOperateMode::EraseOnly; }
+
+void RTD2120Write::Com64K_Click() { Load(Bank::First); }
+
+void RTD2120Write::Com64_96K_Click() { Load(Bank::Second); }
+
+void RTD2120Write::About_Click() { settingsAsked_(); }
+
+void RTD2120Write::exit_Click() { close(); }
+
+void RTD2120Write::Run_Click() {
+  const Operation operation;
+  writer_.Run(*this);
+}
+
+void RTD2120Write::Load(Bank bank) {
+  const Operation operation;
+  writer_.Load(bank, *this);
+}
+
+std::function<void()> RTD2120Write::LoadCommandAt(QPoint place) {
+  for (const Bank bank : {Bank::First, Bank::Second}) {
+    const QRect box = banks_[static_cast<std::size_t>(bank)].file->geometry();
+    if (place.y() >= box.top() && place.y() <= box.bottom()) return [this, bank] { Load(bank); };
+  }
+  return nullptr;
 }
 
 void RTD2120Write::CreateMenu() {
   QMenu* help = menuBar()->addMenu(QStringLiteral("Help"));
   help->setObjectName(QStringLiteral("help"));
-  AddMenuItem(help, "About", QStringLiteral("&About"), "Ctrl+A", [this] { settingsAsked_(); });
-  AddMenuItem(help, "exit", QStringLiteral("&Exit"), "Ctrl+E", [this] { close(); });
+  about_ = AddMenuItem(help, "About", QStringLiteral("&About"), "Ctrl+A");
+  exit_ = AddMenuItem(help, "exit", QStringLiteral("&Exit"), "Ctrl+E");
 }
 
 void RTD2120Write::CreateBankRows() {
@@ -64,10 +119,10 @@ void RTD2120Write::CreateBankRows() {
     for (QLineEdit* box : {boxes.file, boxes.maximumAddress, boxes.checksum}) {
       box->setReadOnly(true);
     }
-    QPushButton* load =
+    boxes.load =
         AddButton(surface_, row.button, QLatin1String(row.caption), {6960, row.top, 1215, 375});
-    connect(load, &QPushButton::clicked, this,
-            Guarded(this, [this, bank] { writer_.Load(bank, *this); }));
+    boxes.load->setAccessibleDescription(
+        QStringLiteral("Loads a file into the buffer of bank %1").arg(index + 1));
   }
 }
 
@@ -82,39 +137,30 @@ void RTD2120Write::CreateStatus() {
 
 void RTD2120Write::CreateBankOptions() {
   QGroupBox* frame = AddFrame(surface_, "Frame1", QString(), {3960, 1800, 2055, 2415});
-  const auto addMode = [&](const char* name, const char* caption, const Twips& at,
-                           RtdBankMode mode) {
-    OptionButton* option = AddOption(frame, name, QLatin1String(caption), at);
-    option->setChecked(mode == RtdBankMode::First);
-    option->OnSelected([this, mode] { writer_.BankMode = mode; });
-  };
-  addMode("MainBank", "Main", {120, 360, 1575, 375}, RtdBankMode::First);
-  addMode("SecondBank", "Second", {120, 1080, 1695, 375}, RtdBankMode::Second);
-  addMode("BothBank", "Both", {120, 1680, 1575, 375}, RtdBankMode::Both);
+  frame->setAccessibleName(QStringLiteral("Banks"));
+  firstBankOption_ = AddOption(frame, "MainBank", QStringLiteral("Main"), {120, 360, 1575, 375});
+  secondBankOption_ =
+      AddOption(frame, "SecondBank", QStringLiteral("Second"), {120, 1080, 1695, 375});
+  bothBanksOption_ = AddOption(frame, "BothBank", QStringLiteral("Both"), {120, 1680, 1575, 375});
+  firstBankOption_->setChecked(true);
 }
 
 void RTD2120Write::CreateOperationOptions() {
   QGroupBox* frame = AddFrame(surface_, "Frame2", QString(), {6120, 1800, 2055, 2415});
-  const auto addMode = [&](const char* name, const char* caption, const Twips& at,
-                           RtdOperateMode mode) {
-    OptionButton* option = AddOption(frame, name, QLatin1String(caption), at);
-    option->setChecked(mode == RtdOperateMode::Automatic);
-    option->OnSelected([this, mode] { writer_.OperateMode = mode; });
-  };
-  addMode("AutoOp", "Auto", {240, 480, 1575, 375}, RtdOperateMode::Automatic);
-  addMode("EraseOp", "Erase", {240, 1680, 1575, 375}, RtdOperateMode::EraseOnly);
+  frame->setAccessibleName(QStringLiteral("Operation"));
+  automaticOption_ = AddOption(frame, "AutoOp", QStringLiteral("Auto"), {240, 480, 1575, 375});
+  eraseOption_ = AddOption(frame, "EraseOp", QStringLiteral("Erase"), {240, 1680, 1575, 375});
+  automaticOption_->setChecked(true);
 }
 
 void RTD2120Write::SetStatusText(const std::string& text) {
   statusText_ = text;
-  writeStatus_->setPlainText(TextOf(text));
+  ShowLiveText(writeStatus_, TextOf(text));
   writeStatus_->verticalScrollBar()->setValue(writeStatus_->verticalScrollBar()->maximum());
 }
 
 void RTD2120Write::SetStatusRed(bool red) {
-  QPalette palette = writeStatus_->palette();
-  palette.setColor(QPalette::Text, red ? QColor(255, 0, 0) : QColor(0, 0, 0));
-  writeStatus_->setPalette(palette);
+  ShowLiveColour(writeStatus_, QStringLiteral("Messages of the run"), red);
 }
 
 void RTD2120Write::RefreshStatus() { writeStatus_->viewport()->repaint(); }
@@ -123,7 +169,7 @@ void RTD2120Write::ShowMessage(std::string_view message) { ShowMessageBox(this, 
 
 void RTD2120Write::ShowBankRow(Bank bank, const RtdBankRow& row) {
   const BankBoxes& boxes = banks_[static_cast<std::size_t>(bank)];
-  boxes.file->setText(TextOf(row.file));
-  boxes.maximumAddress->setText(TextOf(row.maximumAddress));
-  boxes.checksum->setText(TextOf(row.checksum));
+  ShowLiveTextEnd(boxes.file, TextOf(row.file));
+  ShowLiveText(boxes.maximumAddress, TextOf(row.maximumAddress));
+  ShowLiveText(boxes.checksum, TextOf(row.checksum));
 }

@@ -3,7 +3,6 @@
 
 #include <QPlainTextEdit>
 #include <array>
-#include <filesystem>
 #include <functional>
 
 #include "rtd2120/rtd_load.h"
@@ -18,7 +17,7 @@ class RTD2120Write final : public WriterWindow<tongxun2120::RtdLoadView>,
                            private tongxun2120::RtdView {
  public:
   /// `settingsAsked`: the "About" entry was chosen. `closed`: the window is closing, by any means.
-  RTD2120Write(tongxun2120::RtdWriter& writer, std::filesystem::path programFolder,
+  RTD2120Write(tongxun2120::RtdWriter& writer, FilePlaces& places,
                std::function<void()> settingsAsked, std::function<void()> closed);
 
  private:
@@ -27,6 +26,21 @@ class RTD2120Write final : public WriterWindow<tongxun2120::RtdLoadView>,
   void CreateStatus();
   void CreateBankOptions();
   void CreateOperationOptions();
+  void Connect();
+  std::function<void()> LoadCommandAt(QPoint place) override;
+  void Load(tongxun2120::Bank bank);
+
+  void Form_Load();
+  void MainBank_Click();
+  void SecondBank_Click();
+  void BothBank_Click();
+  void AutoOp_Click();
+  void EraseOp_Click();
+  void Com64K_Click();
+  void Com64_96K_Click();
+  void Run_Click();
+  void About_Click();
+  void exit_Click();
 
   // RtdView
   std::string StatusText() const override { return statusText_; }
@@ -43,12 +57,21 @@ class RTD2120Write final : public WriterWindow<tongxun2120::RtdLoadView>,
     QLineEdit* file;
     QLineEdit* maximumAddress;
     QLineEdit* checksum;
+    QPushButton* load;
   };
 
   tongxun2120::RtdWriter& writer_;
   const std::function<void()> settingsAsked_;
 
   std::array<BankBoxes, 2> banks_{};
+  QAction* about_ = nullptr;
+  QAction* exit_ = nullptr;
+  OptionButton* firstBankOption_ = nullptr;
+  OptionButton* secondBankOption_ = nullptr;
+  OptionButton* bothBanksOption_ = nullptr;
+  OptionButton* automaticOption_ = nullptr;
+  OptionButton* eraseOption_ = nullptr;
+  QPushButton* runButton_ = nullptr;
   QPlainTextEdit* writeStatus_ = nullptr;
   std::string statusText_;  // with its CR LF line ends, which the box does not keep
 };

@@ -1,7 +1,10 @@
 #include "ui/security_window.h"
 
+#include <QShortcut>
+
 #include "vsk/entry_parameters.h"
 #include "widgets/dialogs.h"
+#include "widgets/guarded.h"
 
 namespace {
 
@@ -52,13 +55,24 @@ Form3::Form3(std::filesystem::path parameterFile) : parameterFile_(std::move(par
     AddLabel(this, "Label8", row.range, {kRangeLeft, top, 0, kBoxHeight});
   }
 
-  QPushButton* check = AddButton(this, "Command1", QStringLiteral("Check"), {1320, 4680});
-  QPushButton* exit = AddButton(this, "Command2", QStringLiteral("Exit"), {3360, 4680});
-  connect(check, &QPushButton::clicked, this, Guarded(this, [this] { Check(); }));
-  connect(exit, &QPushButton::clicked, this, Guarded(this, [this] { close(); }));
+  checkButton_ = AddButton(this, "Command1", QStringLiteral("Check"), {1320, 4680});
+  exitButton_ = AddButton(this, "Command2", QStringLiteral("Exit"), {3360, 4680});
+  Connect();
 }
 
-void Form3::Check() {
+void Form3::Connect() {
+  connect(checkButton_, &QPushButton::clicked, this, Guarded(this, &Form3::Command1_Click));
+  connect(exitButton_, &QPushButton::clicked, this, Guarded(this, &Form3::Command2_Click));
+  for (const QLineEdit* box : boxes_) {
+    connect(box, &QLineEdit::returnPressed, this, Guarded(this, &Form3::Command1_Click));
+  }
+  const auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
+  connect(escape, &QShortcut::activated, this, Guarded(this, &Form3::Command2_Click));
+}
+
+void Form3::Command2_Click() { close(); }
+
+void Form3::Command1_Click() {
   fileop::SecurityEntry entry{.address = boxes_[0]->text().toStdString(),
                               .count = boxes_[1]->text().toStdString(),
                               .codes = {}};

@@ -13,8 +13,12 @@ class Form3 final : public QWidget {
   explicit Form3(std::filesystem::path parameterFile);
 
  private:
-  void Check();
+  void Connect();
+  void Command1_Click();  // Check
+  void Command2_Click();  // Exit
 
   const std::filesystem::path parameterFile_;
+  QPushButton* checkButton_ = nullptr;
+  QPushButton* exitButton_ = nullptr;
   std::array<QLineEdit*, 6> boxes_{};  // address, count, codes 1..4
 };

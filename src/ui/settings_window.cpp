@@ -2,9 +2,12 @@
 
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QShortcut>
 
 #include "text/hex_text.h"
 #include "widgets/dialogs.h"
+#include "widgets/guarded.h"
+#include "widgets/operation.h"
 
 namespace {
 
@@ -35,8 +38,11 @@ Form2::Form2(IicPort& port, PortAddressFile& portAddress, tongxun::BusTiming& ti
   CreateHeading();
   CreateAddress();
   CreateSpeed();
+  Connect();
+  slider_->setValue(timing_.SpeedFactor);
+  speedFactor_->setText(QString::number(slider_->value()));
   ShowPortAddress();
-  text3_->setFocus();
+  portAddressBox_->setFocus();
 }
 
 void Form2::CreateHeading() {
@@ -51,25 +57,20 @@ void Form2::CreateHeading() {
 }
 
 void Form2::CreateAddress() {
-  QPushButton* enter = AddButton(this, "Enter", QStringLiteral("Enter"), {480, 3840, 1095, 375});
-  QPushButton* back = AddButton(this, "Command1", QStringLiteral("Back"), {2760, 3840, 1095, 375});
-  connect(enter, &QPushButton::clicked, this, Guarded(this, [this] {
-            if (ApplyPortAddress()) close();
-          }));
-  connect(back, &QPushButton::clicked, this, Guarded(this, [this] { close(); }));
+  enterButton_ = AddButton(this, "Enter", QStringLiteral("Enter"), {480, 3840, 1095, 375});
+  backButton_ = AddButton(this, "Command1", QStringLiteral("Back"), {2760, 3840, 1095, 375});
 
   const QString caption = QStringLiteral("PortAddress:");
   AddLabel(this, "PortAddress", caption, {360, 5640, 1080, 180});
-  text3_ = AddTextBox(this, "Text3", caption, {1680, 5520, 2655, 375});
-  text3_->setMaxLength(4);
-  text3_->installEventFilter(this);
+  portAddressBox_ = AddTextBox(this, "Text3", caption, {1680, 5520, 2655, 375});
+  portAddressBox_->setMaxLength(4);
 }
 
 void Form2::CreateSpeed() {
   const QString caption = QStringLiteral("Speed Adjust");
   AddLabel(this, "Speed", caption, {360, 4560, 1080, 180});
-  text2_ = AddTextBox(this, "Text2", caption, {2760, 4560, 1095, 270});
-  text2_->setReadOnly(true);
+  speedFactor_ = AddTextBox(this, "Text2", caption, {2760, 4560, 1095, 270});
+  speedFactor_->setReadOnly(true);
 
   slider_ = new QSlider(Qt::Horizontal, this);
   slider_->setObjectName(QStringLiteral("HScroll1"));
@@ -78,23 +79,38 @@ void Form2::CreateSpeed() {
   slider_->setPageStep(1);
   slider_->setValue(kInitialSpeed);
   Place(slider_, {360, 4920, 3975, 255});
-  connect(slider_, &QSlider::valueChanged, this,
-          Guarded(this, [this] { ChangeSpeed(slider_->value()); }));
-  slider_->setValue(timing_.SpeedFactor);
-  text2_->setText(QString::number(slider_->value()));
 }
 
-void Form2::ChangeSpeed(int speedFactor) {
-  text2_->setText(QString::number(speedFactor));
+void Form2::Connect() {
+  connect(enterButton_, &QPushButton::clicked, this, Guarded(this, &Form2::Enter_Click));
+  connect(backButton_, &QPushButton::clicked, this, Guarded(this, &Form2::Command1_Click));
+  connect(slider_, &QSlider::valueChanged, this, Guarded(this, &Form2::HScroll1_Change));
+  const auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
+  connect(escape, &QShortcut::activated, this, Guarded(this, &Form2::Command1_Click));
+  portAddressBox_->installEventFilter(this);
+}
+
+void Form2::Enter_Click() {
+  if (ApplyPortAddress()) close();
+}
+
+void Form2::Command1_Click() { close(); }
+
+void Form2::Text3_KeyUp() { ApplyPortAddress(); }
+
+void Form2::HScroll1_Change() {
+  const Operation operation;
+  const int speedFactor = slider_->value();
+  speedFactor_->setText(QString::number(speedFactor));
   timing_.SpeedFactor = static_cast<std::int16_t>(speedFactor);
   timing_.CalibrateSpeed();
 }
 
-void Form2::ShowPortAddress() { text3_->setText(TextOf(HexText(port_.PortBase))); }
+void Form2::ShowPortAddress() { portAddressBox_->setText(TextOf(HexText(port_.PortBase))); }
 
 bool Form2::ApplyPortAddress() {
   // At most four characters, so at most 0xFFFF.
-  const auto address = WholeHex(text3_->text().trimmed().toStdString());
+  const auto address = WholeHex(portAddressBox_->text().trimmed().toStdString());
   if (!address) {
     ShowPortAddress();
     ShowMessageBox(this, "please input HEX number:(0000-FFFF)");
@@ -120,12 +136,16 @@ bool Form2::eventFilter(QObject* watched, QEvent* event) {
   // closed a message box arrives here too.
   const bool released = event->type() == QEvent::KeyRelease && enterPressed_;
   enterPressed_ = event->type() == QEvent::KeyPress;
-  if (released) Guarded(this, [this] { ApplyPortAddress(); })();
+  if (released) Guarded(this, &Form2::Text3_KeyUp)();
   return true;
 }
 
 void Form2::closeEvent(QCloseEvent* event) {
   event->accept();
+  Form_Unload();
+}
+
+void Form2::Form_Unload() {
   if (std::exchange(closing_, true)) return;  // requests queue up while a calibration runs
   setEnabled(false);
   closed_();

@@ -26,7 +26,14 @@ class Form2 final : public QWidget {
   void CreateHeading();
   void CreateSpeed();
   void CreateAddress();
-  void ChangeSpeed(int speedFactor);
+  void Connect();
+
+  void Enter_Click();
+  void Command1_Click();  // Back
+  void HScroll1_Change();
+  void Text3_KeyUp();  // Enter released
+  void Form_Unload();
+
   /// Takes over and saves the address in the text box. False when it is no address.
   bool ApplyPortAddress();
   void ShowPortAddress();
@@ -36,8 +43,10 @@ class Form2 final : public QWidget {
   tongxun::BusTiming& timing_;
   const std::function<void()> closed_;
 
-  QLineEdit* text2_ = nullptr;  // speed factor
-  QLineEdit* text3_ = nullptr;  // port address
+  QPushButton* enterButton_ = nullptr;
+  QPushButton* backButton_ = nullptr;
+  QLineEdit* speedFactor_ = nullptr;
+  QLineEdit* portAddressBox_ = nullptr;
   QSlider* slider_ = nullptr;
   bool closing_ = false;
   bool enterPressed_ = false;  // in the address box, not yet released

@@ -1,36 +1,40 @@
 // What the operations and load commands show in and ask of the VSK writer window.
 #include "ui/vsk_writer_window.h"
+#include "widgets/live_text.h"
 
 QLabel* Form1::StatusControl(StatusLabel label) const {
-  return label == StatusLabel::IspMode ? label2_ : label3_;
+  return label == StatusLabel::IspMode ? ispModeStatus_ : operationStatus_;
 }
 
 void Form1::SetStatusColour(StatusLabel label, StatusColour colour) {
-  QPalette palette = StatusControl(label)->palette();
-  palette.setColor(QPalette::WindowText,
-                   colour == StatusColour::Red ? QColor(255, 0, 0) : QColor(0, 0, 0));
-  StatusControl(label)->setPalette(palette);
+  const QString description = label == StatusLabel::IspMode ? QStringLiteral("Isp Mode Status")
+                                                            : QStringLiteral("Isp Operate Status");
+  ShowLiveColour(StatusControl(label), description, colour == StatusColour::Red);
 }
 
 void Form1::SetStatusText(StatusLabel label, std::string_view text) {
-  StatusControl(label)->setText(TextOf(text));
+  ShowLiveText(StatusControl(label), TextOf(text));
 }
 
 void Form1::RepaintStatus(StatusLabel label) { StatusControl(label)->repaint(); }
 
-void Form1::ShowData(std::string_view text) { text1_->setPlainText(TextOf(text)); }
-
-void Form1::ShowHardwareCrc(std::string_view text) { text6_->setText(TextOf(text)); }
-
-void Form1::SelectQuitOption() { option5_->setChecked(true); }
-
-void Form1::DeselectQuitOption() {
-  option5_->setAutoExclusive(false);  // the group must be able to have no selection
-  option5_->setChecked(false);
-  option5_->setAutoExclusive(true);
+void Form1::ShowData(std::string_view text) {
+  constexpr std::string_view kLineEnd = "\r\n";
+  if (text.ends_with(kLineEnd)) text.remove_suffix(kLineEnd.size());  // it would be an empty line
+  ShowLiveText(dataDisplay_, TextOf(text));
 }
 
-bool Form1::PageReadSelected() const { return option9_->isChecked(); }
+void Form1::ShowHardwareCrc(std::string_view text) { ShowLiveText(hardwareCrc_, TextOf(text)); }
+
+void Form1::SelectQuitOption() { quitOption_->setChecked(true); }
+
+void Form1::DeselectQuitOption() {
+  quitOption_->setAutoExclusive(false);  // the group must be able to have no selection
+  quitOption_->setChecked(false);
+  quitOption_->setAutoExclusive(true);
+}
+
+bool Form1::PageReadSelected() const { return pageReadOption_->isChecked(); }
 
 std::string Form1::AskText(std::string_view prompt, std::string_view title,
                            std::string_view answer) {
@@ -41,10 +45,12 @@ void Form1::ShowMessage(std::string_view message) { ShowMessageBox(this, message
 
 bool Form1::Confirm(std::string_view message) { return ShowQuestionBox(this, message); }
 
-void Form1::ShowFileName(std::string_view text) { text2_->setText(TextOf(text)); }
+void Form1::ShowFileName(std::string_view text) { ShowLiveTextEnd(fileName_, TextOf(text)); }
 
-void Form1::ShowMaximumAddress(std::string_view text) { text4_->setText(TextOf(text)); }
+void Form1::ShowMaximumAddress(std::string_view text) {
+  ShowLiveText(maximumAddress_, TextOf(text));
+}
 
-void Form1::ShowChecksum(std::string_view text) { text3_->setText(TextOf(text)); }
+void Form1::ShowChecksum(std::string_view text) { ShowLiveText(checksum_, TextOf(text)); }
 
-void Form1::ShowSoftwareCrc(std::string_view text) { text5_->setText(TextOf(text)); }
+void Form1::ShowSoftwareCrc(std::string_view text) { ShowLiveText(softwareCrc_, TextOf(text)); }

@@ -3,7 +3,6 @@
 
 #include <QPlainTextEdit>
 #include <array>
-#include <filesystem>
 #include <functional>
 
 #include "ui/writer_window.h"
@@ -17,7 +16,7 @@
 class Form1 final : public WriterWindow<VskLoadView>, private IspView {
  public:
   /// `settingsAsked`: the "About" entry was chosen. `closed`: the window is closing, by any means.
-  Form1(VskWriter& writer, IspOperations& isp, std::filesystem::path programFolder,
+  Form1(VskWriter& writer, IspOperations& isp, FilePlaces& places,
         std::function<void()> settingsAsked, std::function<void()> closed);
 
   /// Shows a calibration count in the data display.
@@ -35,9 +34,29 @@ class Form1 final : public WriterWindow<VskLoadView>, private IspView {
   void CreateChipOptions(QWidget* client);
   void CreateImageBoxes(QWidget* client);
   void CreateIspMode(QWidget* client);
-  void LoadFile();
-  void ExitChosen();
+  void Connect();
+  std::function<void()> LoadCommandAt(QPoint place) override;
+  void RunFromMenu(IspOperation operation);
   QLabel* StatusControl(StatusLabel label) const;
+
+  void Command1_Click();  // Load File
+  void Command4_Click();  // Run
+  void Option1_Click();   // VSK830
+  void Option2_Click();   // VSK630
+  void Option4_Click();   // go to isp mode
+  void Option5_Click();   // quit isp mode
+  void Option6_Click();   // Page Erase
+  void Option7_Click();   // Erase All
+  void Option8_Click();   // Program
+  void Option9_Click();   // Page Read
+  void Option10_Click();  // Page Load
+  void Lnf_Click();       // Load Normal File
+  void Exit_Click();
+  void Blank_Entire_Click();
+  void Program_Click();
+  void about_Click();
+  /// `step`: Page Down or Page Up.
+  void Text1_KeyDown(IspOperation step);
 
   // IspView
   void ShowData(std::string_view text) override;
@@ -64,15 +83,28 @@ class Form1 final : public WriterWindow<VskLoadView>, private IspView {
   IspOperations& isp_;
   const std::function<void()> settingsAsked_;
 
+  QAction* loadCompressed_ = nullptr;
+  QAction* loadNormal_ = nullptr;
+  QAction* exit_ = nullptr;
+  QAction* eraseAll_ = nullptr;
+  QAction* program_ = nullptr;
+  QAction* about_ = nullptr;
+  QPushButton* loadButton_ = nullptr;
+  QPushButton* runButton_ = nullptr;
   std::array<OptionButton*, kVskModels.size()> chips_{};  // by `VskChip`
-  OptionButton* option5_ = nullptr;                       // quit isp mode
-  OptionButton* option9_ = nullptr;                       // Page Read
-  QPlainTextEdit* text1_ = nullptr;                       // data display
-  QLineEdit* text2_ = nullptr;                            // MCU File
-  QLineEdit* text3_ = nullptr;                            // CheckSum
-  QLineEdit* text4_ = nullptr;                            // MaxAddress
-  QLineEdit* text5_ = nullptr;                            // S/W CRC
-  QLineEdit* text6_ = nullptr;                            // H/W CRC
-  QLabel* label2_ = nullptr;                              // ISP mode status
-  QLabel* label3_ = nullptr;                              // operation status
+  OptionButton* pageEraseOption_ = nullptr;
+  OptionButton* eraseAllOption_ = nullptr;
+  OptionButton* programOption_ = nullptr;
+  OptionButton* pageReadOption_ = nullptr;
+  OptionButton* pageLoadOption_ = nullptr;
+  OptionButton* enterOption_ = nullptr;
+  OptionButton* quitOption_ = nullptr;
+  QPlainTextEdit* dataDisplay_ = nullptr;
+  QLineEdit* fileName_ = nullptr;
+  QLineEdit* maximumAddress_ = nullptr;
+  QLineEdit* checksum_ = nullptr;
+  QLineEdit* softwareCrc_ = nullptr;
+  QLineEdit* hardwareCrc_ = nullptr;
+  QLabel* ispModeStatus_ = nullptr;
+  QLabel* operationStatus_ = nullptr;
 };

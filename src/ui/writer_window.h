@@ -1,12 +1,14 @@
-// What the two writer windows share: a client area of fixed size, the file dialog of the load
-// commands, and a closing that happens once.
+// What the two writer windows share: a client area of fixed size, the files for the load commands,
+// from the file dialog or dropped, and a closing that happens once.
 #pragma once
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QLayout>
+#include <QDir>
+#include <QDropEvent>
 #include <QMainWindow>
-#include <filesystem>
+#include <QMimeData>
+#include <QUrl>
 #include <functional>
 #include <string>
 #include <utility>
@@ -14,38 +16,57 @@
 #include "ui/print_surface.h"
 #include "widgets/controls.h"
 #include "widgets/dialogs.h"
+#include "widgets/guarded.h"
+#include "widgets/operation.h"
+#include "widgets/screen_space.h"
 
 /// `LoadView`: the view of the window's load commands, a `FileView`.
 template <typename LoadView>
 class WriterWindow : public QMainWindow, protected LoadView {
  public:
-  /// `programFolder`: where the file dialog begins. `closed`: the window is closing, by any means.
+  /// `closed`: the window is closing, by any means.
   WriterWindow(const char* name, const QString& title, int widthTwips, int heightTwips,
-               std::filesystem::path programFolder, std::function<void()> closed)
-      : surface_(new PrintSurface(this)),
-        programFolder_(std::move(programFolder)),
-        closed_(std::move(closed)) {
+               FilePlaces& places, std::function<void()> closed)
+      : surface_(new PrintSurface(this)), places_(places), closed_(std::move(closed)) {
     setObjectName(QLatin1String(name));
     setWindowTitle(title);
+    setAcceptDrops(true);
     FixClientArea(surface_, widthTwips, heightTwips);
-    setCentralWidget(surface_);
-    layout()->setSizeConstraint(QLayout::SetFixedSize);
   }
 
  protected:
   PrintSurface* const surface_;  // the client area
 
-  /// Clicks and close requests that queued up while an operation held the thread find the window
+  /// The load command for a file that is dropped there, in coordinates of the client area; none
+  /// where nothing can be dropped.
+  virtual std::function<void()> LoadCommandAt(QPoint place) = 0;
+
+  /// By any means. Close requests that queued up while an operation held the thread find the window
   /// closing already, and do nothing.
-  void closeEvent(QCloseEvent* event) override {
-    event->accept();
+  void Form_Unload() {
     if (std::exchange(closing_, true)) return;
     setEnabled(false);
     closed_();
   }
 
+  void closeEvent(QCloseEvent* event) override {
+    event->accept();
+    Form_Unload();
+  }
+
+  void dragEnterEvent(QDragEnterEvent* event) override { TakeIfFile(event); }
+  void dragMoveEvent(QDragMoveEvent* event) override { TakeIfFile(event); }
+  void dropEvent(QDropEvent* event) override {
+    if (!TakeIfFile(event)) return;
+    dropped_ = QDir::toNativeSeparators(event->mimeData()->urls().first().toLocalFile());
+    Guarded(this, CommandFor(event))();
+    dropped_.clear();
+  }
+
+  /// The file that was dropped, else the operator's choice.
   std::string ChooseFile(std::string_view filters) override {
-    return ShowFileDialog(this, programFolder_, filters);
+    if (!dropped_.isEmpty()) return dropped_.toStdString();
+    return ShowFileDialog(this, places_, filters);
   }
   void Beep() override { QApplication::beep(); }
   void ShowMessage(std::string_view message, std::string_view detail) override {
@@ -55,7 +76,21 @@ class WriterWindow : public QMainWindow, protected LoadView {
   void ClearPrintedLines() override { surface_->Clear(); }
 
  private:
-  const std::filesystem::path programFolder_;
+  std::function<void()> CommandFor(const QDropEvent* event) {
+    return LoadCommandAt(surface_->mapFrom(this, event->position().toPoint()));
+  }
+  bool TakeIfFile(QDropEvent* event) {
+    const QList<QUrl> urls = event->mimeData()->urls();
+    const bool oneFile = urls.size() == 1 && urls.first().isLocalFile();
+    const bool taken = oneFile && CommandFor(event) != nullptr;
+    event->setAccepted(taken);
+    if (!taken) return false;
+    event->setDropAction(Qt::CopyAction);
+    return true;
+  }
+
+  FilePlaces& places_;
   const std::function<void()> closed_;
+  QString dropped_;  // while its load command runs
   bool closing_ = false;
 };

@@ -1,5 +1,7 @@
 #include "widgets/controls.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QAction>
 #include <QApplication>
 #include <QDir>
@@ -9,6 +11,9 @@
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QProxyStyle>
+#include <algorithm>
+
+#include "widgets/guarded.h"
 
 namespace {
 
@@ -32,10 +37,10 @@ class Frame final : public QGroupBox {
     constexpr int kIndent = 10;
     constexpr int kGap = 3;  // between the line and the caption
     const bool hasCaption = !title().isEmpty();
-    const QRect border = rect().adjusted(0, hasCaption ? 7 : 0, -1, -1);
     QPainter painter(this);
     painter.setPen(palette().color(QPalette::Mid));
-    painter.drawRect(border);
+    // Half a pixel inside, so that all of the line is painted on a screen of fractional scale too.
+    painter.drawRect(QRectF(rect()).adjusted(0.5, hasCaption ? 7.5 : 0.5, -0.5, -0.5));
     if (!hasCaption) return;
     const QRect caption(kIndent, 0, fontMetrics().horizontalAdvance(title()),
                         fontMetrics().height());
@@ -87,6 +92,25 @@ class MenuShortcutFilter : public QObject {
   QWidget* window_;
 };
 
+/// The selected option of the frame is where the Tab key stops; the first one while none is.
+void SetTabStop(QWidget* frame) {
+  const QList<QRadioButton*> options = frame->findChildren<QRadioButton*>();
+  const auto selected = std::find_if(options.begin(), options.end(),
+                                     [](auto* option) { return option->isChecked(); });
+  const QRadioButton* stop = selected != options.end() ? *selected : options.value(0);
+  for (QRadioButton* option : options) {
+    option->setFocusPolicy(option == stop ? Qt::StrongFocus : Qt::ClickFocus);
+  }
+}
+
+/// A window that is a plain widget is a window to a screen reader too, not a mere filling.
+QAccessibleInterface* WindowInterface(const QString& className, QObject* object) {
+  auto* widget = qobject_cast<QWidget*>(object);
+  const bool plainWindow =
+      widget != nullptr && widget->isWindow() && className == QLatin1String("QWidget");
+  return plainWindow ? new QAccessibleWidget(widget, QAccessible::Window) : nullptr;
+}
+
 /// One picture a size, so that none is scaled.
 QIcon ProgramIcon() {
   QIcon icon;
@@ -107,6 +131,11 @@ void Place(QWidget* control, const Twips& at) {
 
 void FixClientArea(QWidget* client, int widthTwips, int heightTwips) {
   client->setFixedSize(PixelsOf(widthTwips), PixelsOf(heightTwips));
+}
+
+OptionButton::OptionButton(const QString& caption, QWidget* frame) : QRadioButton(caption, frame) {
+  SetTabStop(frame);
+  connect(this, &QRadioButton::toggled, this, [frame] { SetTabStop(frame); });
 }
 
 void OptionButton::OnSelected(const std::function<void()>& action) {
@@ -144,21 +173,17 @@ QLineEdit* AddTextBox(QWidget* parent, const char* name, const QString& accessib
   return Named(new QLineEdit(parent), name, accessibleName, at);
 }
 
-QAction* AddMenuItem(QMenu* menu, const char* name, const QString& caption, const char* shortcut,
-                     const std::function<void()>& action) {
+QAction* AddMenuItem(QMenu* menu, const char* name, const QString& caption, const char* shortcut) {
   QAction* item = menu->addAction(caption);
   item->setObjectName(QLatin1String(name));
   item->setShortcut(QKeySequence(QLatin1String(shortcut)));
-  item->setEnabled(action != nullptr);
-  if (action == nullptr) return item;
-  QWidget* window = menu;
-  while (window->parentWidget() != nullptr) window = window->parentWidget();
-  QObject::connect(item, &QAction::triggered, window, Guarded(window, action));
+  item->setEnabled(false);
   return item;
 }
 
-void ReportFailure(QWidget* window, const char* reason) {
-  QMessageBox::critical(window, QStringLiteral("isp-writer"), QString::fromUtf8(reason));
+void OnChosen(QAction* item, const std::function<void()>& action) {
+  QObject::connect(item, &QAction::triggered, item, [action] { action(); });
+  item->setEnabled(true);
 }
 
 void PreferMenuShortcuts(QWidget* window) {
@@ -169,11 +194,17 @@ void PreferMenuShortcuts(QWidget* window) {
 }
 
 void ApplyApplicationStyle() {
+  QAccessible::installFactory(WindowInterface);
   QApplication::setWindowIcon(ProgramIcon());
   QApplication::setStyle(new ToolStyle);
   QApplication::setPalette(QApplication::style()->standardPalette());
   QFont font;
-  font.setFamilies({QStringLiteral("Liberation Sans"), QStringLiteral("Arial")});
+  // The last ones hold the full-width characters of some captions.
+  font.setFamilies({QStringLiteral("Liberation Sans"), QStringLiteral("Arial"),
+                    QStringLiteral("DejaVu Sans"), QStringLiteral("Noto Sans"),
+                    QStringLiteral("Segoe UI"), QStringLiteral("Microsoft YaHei"),
+                    QStringLiteral("SimSun"), QStringLiteral("WenQuanYi Micro Hei")});
+  font.setStyleHint(QFont::SansSerif);
   font.setPixelSize(kFontPixels);
   QApplication::setFont(font);
 }

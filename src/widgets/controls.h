@@ -4,10 +4,8 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
-#include <exception>
 #include <functional>
 
 /// A place in twips: 1/1440 inch, 15 to a logical pixel. A width or height of 0 is taken from the
@@ -26,10 +24,10 @@ void Place(QWidget* control, const Twips& at);
 void FixClientArea(QWidget* client, int widthTwips, int heightTwips);
 
 /// An option that runs its action whenever it becomes selected, and at every click of the operator
-/// even when it is selected already.
+/// even when it is selected already. The Tab key enters its frame at the selected option.
 class OptionButton : public QRadioButton {
  public:
-  OptionButton(const QString& caption, QWidget* frame) : QRadioButton(caption, frame) {}
+  OptionButton(const QString& caption, QWidget* frame);
   void OnSelected(const std::function<void()>& action);
 
  private:
@@ -48,26 +46,11 @@ QLineEdit* AddTextBox(QWidget* parent, const char* name, const QString& accessib
 class QAction;
 class QMenu;
 
-/// Adds an entry to a menu. Without an action it is unavailable: greyed.
+/// Adds an entry to a menu: unavailable, greyed, until it is given an action.
 QAction* AddMenuItem(QMenu* menu, const char* name, const QString& caption,
-                     const char* shortcut = "", const std::function<void()>& action = nullptr);
-
-/// Tells the operator why an action ended; the program goes on.
-void ReportFailure(QWidget* window, const char* reason);
-
-/// Wraps an event handler so that nothing is thrown out of it.
-template <typename Handler>
-auto Guarded(QWidget* window, Handler handler) {
-  return [window, handler]() {
-    try {
-      handler();
-    } catch (const std::exception& failure) {
-      ReportFailure(window, failure.what());
-    } catch (...) {
-      ReportFailure(window, "unknown error");
-    }
-  };
-}
+                     const char* shortcut = "");
+/// Gives the entry its action.
+void OnChosen(QAction* item, const std::function<void()>& action);
 
 /// Lets the menu shortcuts win over the editing keys of the window's text boxes, for instance
 /// Ctrl+A and Ctrl+X.

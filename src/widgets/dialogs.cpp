@@ -2,27 +2,61 @@
 
 #include <QDir>
 #include <QFileDialog>
+#include <QGridLayout>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QUrl>
 
 #include "platform/files.h"
+#include "widgets/operation.h"
 
 QString TextOf(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-void ShowMessageBox(QWidget* window, std::string_view message, std::string_view detail) {
-  QMessageBox box(QMessageBox::NoIcon, QStringLiteral("isp-writer"), TextOf(message),
-                  QMessageBox::Ok, window);
+namespace {
+
+/// Plain text that can be selected and copied.
+void MakeReadable(QMessageBox& box) {
   box.setTextFormat(Qt::PlainText);
+  box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+}
+
+/// Room for a path on one line.
+void KeepWide(QMessageBox& box) {
+  constexpr int kWidth = 460;
+  auto* rows = static_cast<QGridLayout*>(box.layout());
+  rows->addItem(new QSpacerItem(kWidth, 0), rows->rowCount(), 0, 1, rows->columnCount());
+}
+
+/// The dialog's own places, then those of the program that exist.
+void AddToSideBar(QFileDialog& dialog, const FilePlaces& places) {
+  QList<QUrl> urls = dialog.sidebarUrls();
+  for (const QString& folder : {TextOf(PathText(places.programFolder)),
+                                TextOf(PathText(places.samples)), places.lastUsed}) {
+    const QUrl url = QUrl::fromLocalFile(QDir(folder).absolutePath());
+    if (!folder.isEmpty() && QDir(folder).exists() && !urls.contains(url)) urls << url;
+  }
+  dialog.setSidebarUrls(urls);
+}
+
+}  // namespace
+
+void ShowMessageBox(QWidget* window, std::string_view message, std::string_view detail) {
+  const auto icon = detail.empty() ? QMessageBox::Information : QMessageBox::Warning;
+  QMessageBox box(icon, QStringLiteral("isp-writer"), TextOf(message), QMessageBox::Ok, window);
+  MakeReadable(box);
   box.setInformativeText(TextOf(detail));
+  if (!detail.empty()) KeepWide(box);
+  const Operation::Pause pause;
   box.exec();
 }
 
 bool ShowQuestionBox(QWidget* window, std::string_view message) {
   QMessageBox box(QMessageBox::Warning, QStringLiteral("isp-writer"), TextOf(message),
                   QMessageBox::Ok | QMessageBox::Cancel, window);
-  box.setTextFormat(Qt::PlainText);
+  MakeReadable(box);
+  const Operation::Pause pause;
   box.setDefaultButton(QMessageBox::Cancel);
   return box.exec() == QMessageBox::Ok;
 }
@@ -33,20 +67,24 @@ std::string ShowInputBox(QWidget* window, std::string_view prompt, std::string_v
   box.setWindowTitle(TextOf(title));
   box.setLabelText(TextOf(prompt));
   box.setTextValue(TextOf(answer));
+  const Operation::Pause pause;
   return box.exec() == QDialog::Accepted ? box.textValue().toStdString() : std::string();
 }
 
-std::string ShowFileDialog(QWidget* window, const std::filesystem::path& folder,
-                           std::string_view filters) {
+std::string ShowFileDialog(QWidget* window, FilePlaces& places, std::string_view filters) {
   const QStringList parts = TextOf(filters).split(QLatin1Char('|'));
   QStringList descriptions;  // each names its pattern in parentheses, which is what Qt reads
   for (qsizetype i = 0; i < parts.size(); i += 2) descriptions << parts[i];
 
-  QFileDialog dialog(window, QString(), TextOf(PathText(folder)));
+  QFileDialog dialog(window, QString(), TextOf(PathText(places.programFolder)));
   dialog.setObjectName(QStringLiteral("CommonDialog1"));
   dialog.setFileMode(QFileDialog::AnyFile);  // a missing file is the reader's to judge
   dialog.setAcceptMode(QFileDialog::AcceptOpen);
   dialog.setNameFilters(descriptions);
+  AddToSideBar(dialog, places);
+  const Operation::Pause pause;
   if (dialog.exec() != QDialog::Accepted) return {};
-  return QDir::toNativeSeparators(dialog.selectedFiles().value(0)).toStdString();
+  const QString file = dialog.selectedFiles().value(0);
+  places.lastUsed = QFileInfo(file).absolutePath();
+  return QDir::toNativeSeparators(file).toStdString();
 }

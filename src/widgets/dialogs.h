@@ -6,7 +6,9 @@
 #include <string>
 #include <string_view>
 
-/// A message box with an OK button; `detail` stands beneath the message and may be empty.
+/// A message box with an OK button; `detail` stands beneath the message and may be empty. The texts
+/// can be copied. In the middle of an operation the box takes only input made after it appeared, as
+/// the dialogs below do.
 void ShowMessageBox(QWidget* window, std::string_view message, std::string_view detail = {});
 
 /// A message box with OK and Cancel, Cancel being the default. True for OK.
@@ -16,9 +18,15 @@ bool ShowQuestionBox(QWidget* window, std::string_view message);
 std::string ShowInputBox(QWidget* window, std::string_view prompt, std::string_view title,
                          std::string_view answer);
 
-/// The file-open dialog on `folder`. `filters`: description|pattern pairs joined by "|", the first
-/// one selected. Empty when no file was chosen.
-std::string ShowFileDialog(QWidget* window, const std::filesystem::path& folder,
-                           std::string_view filters);
+/// Where the operator finds files.
+struct FilePlaces {
+  std::filesystem::path programFolder;  // the file dialog begins here
+  std::filesystem::path samples = {};   // offered beside it; may be missing
+  QString lastUsed = {};                // folder of the file chosen last, kept by the file dialog
+};
+
+/// The file-open dialog on the program's folder, with the other places in its side bar. `filters`:
+/// description|pattern pairs joined by "|", the first one selected. Empty when no file was chosen.
+std::string ShowFileDialog(QWidget* window, FilePlaces& places, std::string_view filters);
 
 QString TextOf(std::string_view text);

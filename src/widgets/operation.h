@@ -1,0 +1,29 @@
+// What happens to the operator's input while an operation holds the thread.
+#pragma once
+
+/// Lives as long as an operation that lets no event through. The busy cursor shows meanwhile, and
+/// what the operator did with mouse and keyboard in any window is discarded when the outermost
+/// operation ends. Close requests, repaints and resizes are carried out then.
+class Operation {
+ public:
+  Operation();
+  ~Operation();
+  Operation(const Operation&) = delete;
+  Operation& operator=(const Operation&) = delete;
+
+  /// Lives as long as a dialog that an operation shows: the dialog takes input, but none that was
+  /// made before it appeared. Does nothing outside an operation.
+  class Pause {
+   public:
+    Pause();
+    ~Pause();
+    Pause(const Pause&) = delete;
+    Pause& operator=(const Pause&) = delete;
+
+   private:
+    const int depth_;
+  };
+
+ private:
+  static inline int depth_ = 0;  // of the operations that run within each other
+};
