@@ -2,16 +2,20 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QEvent>
+#include <QCloseEvent>
+#include <QPointer>
 #include <utility>
 
 namespace {
 
-/// Swallows what the operator did. Releases pass, so that nothing stays pressed. Timers wait: one
-/// that repeats a pressed control must see the release first.
+/// Windows that will be asked again once the thread is free: none may go within an operation.
+QList<QPointer<QObject>> askedToClose;
+
+/// Swallows what the operator did, and keeps close requests. Releases pass, so that nothing stays
+/// pressed. Timers wait: one that repeats a pressed control must see the release first.
 class InputSink final : public QObject {
  public:
-  bool eventFilter(QObject*, QEvent* event) override {
+  bool eventFilter(QObject* object, QEvent* event) override {
     switch (event->type()) {
       case QEvent::MouseButtonPress:
       case QEvent::MouseButtonDblClick:
@@ -31,10 +35,19 @@ class InputSink final : public QObject {
       case QEvent::Drop:
       case QEvent::Timer:
         return true;
+      case QEvent::Close:
+        closing_ << object;
+        return true;
       default:
         return false;
     }
   }
+
+  /// The windows that were asked to close.
+  const QList<QPointer<QObject>>& Closing() const { return closing_; }
+
+ private:
+  QList<QPointer<QObject>> closing_;
 };
 
 /// A button that was pressed before the operation must not be clicked by its release.
@@ -49,7 +62,8 @@ void DiscardInput() {
   LetGoOfButtons();
   InputSink sink;
   QCoreApplication::instance()->installEventFilter(&sink);
-  QCoreApplication::processEvents();
+  QGuiApplication::sync();  // also what has not reached this program yet
+  askedToClose += sink.Closing();
 }
 
 }  // namespace
@@ -62,6 +76,9 @@ Operation::~Operation() {
   if (depth_ == 1) {
     DiscardInput();
     QApplication::restoreOverrideCursor();
+    for (const auto& window : std::exchange(askedToClose, {})) {
+      if (window) QCoreApplication::postEvent(window, new QCloseEvent);
+    }
   }
   --depth_;
 }
