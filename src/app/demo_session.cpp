@@ -24,6 +24,18 @@ QTextStream& Out() {
   return out;
 }
 
+/// The dialog may open some turns of the event loop after the press; tries once in 10 ms.
+void AnswerFileDialog(const QString& file, int tries) {
+  auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+  if (dialog == nullptr) {
+    if (tries > 1) QTimer::singleShot(10, qApp, [=] { AnswerFileDialog(file, tries - 1); });
+    return;
+  }
+  dialog->setDirectory(QFileInfo(file).path());
+  dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(file);
+  static_cast<QDialog*>(dialog)->accept();
+}
+
 }  // namespace
 
 DemoSession::DemoSession(simulator::SimulatedBoard& board, QWidget& launcher,
@@ -180,13 +192,7 @@ void DemoSession::PressAndAgree(const char* window, const char* control) {
 }
 
 void DemoSession::LoadFile(const char* window, const char* button, const QString& file) {
-  QTimer::singleShot(0, qApp, [file] {
-    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-    if (dialog == nullptr) return;
-    dialog->setDirectory(QFileInfo(file).path());
-    dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(file);
-    static_cast<QDialog*>(dialog)->accept();
-  });
+  QTimer::singleShot(0, qApp, [file] { AnswerFileDialog(file, 500); });
   Press(window, button);
 }
 
