@@ -135,7 +135,7 @@ TEST_F(BoardFilesTest, AnAddressThatCannotBeSavedStaysForTheRun) {
   port.PortBase = 0x278;
   EXPECT_FALSE(address.SavePortAddress());
   EXPECT_EQ(address.UnsavedNotice(), "It could not be saved in " +
-                                         PathText(folder / "cfg/chipport.log") +
+                                         PathText(folder / "cfg" / "chipport.log") +
                                          " and holds for this run only.");
   EXPECT_EQ(address.UnsavedNotice(), "") << "told once";
   EXPECT_EQ(port.PortBase, 0x278);
