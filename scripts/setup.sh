@@ -14,6 +14,8 @@ windows_program_packages=(git cmake ninja-build g++-mingw-w64-x86-64-posix qt6-b
 windows_try_packages=("${windows_packages[@]}" unzip xvfb xauth xdotool imagemagick fonts-liberation
   fonts-wqy-microhei)
 fuzz_packages=(cmake ninja-build clang libclang-rt-14-dev)
+# What boots a kernel with a parallel port.
+kernel_packages=(qemu-system-x86 busybox-static cpio kmod gawk)
 bench_packages=(libbenchmark-dev libsrecord-dev libboost-dev xvfb xauth)
 
 say() { echo "== $*"; }
