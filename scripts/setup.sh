@@ -3,7 +3,7 @@
 build_packages=(g++ cmake ninja-build qt6-base-dev libgl-dev librsvg2-bin)
 # The windows' fonts: text, hexadecimal columns, and full-width characters.
 run_packages=(fonts-liberation fonts-wqy-microhei)
-test_packages=(git libgtest-dev libgmock-dev clang-format clang-tidy sigrok-cli)
+test_packages=(git libgtest-dev libgmock-dev qt6-base-private-dev clang-format clang-tidy sigrok-cli)
 # What turns a build into packages, and checks them.
 package_packages=(git cmark-gfm dpkg-dev file xz-utils)
 package_check_packages=(lintian desktop-file-utils appstream)

@@ -185,14 +185,14 @@ void DemoSession::Type(QWidget& window, const char* control, const char* text) {
 }
 
 void DemoSession::PressAndAgree(const char* window, const char* control) {
-  QTimer::singleShot(0, qApp, [] {
+  QTimer::singleShot(1, qApp, [] {
     if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) dialog->accept();
   });
   Press(window, control);
 }
 
 void DemoSession::LoadFile(const char* window, const char* button, const QString& file) {
-  QTimer::singleShot(0, qApp, [file] { AnswerFileDialog(file, 500); });
+  QTimer::singleShot(1, qApp, [file] { AnswerFileDialog(file, 500); });
   Press(window, button);
 }
 
