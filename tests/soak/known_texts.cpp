@@ -40,7 +40,7 @@ QRegularExpression DataDisplay() {
   const QString kind = "(Load Hex File Code|Read Page Code)";
   return AnyOf({"", " [0-9]+",
                 "this is (" + kNumber + ")  page \\(" + kind +
-                    "\\)\n(000[0-9A-F]+    ([0-9A-F]{2} ){16}\n){16}"});
+                    "\\)\n(000[0-9A-F]+    ([0-9A-F]{2} ){16}\n?){16}"});
 }
 
 QRegularExpression Dialog() {

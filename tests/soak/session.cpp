@@ -67,11 +67,11 @@ Session::Session(Random& random, DialogRobot& robot, Tally& tally)
   folder_.Write("program/Initial/CurrIspBoard.csv", std::to_string(row));
   folder_.Write("program/Initial/security.cod", ParameterFile({}));
   port_.BeginRun();
-  tool_ =
-      std::make_unique<Tool>(port_, ticks_, Directories{folder_ / "program", folder_ / "config"},
-                             [this](const std::string& message) {
-                               robot_.Note("dialog", QString::fromStdString(message));
-                             });
+  tool_ = std::make_unique<Tool>(
+      port_, ticks_, Directories{folder_ / "program", folder_ / "config", {}, folder_ / "state"},
+      [this](const std::string& message) {
+        robot_.Note("dialog", QString::fromStdString(message));
+      });
   launcher_ = std::make_unique<Main>(*tool_);
   launcher_->show();
   ChangeBoard();

@@ -37,6 +37,9 @@ class Transcript : public IspView, public FileAnswers<VskLoadView> {
     (label == StatusLabel::IspMode ? modeText : operationText) = text;
     Say(Name(label) + " \"" + std::string(text) + "\"");
   }
+  std::string StatusText(StatusLabel label) const override {
+    return label == StatusLabel::IspMode ? modeText : operationText;
+  }
   void RepaintStatus(StatusLabel label) override { Say(Name(label) + " repaint"); }
   void ShowHardwareCrc(std::string_view text) override { Say("Text6 " + std::string(text)); }
   void SelectQuitOption() override {
