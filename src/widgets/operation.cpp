@@ -38,6 +38,10 @@ class InputSink final : public QObject {
       case QEvent::Close:
         closing_ << object;
         return true;
+      case QEvent::Quit:
+        // The session ends. Qt would ask the windows to close until none is left, for ever here.
+        QCoreApplication::exit();
+        return true;
       default:
         return false;
     }

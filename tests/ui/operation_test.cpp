@@ -103,6 +103,13 @@ class OperationTest : public QObject {
     QCOMPARE(desk_->launcher->WriterState, OpenWriter::None);
   }
 
+  void theEndOfTheSessionEndsTheProgram() {
+    desk_->bus.hook = [] { QCoreApplication::postEvent(qApp, new QEvent(QEvent::Quit)); };
+    QTimer::singleShot(0, this, [] { Run(); });
+    QCOMPARE(QCoreApplication::exec(), 0);
+    QCOMPARE(desk_->log.Lines().size(), oneRun_);
+  }
+
  private:
   static void Run() {
     Desk::Press("RTD2120Write", "Run");
