@@ -27,7 +27,7 @@ TEST_F(VskWriterTest, NothingRunsOutsideIspMode) {
   for (int operation = 1; operation <= 7; ++operation) {
     writer.IspOperate = static_cast<IspOperation>(operation);
     writer.Run(view);
-    EXPECT_THAT(view.Take(), ElementsAre("Label2 \"isp mode is not exist\"")) << operation;
+    EXPECT_THAT(view.Take(), ElementsAre("Label2: isp mode is not exist")) << operation;
   }
   EXPECT_THAT(bench->TakeFrames(), IsEmpty());
 }
@@ -38,7 +38,7 @@ TEST_F(VskWriterTest, ProgramAndPageLoadNeedAnImage) {
     writer.IspOperate = operation;
     writer.Run(view);
     EXPECT_THAT(view.Take(),
-                ElementsAre("Label2 \"isp mode is exist\"", "message the hexfile is not load"));
+                ElementsAre("Label2: isp mode is exist", "message the hexfile is not load"));
   }
   EXPECT_FALSE(writer.LoadPageView);
   EXPECT_THAT(bench->TakeFrames(), IsEmpty());
@@ -52,8 +52,8 @@ TEST_F(VskWriterTest, PageLoadThenPaging) {
   writer.Run(view);
   const std::string again = "message please input two word HEX number:(00-FF)";
   EXPECT_THAT(view.Take(),
-              ElementsAre("Label2 \"isp mode is exist\"", kAskPage, again, kAskPage, again,
-                          kAskPage, "data this is FE  page (Load Hex File Code)"));
+              ElementsAre("Label2: isp mode is exist", kAskPage, again, kAskPage, again, kAskPage,
+                          "data this is FE  page (Load Hex File Code)"));
   for (const char* page : {"FF", "FF"}) {
     writer.StepPage(IspOperation::NextPage, view);
     EXPECT_EQ(Title(), std::string("this is ") + page + "  page (Load Hex File Code)");
@@ -67,7 +67,7 @@ TEST_F(VskWriterTest, PageLoadThenPaging) {
   writer.IspOperate = IspOperation::PageLoad;
   view.Take();
   writer.Run(view);
-  EXPECT_THAT(view.Take(), ElementsAre("Label2 \"isp mode is exist\"", kAskPage)) << "cancelled";
+  EXPECT_THAT(view.Take(), ElementsAre("Label2: isp mode is exist", kAskPage)) << "cancelled";
 }
 
 TEST_F(VskWriterTest, PageReadThenPagingReadsTheChip) {
@@ -102,7 +102,7 @@ TEST_F(VskWriterTest, PagingWithoutAViewForgetsThePages) {
   writer.StepPage(IspOperation::NextPage, view);
   EXPECT_EQ(writer.LoadPage, 0);
   EXPECT_EQ(bench->isp.ReadPage, 0);
-  EXPECT_THAT(view.Take(), ElementsAre("Label2 \"isp mode is exist\""));
+  EXPECT_THAT(view.Take(), ElementsAre("Label2: isp mode is exist"));
 }
 
 TEST_F(VskWriterTest, MenuCommandsStayInForce) {
