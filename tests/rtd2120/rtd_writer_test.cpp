@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "rtd2120/crc8.h"
 #include "support/images.h"
 #include "support/rtd_bench.h"
 #include "support/temp_folder.h"
@@ -18,12 +17,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
-
-int Crc8(const std::vector<std::uint8_t>& image) {
-  std::uint8_t crc = 0;
-  for (const std::uint8_t byte : image) crc = tongxun2120::Crc8Byte(crc, byte);
-  return crc;
-}
 
 struct RtdWriterTest : testing::Test {
   std::unique_ptr<RtdBench> bench = std::make_unique<RtdBench>();
@@ -203,7 +196,7 @@ TEST_F(RtdWriterTest, AnEraseThatNeverEndsIsGivenUpAndNothingIsProgrammed) {
 
 TEST_F(RtdWriterTest, Crc8Values) {
   const std::string digits = "123456789";
-  EXPECT_EQ(Crc8({digits.begin(), digits.end()}), 0xF4);
+  EXPECT_EQ(Crc8(std::vector<std::uint8_t>(digits.begin(), digits.end())), 0xF4);
   EXPECT_EQ(Crc8(std::vector<std::uint8_t>(256, 0xFF)), 0x24);
 }
 
