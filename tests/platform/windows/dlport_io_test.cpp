@@ -58,7 +58,7 @@ class Substitute {
 
 struct Messages {
   std::vector<std::string> texts;
-  PortProblem Tell() {
+  Problem Tell() {
     return [this](const std::string& text) { texts.push_back(text); };
   }
 };
