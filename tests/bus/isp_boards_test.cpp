@@ -83,7 +83,8 @@ TEST_F(BoardFilesTest, TheLastFieldInRangeIsTheCurrentBoard) {
                                     {"3.5", 4},
                                     {"7,99999,8", 7},
                                     {"5,x", 0},
-                                    {"20", 20}}) {
+                                    {"20", 20},
+                                    {"nan,inf,5", 5}}) {
     boards.CurrentBoard = 0;
     LoadBoard(text);
     EXPECT_EQ(boards.CurrentBoard, board) << text;

@@ -78,6 +78,8 @@ TEST_F(RtdWaitsTest, AReadThatWasNotAcknowledgedNeverCounts) {
   }
   target.addressesAnswered = 10;
   EXPECT_EQ(operations.RtdReadCrc(Bank::First, view), 0x00) << "all ten are needed";
+  target.addressesAnswered = 10;
+  EXPECT_FALSE(link.RtdEnterIsp()) << "an answer that is not the first bank's";
 }
 
 TEST_F(RtdWaitsTest, ARunEndsWithALongDelay) {

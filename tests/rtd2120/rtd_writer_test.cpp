@@ -146,6 +146,10 @@ TEST_F(RtdWriterTest, TheSecondBankIsWrittenAfterAFailureOfTheFirst) {
   EXPECT_TRUE(text.ends_with(BankLines("2", bank2)));
   EXPECT_EQ(events[2], "Program BANK 1   13 %") << "12.5 rounds to the even 12, plus 1";
   EXPECT_EQ(images.RtdLoadBuffer[65540], 0x77) << "all cells are copied";
+  EXPECT_TRUE(view.red);
+  bench->board.faults.flippedBit.reset();
+  Run(RtdBankMode::Second);
+  EXPECT_FALSE(view.red) << "each run begins in black";
 }
 
 TEST_F(RtdWriterTest, APageThatNeverFinishesIsReadExactly5003Times) {
@@ -216,13 +220,13 @@ TEST_F(RtdWriterTest, Crc8Values) {
 
 TEST_F(RtdWriterTest, LoadsTheBankBuffers) {
   TempFolder folder;
-  view.file = folder.Write("a.bin", std::string(0x8000, '\1'));
+  view.file = folder.Write("a.bin", std::string(0x8000, '\2'));
   images.RtdLoadBuffer.fill(0x55);
   writer.Load(Bank::First, view);
-  EXPECT_THAT(
-      view.Take(),
-      ElementsAre("choose Hexfile (*.hex)|*.hex|Binfile (*.bin)|*.bin", "clear",
-                  "row 1 32767 " + HexText((0x8000 + 0x8000 * 0xFF) & 0xFFFF) + " " + view.file));
+  EXPECT_THAT(view.Take(),
+              ElementsAre("choose Hexfile (*.hex)|*.hex|Binfile (*.bin)|*.bin", "clear",
+                          "row 1 32767 " + HexText((0x8000 * 2 + 0x8000 * 0xFF) & 0xFFFF) + " " +
+                              view.file));
   EXPECT_TRUE(images.Bank1Loaded);
   EXPECT_FALSE(images.Bank2Loaded);
   EXPECT_EQ(images.RtdBank1Buffer[0x8000], 0xFF);
@@ -243,7 +247,7 @@ TEST_F(RtdWriterTest, LoadsTheBankBuffers) {
   EXPECT_TRUE(images.Bank2Loaded);
   EXPECT_EQ(images.Bank2Max, 0);
   EXPECT_EQ(images.RtdBank2Buffer[1], 0xFF);
-  EXPECT_EQ(images.RtdBank1Buffer[0], 1);
+  EXPECT_EQ(images.RtdBank1Buffer[0], 2);
   view.Take();
   view.file.clear();
   writer.Load(Bank::Second, view);

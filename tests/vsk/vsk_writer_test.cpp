@@ -48,6 +48,8 @@ TEST_F(VskWriterTest, PageLoadThenPaging) {
   bench->Load({1, 2, 3});
   bench->InIspMode();
   writer.IspOperate = IspOperation::PageLoad;
+  writer.ReadPageView = true;
+  bench->isp.ReadPage = 9;
   view.answers = {"1", "1x", "fe"};
   writer.Run(view);
   const std::string again = "message please input two word HEX number:(00-FF)";
@@ -59,6 +61,8 @@ TEST_F(VskWriterTest, PageLoadThenPaging) {
     EXPECT_EQ(Title(), std::string("this is ") + page + "  page (Load Hex File Code)");
   }
   EXPECT_EQ(writer.IspOperate, IspOperation::PageLoad);
+  EXPECT_FALSE(writer.ReadPageView);
+  EXPECT_EQ(bench->isp.ReadPage, 0);
   writer.LoadPage = 1;
   for (int i = 0; i < 2; ++i) {
     writer.StepPage(IspOperation::PreviousPage, view);
@@ -74,6 +78,7 @@ TEST_F(VskWriterTest, PageReadThenPagingReadsTheChip) {
   bench->InIspMode();
   writer.IspOperate = IspOperation::PageRead;
   writer.LoadPageView = true;
+  writer.LoadPage = 9;
   view.answers = {"03"};
   view.pageRead = true;
   writer.Run(view);
@@ -81,6 +86,7 @@ TEST_F(VskWriterTest, PageReadThenPagingReadsTheChip) {
   EXPECT_EQ(bench->TakeFrames()[2], "S 96 00 04 P");
   EXPECT_EQ(Title(), "this is 4  page (Read Page Code)");
   EXPECT_EQ(writer.IspOperate, IspOperation::PageRead);
+  EXPECT_EQ(writer.LoadPage, 0);
 
   bench->board.faults.unpluggedAfterFrame = 0;
   const auto body = [this] { return view.data.substr(view.data.find("    ")).substr(0, 52); };

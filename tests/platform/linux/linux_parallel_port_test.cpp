@@ -103,7 +103,7 @@ TEST_F(LinuxParallelPortTest, EveryStepOfGivingBackIsTriedAndTheFirstFaultIsTold
 TEST_F(LinuxParallelPortTest, WhatIsWrongIsToldOnceForEachUseOfAnAddress) {
   UseUsualPort();
   kernel.AddPort("parport1", "632\t0\n");
-  for (const std::uint8_t value : std::array<std::uint8_t, 3>{0x0F, 0x2F, 0x2F})
+  for (const std::uint8_t value : std::array<std::uint8_t, 3>{0x0F, 0x3F, 0x3F})
     io->DlPortWritePortUchar(0x37A, value);
   EXPECT_EQ(Calls(), "PPWCONTROL=0F PPWCONTROL=0F PPWCONTROL=0F");
   kernel.failures["PPRSTATUS"] = {EIO};
@@ -118,7 +118,7 @@ TEST_F(LinuxParallelPortTest, WhatIsWrongIsToldOnceForEachUseOfAnAddress) {
     io->DlPortReadPortUchar(base + 1);
   }
   EXPECT_THAT(told,
-              ElementsAre(AllOf(HasSubstr("/dev/parport0 (port 0x378) was to write 0x2F"),
+              ElementsAre(AllOf(HasSubstr("/dev/parport0 (port 0x378) was to write 0x3F"),
                                 HasSubstr("SCL mask")),
                           HasSubstr("/dev/parport0 (port 0x378) has failed"), HasSubstr("SCL mask"),
                           HasSubstr("/dev/parport1 (port 0x278) has failed"), HasSubstr("0x100"),
@@ -227,7 +227,10 @@ TEST(LinuxPortWays, ThePortIsReachedOrTheOperatorIsTold) {
        none + "|/dev/parportN|for root only|modprobe -a parport_pc ppdev",
        {{"ioperm", refused}},
        "no port"},
-      {"ENOSYS", "0x378|ioperm: Function not implemented", {{"ioperm", {ENOSYS}}}, "no port"},
+      {"ENOSYS, also to root",
+       "0x378|ioperm: Function not implemented",
+       {{"ioperm", {ENOSYS}}},
+       "no port, as root"},
       {"others",
        "at 0x378|exist: 0x278 (/dev/parport1), 0xD000 (/dev/parport2).",
        {{"ioperm", refused}},

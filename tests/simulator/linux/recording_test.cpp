@@ -136,6 +136,18 @@ struct PortRecording : testing::Test {
   std::vector<std::string> told;
 };
 
+/// A port that is not there.
+struct NoPort final : PortIo {
+  void DlPortWritePortUchar(std::uint32_t, std::uint8_t) override {}
+  std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t) override { return std::nullopt; }
+};
+
+TEST_F(PortRecording, ShowsReadingsOfNoPortAsUnknown) {
+  NoPort none;
+  RecordingPort(none, folder / "bus.vcd", {}).DlPortReadPortUchar(1);
+  EXPECT_THAT(folder.Read("bus.vcd"), HasSubstr("\nxS0\nxS1\n"));
+}
+
 TEST_F(PortRecording, IsBounded) {
   EXPECT_TRUE(Use(folder / "bus.vcd", 4));
   EXPECT_THAT(folder.Read("bus.vcd"), HasSubstr("#8\n1D0\n$comment"));
