@@ -3,7 +3,7 @@
 build_packages=(g++ cmake ninja-build qt6-base-dev libgl-dev librsvg2-bin)
 # The windows' fonts: text, hexadecimal columns, and full-width characters.
 run_packages=(fonts-liberation fonts-wqy-microhei)
-test_packages=(git libgtest-dev libgmock-dev clang-format clang-tidy sigrok-cli)
+test_packages=(git libgtest-dev libgmock-dev qt6-base-private-dev clang-format clang-tidy sigrok-cli)
 # What turns a build into packages, and checks them.
 package_packages=(git cmark-gfm dpkg-dev file xz-utils)
 package_check_packages=(lintian desktop-file-utils appstream)
@@ -14,6 +14,8 @@ windows_program_packages=(git cmake ninja-build g++-mingw-w64-x86-64-posix qt6-b
 windows_try_packages=("${windows_packages[@]}" unzip xvfb xauth xdotool imagemagick fonts-liberation
   fonts-wqy-microhei)
 fuzz_packages=(cmake ninja-build clang libclang-rt-14-dev)
+# What boots a kernel with a parallel port.
+kernel_packages=(qemu-system-x86 busybox-static cpio kmod gawk)
 bench_packages=(libbenchmark-dev libsrecord-dev libboost-dev xvfb xauth)
 
 say() { echo "== $*"; }

@@ -11,6 +11,7 @@
 #include <QTextStream>
 #include <QTimer>
 #include <algorithm>
+#include <functional>
 #include <vector>
 
 #include "image/intel_hex.h"
@@ -22,6 +23,15 @@ namespace {
 QTextStream& Out() {
   static QTextStream out(stdout);
   return out;
+}
+
+/// Answers the next dialog, which may open some turns of the event loop after the press: looks for
+/// it once in 10 ms.
+template <typename Dialog>
+void AnswerDialog(const std::function<void(Dialog&)>& answer, int tries = 500) {
+  auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+  if (dialog != nullptr) return answer(*dialog);
+  if (tries > 1) QTimer::singleShot(10, qApp, [=] { AnswerDialog<Dialog>(answer, tries - 1); });
 }
 
 }  // namespace
@@ -173,19 +183,15 @@ void DemoSession::Type(QWidget& window, const char* control, const char* text) {
 }
 
 void DemoSession::PressAndAgree(const char* window, const char* control) {
-  QTimer::singleShot(0, qApp, [] {
-    if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) dialog->accept();
-  });
+  AnswerDialog<QDialog>([](QDialog& dialog) { dialog.accept(); });
   Press(window, control);
 }
 
 void DemoSession::LoadFile(const char* window, const char* button, const QString& file) {
-  QTimer::singleShot(0, qApp, [file] {
-    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-    if (dialog == nullptr) return;
-    dialog->setDirectory(QFileInfo(file).path());
-    dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(file);
-    static_cast<QDialog*>(dialog)->accept();
+  AnswerDialog<QFileDialog>([file](QFileDialog& dialog) {
+    dialog.setDirectory(QFileInfo(file).path());
+    dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(file);
+    static_cast<QDialog&>(dialog).accept();
   });
   Press(window, button);
 }

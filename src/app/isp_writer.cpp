@@ -1,13 +1,13 @@
 // The tool on the PC's parallel port.
 #include <QApplication>
 #include <cstdio>
-#include <cstdlib>
 #include <exception>
 #include <memory>
 
 #include "app/options.h"
 #include "app/quit_signals.h"
 #include "bus/recording_port.h"
+#include "platform/files.h"
 #include "tool/tool.h"
 #include "ui/launcher.h"
 #include "widgets/controls.h"
@@ -18,9 +18,9 @@ namespace {
 /// For support: the accesses to the port go to the file that the environment names. Null when it
 /// names none.
 std::unique_ptr<RecordingPort> RecordingAskedFor(PortIo& io) {
-  const char* file = std::getenv("ISP_WRITER_RECORD");
-  if (file == nullptr || *file == '\0') return nullptr;
-  return std::make_unique<RecordingPort>(io, file, PostProblem);
+  const QString file = qEnvironmentVariable("ISP_WRITER_RECORD");
+  if (file.isEmpty()) return nullptr;
+  return std::make_unique<RecordingPort>(io, PathOf(file.toStdString()), PostProblem);
 }
 
 int RunTool(int argc, char** argv) {

@@ -21,13 +21,15 @@ void PortAddressFile::LoadPortAddress() {
   SavePortAddress();
 }
 
-bool PortAddressFile::SavePortAddress() const {
+bool PortAddressFile::SavePortAddress() {
   const std::array bytes{static_cast<std::uint8_t>(port_.PortBase / 256),
                          static_cast<std::uint8_t>(port_.PortBase % 256)};
-  return WriteAtStart(path_, bytes);
+  unsaved_ = WriteAtStart(path_, bytes);
+  return unsaved_.empty();
 }
 
 std::string PortAddressFile::UnsavedNotice() {
   if (std::exchange(toldUnsaved_, true)) return {};
-  return "It could not be saved in " + PathText(path_) + " and holds for this run only.";
+  return "It could not be saved in " + PathText(path_) + " (" + unsaved_ +
+         ") and holds for this run only.";
 }

@@ -14,7 +14,7 @@ class PortAddressFile {
   /// Sets `PortBase`; a missing, unreadable or zero address becomes 0x378 and is written back.
   void LoadPortAddress();
   /// Writes `PortBase`. False when it could not be written; the file is as it was then.
-  bool SavePortAddress() const;
+  bool SavePortAddress();
 
   /// What to tell the operator of an address that could not be written: a sentence the first time
   /// in a run, then nothing.
@@ -23,5 +23,6 @@ class PortAddressFile {
  private:
   IicPort& port_;
   const std::filesystem::path path_;
+  std::string unsaved_;  // why the last save failed; empty when it did not
   bool toldUnsaved_ = false;
 };

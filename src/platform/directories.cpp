@@ -44,7 +44,7 @@ void FillProgramFolder(const Directories& directories, const Problem& report) {
     TryWriting(initial);
   } catch (const fs::filesystem_error& failure) {
     report("The program's folder cannot be written: " + PathText(initial) + " (" +
-           failure.code().message() +
+           failure.code().default_error_condition().message() +
            "). The program works with the files that are there, and cannot keep security codes. "
            "Make the folder writable and start the program again.");
   }

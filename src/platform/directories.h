@@ -15,6 +15,8 @@ struct Directories {
   /// The installation's folder, from which the program's folder is filled; empty when the program's
   /// folder came with the program itself.
   std::filesystem::path deliveredFolder = {};
+  /// The folder that holds the log of runs; empty for no log.
+  std::filesystem::path stateFolder = {};
 };
 
 /// The directories of this machine for a program called `programName`; creates none.
@@ -22,6 +24,8 @@ struct Directories {
 /// On Linux one without (an installed package) has `$XDG_DATA_HOME/<programName>`, else
 /// `~/.local/share/<programName>`, filled from `../share/<programName>` as seen from the program;
 /// and "chipport.log" lives in `$XDG_CONFIG_HOME/<programName>`, else in `~/.config/<programName>`.
+/// The log of runs lives in `$XDG_STATE_HOME/<programName>`, else in
+/// `~/.local/state/<programName>`, and on Windows in `%LOCALAPPDATA%/<programName>`.
 Directories SystemDirectories(std::string_view programName);
 
 /// Copies every delivered file that is not there yet into the program's folder, and never touches

@@ -3,9 +3,43 @@
 #include <algorithm>
 #include <cerrno>
 #include <fstream>
+#include <limits>
 #include <system_error>
 
 namespace fs = std::filesystem;
+
+namespace {
+
+std::string Reason(int error) { return std::generic_category().message(error == 0 ? EIO : error); }
+
+/// Why it could not be written; nothing when it was.
+std::string Write(const fs::path& path, const std::string& content, std::ios::openmode how) {
+  errno = 0;
+  std::fstream file(path, std::ios::binary | std::ios::out | how);
+  file.write(content.data(), static_cast<std::streamsize>(content.size()));
+  file.close();
+  return file.good() ? std::string() : Reason(errno);
+}
+
+/// Writes the content under another name first, which then takes the file's place at once.
+std::string Replace(const fs::path& file, const std::string& content) {
+  fs::path part = file;
+  part += ".part";
+  std::error_code error;
+  fs::create_directories(file.parent_path(), error);
+  std::string problem = Write(part, content, std::ios::trunc);
+  if (problem.empty()) {
+    const fs::file_status old = fs::status(file, error);
+    if (fs::exists(old)) fs::permissions(part, old.permissions(), error);
+    fs::rename(part, file, error);
+    if (!error) return {};
+    problem = error.default_error_condition().message();
+  }
+  if (fs::is_regular_file(part, error)) fs::remove(part, error);
+  return problem;
+}
+
+}  // namespace
 
 FileContent ReadFile(const fs::path& path, std::size_t limit) {
   std::error_code error;
@@ -25,8 +59,7 @@ FileContent ReadFile(const fs::path& path, std::size_t limit) {
   std::string bytes(std::min<std::uintmax_t>(fs::file_size(path, error), limit), '\0');
   if (file.is_open()) file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   if (!file.is_open() || file.bad()) {
-    const std::string reason = std::generic_category().message(errno == 0 ? EIO : errno);
-    return {.bytes = {}, .problem = "the file cannot be read: " + reason};
+    return {.bytes = {}, .problem = "the file cannot be read: " + Reason(errno)};
   }
   bytes.resize(static_cast<std::size_t>(file.gcount()));
   return {.bytes = std::move(bytes), .problem = {}};
@@ -41,12 +74,32 @@ bool EnsureFile(const fs::path& path) {
   return fs::is_regular_file(path, error);
 }
 
-bool WriteAtStart(const fs::path& path, std::span<const std::uint8_t> bytes) {
-  if (!EnsureFile(path)) return false;
-  std::fstream file(path, std::ios::binary | std::ios::in | std::ios::out);
-  for (const std::uint8_t byte : bytes) file.put(static_cast<char>(byte));
-  file.close();
-  return file.good();
+std::string WriteAtStart(const fs::path& path, std::span<const std::uint8_t> bytes) {
+  std::error_code error;
+  const fs::path linked = fs::canonical(path, error);
+  const fs::path& file = error ? path : linked;
+  const FileContent old = ReadFile(file, std::numeric_limits<std::size_t>::max());
+  if (!old.Ok() && !old.missing) return old.problem;
+
+  std::string content(bytes.begin(), bytes.end());
+  if (old.bytes.size() > content.size()) content += old.bytes.substr(content.size());
+  std::string problem = Replace(file, content);
+  // A folder that takes no new file may hold one that can be written to. Where it need not grow,
+  // nothing of it can be lost.
+  const bool grows = content.size() > old.bytes.size();
+  if (problem.empty() || grows || !Write(file, content, std::ios::in).empty()) return problem;
+  return {};
+}
+
+std::string AppendToFile(const fs::path& path, const std::string& text,
+                         const std::string& heading) {
+  std::error_code error;
+  const std::uintmax_t size = fs::exists(path, error) ? fs::file_size(path, error) : 0;
+  if (error) return error.default_error_condition().message();
+  fs::create_directories(path.parent_path(), error);
+  std::string problem = Write(path, size == 0 ? heading + text : text, std::ios::app);
+  if (!problem.empty()) fs::resize_file(path, size, error);  // no half line
+  return problem;
 }
 
 std::string PathText(const fs::path& path) {

@@ -23,9 +23,15 @@ FileContent ReadFile(const std::filesystem::path& path, std::size_t limit);
 /// file afterwards.
 bool EnsureFile(const std::filesystem::path& path);
 
-/// Writes `bytes` from position 0, creating the file when missing; bytes behind them stay as they
-/// were. False when they could not be written.
-bool WriteAtStart(const std::filesystem::path& path, std::span<const std::uint8_t> bytes);
+/// Writes `bytes` from position 0, creating the file and its folder when missing; bytes behind them
+/// stay as they were. Returns why it could not be written, as a phrase, and nothing when it was.
+/// The file is never left half written: it holds what it held, or all that it should.
+std::string WriteAtStart(const std::filesystem::path& path, std::span<const std::uint8_t> bytes);
+
+/// Appends `text`, creating the file with `heading` in front, and its folder, when missing. Returns
+/// as above; the file is as it was then.
+std::string AppendToFile(const std::filesystem::path& path, const std::string& text,
+                         const std::string& heading);
 
 /// The path as UTF-8 text, for messages.
 std::string PathText(const std::filesystem::path& path);

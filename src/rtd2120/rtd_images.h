@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 
 namespace tongxun2120 {
 
@@ -16,6 +17,7 @@ struct BankImage {
   RtdCells& cells;
   std::int32_t& maximum;  // address of the last byte, -1 for an empty image
   bool& loaded;
+  std::string& file;
 };
 
 /// Lives as long as the process; no load clears a buffer.
@@ -33,12 +35,16 @@ class RtdImages {
   std::uint16_t RtdBankSum = 0;  // additive checksum of the bank loaded last
 
   BankImage Of(Bank bank) {
-    if (bank == Bank::First) return {RtdBank1Buffer, Bank1Max, Bank1Loaded};
-    return {RtdBank2Buffer, Bank2Max, Bank2Loaded};
+    std::string& file = files_[static_cast<std::size_t>(bank)];
+    if (bank == Bank::First) return {RtdBank1Buffer, Bank1Max, Bank1Loaded, file};
+    return {RtdBank2Buffer, Bank2Max, Bank2Loaded, file};
   }
 
   /// Sums all 65,536 cells of the bank's buffer.
   void SumRtdBank(Bank bank);
+
+ private:
+  std::array<std::string, 2> files_;
 };
 
 }  // namespace tongxun2120

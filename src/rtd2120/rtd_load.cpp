@@ -33,6 +33,7 @@ void Load_RTD2120_NormalFile(Bank bank, RtdImages& images, RtdLoadView& view) {
   image.cells = staged;
   image.maximum = images.RtdLoadMax;
   image.loaded = true;
+  image.file = name;
   images.SumRtdBank(bank);
   view.ShowBankRow(bank, {.file = name,
                           .maximumAddress = std::to_string(image.maximum),

@@ -1,10 +1,37 @@
 #include "rtd2120/rtd_writer.h"
 
+#include "text/hex_text.h"
+
 namespace tongxun2120 {
 
+namespace {
+
+void Join(std::string& list, const std::string& figure) {
+  list += (list.empty() ? "" : " + ") + figure;
+}
+
+/// The status box in one line.
+std::string InOneLine(std::string text) {
+  if (text.ends_with("\r\n")) text.resize(text.size() - 2);
+  for (std::size_t at = 0; (at = text.find("\r\n", at)) != std::string::npos;) {
+    text.replace(at, 2, "; ");
+  }
+  return text;
+}
+
+}  // namespace
+
 void RtdWriter::Run(RtdView& view) {
+  line_ = {.chip = "RTD2120"};
+  line_.operation = OperateMode == RtdOperateMode::EraseOnly ? "Erase" : "Auto";
   view.SetStatusRed(false);
   view.SetStatusText("");
+  Operate(view);
+  line_.result = InOneLine(view.StatusText());
+  if (!line_.result.empty()) RunEnded(line_);
+}
+
+void RtdWriter::Operate(RtdView& view) {
   if (!link_.RtdEnterIsp()) return AppendLinkError(view);
   if (OperateMode == RtdOperateMode::EraseOnly) {
     operations_.RtdEraseChip(view);
@@ -50,8 +77,13 @@ bool RtdWriter::Prepare(Bank bank, const char* missingMessage, RtdView& view) {
 bool RtdWriter::WriteAndVerify(Bank bank, RtdView& view) {
   operations_.RtdProgramBank(bank, view);
   const int calculated = operations_.RtdCalcCrc(view);
+  const BankImage image = images_.Of(bank);
+  Join(line_.file, image.file);
+  line_.size += static_cast<std::size_t>(image.maximum) + 1;
+  Join(line_.crc, HexText(calculated));
   const auto read = operations_.RtdReadCrc(bank, view);
   if (!read) return false;
+  Join(line_.chipCrc, HexText(*read));
   if (*read == calculated) {
     AppendLine(view, "CRC OK.");
   } else {

@@ -1,10 +1,14 @@
 // The RTD2120 writer's run: which banks, which operation, and the comparison of the CRCs.
 #pragma once
 
+#include <functional>
+#include <string>
+
 #include "bus/bus_timing.h"
 #include "rtd2120/rtd_images.h"
 #include "rtd2120/rtd_load.h"
 #include "rtd2120/rtd_operations.h"
+#include "run_log/run_log.h"
 
 namespace tongxun2120 {
 
@@ -20,6 +24,10 @@ class RtdWriter {
   RtdBankMode BankMode = RtdBankMode::First;
   RtdOperateMode OperateMode = RtdOperateMode::Automatic;
 
+  /// Told of every run that showed a result, when it has ended. Figures of two banks are joined by
+  /// " + ".
+  std::function<void(const RunLine&)> RunEnded = [](const RunLine&) {};
+
   /// Loads an image for the bank.
   void Load(Bank bank, RtdLoadView& view) { Load_RTD2120_NormalFile(bank, images_, view); }
 
@@ -32,6 +40,7 @@ class RtdWriter {
   bool AutoWriteBank2(RtdView& view);
 
  private:
+  void Operate(RtdView& view);
   void WriteLoadedBanks(RtdView& view);
   bool Prepare(Bank bank, const char* missingMessage, RtdView& view);
   bool WriteAndVerify(Bank bank, RtdView& view);
@@ -40,6 +49,7 @@ class RtdWriter {
   RtdOperations& operations_;
   tongxun::BusTiming& timing_;
   RtdImages& images_;
+  RunLine line_;  // of the run that goes on
 };
 
 }  // namespace tongxun2120

@@ -7,8 +7,8 @@
 #include <system_error>
 
 #include "platform/files.h"
-#include "widgets/guarded.h"
 #include "widgets/dialogs.h"
+#include "widgets/guarded.h"
 
 namespace simulator {
 namespace {

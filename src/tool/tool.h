@@ -17,6 +17,8 @@
 #include "rtd2120/rtd_link.h"
 #include "rtd2120/rtd_operations.h"
 #include "rtd2120/rtd_writer.h"
+#include "run_log/run_log.h"
+#include "text/hex_text.h"
 #include "vsk/isp_frames.h"
 #include "vsk/isp_operations.h"
 #include "vsk/vsk_images.h"
@@ -27,7 +29,7 @@ struct Tool {
   /// `report`: told what keeps the bus from being used.
   Tool(PortIo& io, TickCounter& ticks, Directories where, Problem report)
       : directories(std::move(where)),
-        port(io, boards, std::move(report)),
+        port(io, boards, report),
         portAddress(port, directories.portAddressFolder),
         timing(ticks),
         master(port, timing),
@@ -36,7 +38,17 @@ struct Tool {
         vskWriter(isp, vskImages),
         rtdLink(port, timing),
         rtdOperations(rtdLink, ticks, rtdImages),
-        rtdWriter(rtdLink, rtdOperations, timing, rtdImages) {}
+        rtdWriter(rtdLink, rtdOperations, timing, rtdImages),
+        runLog(
+            directories.stateFolder,
+            [this] {
+              return RunLog::Way{HexText(port.PortBase), boards.InUse().name};
+            },
+            std::move(report)) {
+    const auto append = [this](const RunLine& line) { runLog.Append(line); };
+    vskWriter.RunEnded = append;
+    rtdWriter.RunEnded = append;
+  }
   /// The target is left with both lines released, before the port itself is given back.
   ~Tool() { port.ReleaseLines(); }
   Tool(const Tool&) = delete;
@@ -58,4 +70,6 @@ struct Tool {
   tongxun2120::RtdLink rtdLink;
   tongxun2120::RtdOperations rtdOperations;
   tongxun2120::RtdWriter rtdWriter;
+
+  RunLog runLog;
 };

@@ -94,11 +94,19 @@ void Main::check_file() {
   EnsureFile(path);
   if (ReadFile(path, 1).bytes.empty()) {
     form3_ = std::make_unique<Form3>(path);
-    form3_->move(geometry().topRight() + QPoint(24, 0));  // beside the launcher
-    MoveInsideScreen(*form3_);
-    form3_->show();
+    ShowBeside(*form3_);
   }
   fileop::ReadSecurityFile(path, tool_.frames.IspParams);
+}
+
+/// On a narrow screen the launcher makes room.
+void Main::ShowBeside(QWidget& window) {
+  constexpr int kGap = 24;
+  window.move(geometry().topRight() + QPoint(kGap, 0));
+  MoveInsideScreen(window);
+  const int room = window.x() - kGap - width();
+  if (x() > room) move(std::max(ScreenSpace(*this).left(), room), y());
+  window.show();
 }
 
 void Main::CreateForm1() {

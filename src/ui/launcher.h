@@ -36,6 +36,7 @@ class Main final : public QWidget {
   void Init830And630();
   void InitRTD2120();
   void check_file();
+  void ShowBeside(QWidget& window);
   void CreateForm1();
   void OpenVskWriter(VskChip chip);
   void ShowSettings();

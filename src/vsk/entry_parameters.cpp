@@ -64,12 +64,14 @@ void ReadSecurityFile(const std::filesystem::path& path, std::span<std::int16_t,
 SecurityCheck CheckSecurityEntry(const SecurityEntry& entry, const std::filesystem::path& path) {
   std::vector<std::uint8_t> bytes;
   SecurityCheck check = ReadEntry(entry, bytes);
-  if (check.accepted && !WriteAtStart(path, bytes)) {
-    check = Refused("the entry parameters could not be written to " + PathText(path));
+  if (!check.accepted) {
+    std::error_code error;
+    std::filesystem::remove(path, error);
+    return check;
   }
-  std::error_code error;
-  if (!check.accepted) std::filesystem::remove(path, error);
-  return check;
+  const std::string problem = WriteAtStart(path, bytes);
+  if (problem.empty()) return check;
+  return Refused("the entry parameters could not be written to " + PathText(path) + ": " + problem);
 }
 
 }  // namespace fileop

@@ -26,7 +26,8 @@ struct SecurityCheck {
   std::string message;  // for a message box; empty when the refusal is silent
 };
 
-/// Writes a complete and valid entry to the file; deletes the file when the entry is refused.
+/// Writes a complete and valid entry to the file; deletes the file when the entry is refused. A
+/// file that cannot be written keeps what it holds, and the message says why.
 SecurityCheck CheckSecurityEntry(const SecurityEntry& entry, const std::filesystem::path& path);
 
 }  // namespace fileop

@@ -173,7 +173,8 @@ void IspOperations::EndProgramming(bool programmed, IspView& view) {
   ShowResult(view, StatusLabel::Operation, programmed, "programcode ok", "programcode fail");
   view.RepaintStatus(StatusLabel::Operation);
   frames_.ReadHwCrc();
-  view.ShowHardwareCrc(HexText(frames_.HwCrc));
+  ReportedCrc = frames_.HwCrc;
+  view.ShowHardwareCrc(HexText(ReportedCrc));
   QuitIspMode(view);
 }
 

@@ -19,6 +19,8 @@ class IspOperations {
   VskChip ChipSelect = VskChip::Vsk830;
   /// The only mode state: the operations trust it and never ask the chip.
   bool IspModeOn = false;
+  /// What the chip reported after it was programmed last; -1 before.
+  std::int32_t ReportedCrc = -1;
   std::int32_t ReadPage = 0;  // page 0..255 last requested from the chip
 
   /// The chip that is programmed.

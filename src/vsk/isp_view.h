@@ -20,6 +20,7 @@ class IspView {
 
   virtual void SetStatusColour(StatusLabel label, StatusColour colour) = 0;
   virtual void SetStatusText(StatusLabel label, std::string_view text) = 0;
+  virtual std::string StatusText(StatusLabel label) const = 0;
   /// Redraws the label at once, before the operation goes on.
   virtual void RepaintStatus(StatusLabel label) = 0;
 

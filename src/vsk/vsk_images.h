@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 
 namespace tongxun {
 
@@ -22,6 +23,7 @@ class VskImages {
   std::uint16_t CodeCrc = 0;  // CRC-16 of the loaded image
   std::uint16_t CodeSum = 0;  // additive checksum of the loaded image
   bool CodeLoaded = false;    // an image has been loaded
+  std::string File;           // the one it came from; of a pair, the first
 
   void CrcCode();
   /// CRC of bank 0 and bank 1 laid end to end.

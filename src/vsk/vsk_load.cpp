@@ -51,6 +51,7 @@ void Load_Vsk830_NormalFile(std::int32_t lastCell, tongxun::VskImages& images, V
     view.ShowChecksum(HexText(images.CodeSum));
     view.ShowHardwareCrc("");
     images.CodeLoaded = true;
+    images.File = name;
   }
   view.ShowFileName(name);
 }
@@ -72,6 +73,7 @@ void Load_Vsk630_NormalFile(std::int32_t lastCell, tongxun::VskImages& images, V
     images.SumBanks();
     images.CrcBanks();
     images.CodeLoaded = true;
+    images.File = name;
     view.ShowMaximumAddress(HexText(images.CodeBank0Max) + "  " + HexText(images.CodeBank1Max));
     view.ShowChecksum(HexText(images.CodeSum));
     view.ShowSoftwareCrc(HexText(images.CodeCrc));

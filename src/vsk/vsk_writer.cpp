@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <span>
 
+#include "image/cells.h"
 #include "image/page_text.h"
+#include "text/hex_text.h"
 
 void VskWriter::Load(VskLoadView& view) {
   const VskModel& model = isp_.Model();
@@ -42,12 +44,15 @@ void VskWriter::Run(IspView& view) {
 
   switch (IspOperate) {
     case IspOperation::PageErase:
-      return isp_.DoPageErase(view);
+      isp_.DoPageErase(view);
+      return TellRun({.operation = "Page Erase"}, view);
     case IspOperation::EraseAll:
-      return isp_.DoEraseAll(view);
+      isp_.DoEraseAll(view);
+      return TellRun({.operation = "Erase All"}, view);
     case IspOperation::Program:
       if (!images_.CodeLoaded) return view.ShowMessage("the hexfile is not load");
-      return isp_.DoProgram(view);
+      isp_.DoProgram(view);
+      return TellRun(ImageLine(), view);
     case IspOperation::PageRead:
       LoadPageView = false;
       ReadPageView = true;
@@ -60,6 +65,23 @@ void VskWriter::Run(IspView& view) {
     case IspOperation::PreviousPage:
       return ShowNeighbour(-1, view);
   }
+}
+
+void VskWriter::TellRun(RunLine line, const IspView& view) const {
+  line.chip = isp_.Model().name;
+  line.result = view.StatusText(StatusLabel::Operation);
+  if (!line.result.empty()) RunEnded(line);  // else the operator gave no answer
+}
+
+RunLine VskWriter::ImageLine() const {
+  RunLine line{.operation = "Program",
+               .file = images_.File,
+               .crc = HexText(images_.CodeCrc),
+               .chipCrc = HexText(isp_.ReportedCrc)};
+  for (const VskBank& bank : isp_.Model().banks) {
+    line.size += tongxun::UsedCells(images_.*bank.cells, images_.*bank.maximum).size();
+  }
+  return line;
 }
 
 bool VskWriter::PrepareLoadPage(IspView& view) {

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
+#include "run_log/run_log.h"
 #include "vsk/isp_operations.h"
 #include "vsk/isp_view.h"
 #include "vsk/vsk_images.h"
@@ -29,6 +31,9 @@ class VskWriter {
   bool ReadPageView = false;  // the data display pages through the chip
   std::int32_t LoadPage = 0;  // page 0..255 of the image last shown
 
+  /// Told of every run that erased or programmed, when it has ended.
+  std::function<void(const RunLine&)> RunEnded = [](const RunLine&) {};
+
   /// Loads an image for the chip that is selected.
   void Load(VskLoadView& view);
 
@@ -46,6 +51,8 @@ class VskWriter {
   void StepPage(IspOperation step, IspView& view);
 
  private:
+  void TellRun(RunLine line, const IspView& view) const;
+  RunLine ImageLine() const;
   bool PrepareLoadPage(IspView& view);
   void ShowNeighbour(int step, IspView& view);
   void ShowLoadPage(IspView& view) const;

@@ -11,6 +11,7 @@
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QProxyStyle>
+#include <QStyleOption>
 #include <algorithm>
 
 #include "widgets/guarded.h"
@@ -27,6 +28,12 @@ Control* Named(Control* control, const char* name, const QString& accessibleName
   return control;
 }
 
+/// Half a pixel inside, so that all of the line is painted on a screen of fractional scale too.
+void DrawBorder(QPainter& painter, const QPalette& palette, const QRectF& rect) {
+  painter.setPen(palette.color(QPalette::Mid));
+  painter.drawRect(rect.adjusted(0.5, 0.5, -0.5, -0.5));
+}
+
 /// A frame whose caption stands in its border line, above the first option.
 class Frame final : public QGroupBox {
  public:
@@ -38,9 +45,7 @@ class Frame final : public QGroupBox {
     constexpr int kGap = 3;  // between the line and the caption
     const bool hasCaption = !title().isEmpty();
     QPainter painter(this);
-    painter.setPen(palette().color(QPalette::Mid));
-    // Half a pixel inside, so that all of the line is painted on a screen of fractional scale too.
-    painter.drawRect(QRectF(rect()).adjusted(0.5, hasCaption ? 7.5 : 0.5, -0.5, -0.5));
+    DrawBorder(painter, palette(), QRectF(rect()).adjusted(0, hasCaption ? 7 : 0, 0, 0));
     if (!hasCaption) return;
     const QRect caption(kIndent, 0, fontMetrics().horizontalAdvance(title()),
                         fontMetrics().height());
@@ -55,8 +60,16 @@ class ToolStyle final : public QProxyStyle {
  public:
   ToolStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+    const bool textBox = qobject_cast<const QPlainTextEdit*>(widget) != nullptr;
+    if (element == PE_Frame && textBox) return DrawBorder(*painter, option->palette, option->rect);
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+  }
   int pixelMetric(PixelMetric metric, const QStyleOption* option,
                   const QWidget* widget) const override {
+    // At a scale of 1.5 the content would cover the upper and lower line of a frame of 1 pixel.
+    if (metric == PM_DefaultFrameWidth && qobject_cast<const QPlainTextEdit*>(widget)) return 2;
     if (metric == PM_ExclusiveIndicatorWidth || metric == PM_ExclusiveIndicatorHeight) return 13;
     return QProxyStyle::pixelMetric(metric, option, widget);
   }

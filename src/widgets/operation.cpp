@@ -2,7 +2,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QCloseEvent>
+#include <QEvent>
 #include <QPointer>
 #include <utility>
 
@@ -77,7 +77,7 @@ Operation::~Operation() {
     DiscardInput();
     QApplication::restoreOverrideCursor();
     for (const auto& window : std::exchange(askedToClose, {})) {
-      if (window) QCoreApplication::postEvent(window, new QCloseEvent);
+      if (window) QMetaObject::invokeMethod(window, "close", Qt::QueuedConnection);
     }
   }
   --depth_;

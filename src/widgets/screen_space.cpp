@@ -34,7 +34,8 @@ void ShowWholeOrScrolled(QMainWindow& window, QWidget* client) {
   scroll->setFrameShape(QFrame::NoFrame);
   scroll->setWidget(client);
   window.setCentralWidget(scroll);
-  const int bar = scroll->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  // A pixel more, for the rounding on a screen of fractional scale.
+  const int bar = scroll->style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 1;
   window.setMaximumSize(whole + QSize(bar, bar));
   window.resize((whole + QSize(bar, 0)).boundedTo(space));
 }

@@ -1,5 +1,6 @@
 #include "bus/isp_boards.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <bit>
@@ -115,9 +116,10 @@ TEST_F(BoardFilesTest, AnAddressThatCannotBeSavedStaysForTheRun) {
   folder.Write("cfg", "a file where the folder should be");
   port.PortBase = 0x278;
   EXPECT_FALSE(address.SavePortAddress());
-  EXPECT_EQ(address.UnsavedNotice(), "It could not be saved in " +
-                                         PathText(folder / "cfg/chipport.log") +
-                                         " and holds for this run only.");
+  EXPECT_THAT(address.UnsavedNotice(),
+              testing::AllOf(testing::StartsWith("It could not be saved in " +
+                                                 PathText(folder / "cfg" / "chipport.log") + " ("),
+                             testing::EndsWith(") and holds for this run only.")));
   EXPECT_EQ(address.UnsavedNotice(), "") << "told once";
   EXPECT_EQ(port.PortBase, 0x278);
   address.LoadPortAddress();

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "platform/files.h"
 #include "support/temp_folder.h"
 
 namespace {
@@ -50,7 +51,7 @@ TEST(ProgramFolder, IsNamedWhenItCannotBeWritten) {
     pc.directories.programFolder = blocked;
     if (!installed) pc.directories.deliveredFolder.clear();
     pc.Start();
-    EXPECT_THAT(pc.reports,
-                testing::ElementsAre(testing::HasSubstr(blocked + "/Initial (Not a directory)")));
+    EXPECT_THAT(pc.reports, testing::ElementsAre(testing::HasSubstr(
+                                PathText(PathOf(blocked) / "Initial") + " (Not a directory)")));
   }
 }

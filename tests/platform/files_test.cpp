@@ -1,8 +1,9 @@
 #include "platform/files.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <array>
+#include <vector>
 
 #include "platform/directories.h"
 #include "support/temp_folder.h"
@@ -14,25 +15,31 @@ TEST(Files, SayWhyTheyCannotBeRead) {
   EXPECT_EQ(ReadFile(folder.Path(), 9).problem, "it is a folder, not a file");
 }
 
+std::string WriteText(const std::filesystem::path& path, const std::string& text) {
+  return WriteAtStart(path, std::vector<std::uint8_t>(text.begin(), text.end()));
+}
+
 TEST(Files, WritingAtTheStartKeepsWhatFollows) {
   const TempFolder folder;
   folder.Write("a", "12345");
-  EXPECT_TRUE(WriteAtStart(folder / "a", std::array<std::uint8_t, 2>{'x', 'y'}));
+  EXPECT_EQ(WriteText(folder / "a", "xy"), "");
   EXPECT_EQ(folder.Read("a"), "xy345");
   EXPECT_EQ(ReadFile(folder / "a", 3).bytes, "xy3");
 
-  EXPECT_TRUE(WriteAtStart(folder / "new/b", std::array<std::uint8_t, 1>{'z'}));
+  EXPECT_EQ(WriteText(folder / "new/b", "z"), "");
   EXPECT_EQ(folder.Read("new/b"), "z");
-  EXPECT_FALSE(WriteAtStart(folder / "new", std::array<std::uint8_t, 1>{'z'}));
+  EXPECT_NE(WriteText(folder / "new", "z"), "") << "a folder";
+  EXPECT_THAT(folder.Names(), testing::UnorderedElementsAre("a", "new"));
 }
 
-TEST(Files, NamesMayHoldAnyLetter) {
-  const std::string name = "Prüfung 測試";
-  EXPECT_EQ(PathOf(name).u16string(), u"Prüfung 測試");
-  EXPECT_EQ(PathText(PathOf(name)), name);
+TEST(Files, ThatCannotBeReplacedKeepTheirContent) {
   const TempFolder folder;
-  EXPECT_TRUE(WriteAtStart(folder.Path() / PathOf(name), std::array<std::uint8_t, 1>{'z'}));
-  EXPECT_EQ(ReadFile(PathOf(PathText(folder.Path()) + "/" + name), 9).bytes, "z");
+  folder.Write("a", "old");
+  std::filesystem::create_directory(folder / "a.part");  // nothing can be written beside it
+  EXPECT_NE(WriteText(folder / "a", "newer"), "");
+  EXPECT_EQ(folder.Read("a"), "old");
+  EXPECT_EQ(WriteText(folder / "a", "new"), "") << "it need not grow";
+  EXPECT_EQ(folder.Read("a"), "new");
 }
 
 TEST(Directories, CutAtNul) {

@@ -51,8 +51,21 @@ TEST_F(RtdWriterTest, BothBanks) {
   const auto bank2 = Image(300, 4);
   bench->Load(Bank::First, bank1);
   bench->Load(Bank::Second, bank2);
+  images.Of(Bank::First).file = "one.hex";
+  images.Of(Bank::Second).file = "two.hex";
+  RunLine told;
+  writer.RunEnded = [&](const RunLine& line) { told = line; };
   EXPECT_EQ(Run(RtdBankMode::Both),
             "Erase MCU OK.\r\n" + BankLines("1", bank1) + BankLines("2", bank2));
+  const std::string crcs = HexText(Crc8(bank1)) + " + " + HexText(Crc8(bank2));
+  EXPECT_THAT(told.result, StartsWith("Erase MCU OK.; Program BANK 1   100 %; Calculate CRC"));
+  told.result.clear();
+  EXPECT_EQ(told, (RunLine{.chip = "RTD2120",
+                           .operation = "Auto",
+                           .file = "one.hex + two.hex",
+                           .size = 1000,
+                           .crc = crcs,
+                           .chipCrc = crcs}));
   EXPECT_FALSE(view.red);
   EXPECT_TRUE(FlashEquals(chip.Bank(0), bank1) && FlashEquals(chip.Bank(1), bank2));
   EXPECT_FALSE(chip.InIspMode());

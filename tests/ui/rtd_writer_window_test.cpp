@@ -1,6 +1,8 @@
 // The RTD2120 writer window, and the launcher with two writers.
 #include "ui/window_test.h"
 
+using namespace tongxun2120;
+
 class RtdWriterWindowTest : public QObject {
   Q_OBJECT
 
@@ -19,21 +21,21 @@ class RtdWriterWindowTest : public QObject {
     Desk::Press("RTD2120Write", "Com64K");
     ChooseFile(folder + "panel-bank2.hex");
     Desk::Press("RTD2120Write", "Com64_96K");
-    const auto& b = desk_->tool.vskImages;
+    auto& images = desk_->tool.rtdImages;
     QCOMPARE(Desk::Text("RTD2120Write", "Bank2File"), folder + "panel-bank2.hex");
-    QCOMPARE(Desk::Text("RTD2120Write", "Bank2MaxAddr"), QString::number(b.Bank2Max));
+    QCOMPARE(Desk::Text("RTD2120Write", "Bank2MaxAddr"), QString::number(images.Bank2Max));
     QCOMPARE(Desk::Text("RTD2120Write", "Bank2CheckSum"),
-             QString::fromStdString(HexText(b.RtdBankSum)));
+             QString::fromStdString(HexText(images.RtdBankSum)));
     Desk::Press("RTD2120Write", "BothBank");
     Desk::Press("RTD2120Write", "Run");
     const QString status = Desk::Text("RTD2120Write", "WriteStatus");
     QCOMPARE(status.count(QStringLiteral("CRC OK.")), 2);
-    for (int bank = 0; bank < 2; ++bank) {
-      const auto used = bank == 0 ? tongxun::UsedCells(b.RtdBank1Buffer, b.Bank1Max)
-                                  : tongxun::UsedCells(b.RtdBank2Buffer, b.Bank2Max);
-      QVERIFY(used.size() > 256);
-      QVERIFY(
-          std::equal(used.begin(), used.end(), desk_->board.rtd2120.Bank(bank).Cells().begin()));
+    for (const Bank bank : {Bank::First, Bank::Second}) {
+      const BankImage image = images.Of(bank);
+      const auto bytes = image.maximum + 1;
+      QVERIFY(bytes > 256);
+      QVERIFY(std::equal(image.cells.begin(), image.cells.begin() + bytes,
+                         desk_->board.rtd2120.Bank(static_cast<int>(bank)).Cells().begin()));
     }
     Desk::Press("RTD2120Write", "EraseOp");
     Desk::Press("RTD2120Write", "Run");
@@ -46,6 +48,9 @@ class RtdWriterWindowTest : public QObject {
     Desk::Press("RTD2120Write", "Run");
     QCOMPARE(Desk::Text("RTD2120Write", "WriteStatus"), QStringLiteral("MCU link error"));
     QCOMPARE(Colour(), QColor(255, 0, 0));
+    auto* status = Desk::Find<QWidget>("RTD2120Write", "WriteStatus");
+    QCOMPARE(Told(status, QAccessible::Value), QStringLiteral("MCU link error"));
+    QVERIFY(Told(status, QAccessible::Description).endsWith(QStringLiteral("in red")));
     desk_->board.Connect(simulator::ConnectedChip::Rtd2120);
     QString said;
     ConfirmMessage(said);
@@ -94,6 +99,26 @@ class RtdWriterWindowTest : public QObject {
     QVERIFY(Desk::Window("Form2") != nullptr);
     Desk::Press("RTD2120Write", "BothBank");
     QCOMPARE(desk_->tool.rtdWriter.BankMode, RtdBankMode::Both);
+  }
+
+  void aDroppedFileLoadsIntoItsRow() {
+    QMimeData data;
+    const QString file = QStringLiteral(SOURCE_FOLDER "/samples/rtd2120/panel-bank2.hex");
+    data.setUrls({QUrl::fromLocalFile(file)});
+    auto* window = Desk::Window("RTD2120Write");
+    const auto drop = [&](const char* control) {
+      auto* box = Desk::Find<QWidget>("RTD2120Write", control);
+      QDropEvent event(box->mapTo(window, box->rect().center()), Qt::CopyAction, &data,
+                       Qt::LeftButton, {});
+      event.ignore();
+      static_cast<QObject*>(window)->event(&event);  // no drag entered the window
+      return event.isAccepted();
+    };
+    QVERIFY(!drop("WriteStatus"));
+    QVERIFY(drop("Bank2MaxAddr"));
+    QCOMPARE(Desk::Text("RTD2120Write", "Bank2File"), file);
+    QCOMPARE(Desk::Text("RTD2120Write", "Bank1File"), QString());
+    QVERIFY(desk_->tool.rtdImages.Bank2Loaded && !desk_->tool.rtdImages.Bank1Loaded);
   }
 
  private:

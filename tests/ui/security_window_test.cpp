@@ -31,6 +31,22 @@ class SecurityWindowTest : public QObject {
     QCOMPARE(desk_->tool.frames.IspParams[0], std::int16_t{0});
   }
 
+  void enterChecks() {
+    Type({"94", "01", "5a"});
+    QTest::keyClick(Desk::Find<QLineEdit>("Form3", "Text3"), Qt::Key_Return);
+    QVERIFY(Desk::Window("Form3") == nullptr);
+    QCOMPARE(File(), std::string("\x94\x01\x5A\0", 4));
+  }
+
+  void escapeLeavesTheFile() {
+    Type({"94", "01", "5a"});
+    Desk::Window("Form3")->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(Desk::Window("Form3")));
+    QTest::keyClick(Desk::Find<QLineEdit>("Form3", "Text3"), Qt::Key_Escape);
+    QVERIFY(Desk::Window("Form3") == nullptr);
+    QCOMPARE(File(), std::string());
+  }
+
   void aWrongCountIsSaidAndLeavesNoFile() {
     Type({"94", "05", "5a"});
     QString said;

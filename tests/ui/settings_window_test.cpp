@@ -66,6 +66,9 @@ class SettingsWindowTest : public QObject {
     QTest::newRow("no digit") << "37G" << wrong << 0x300 << "300" << QByteArray("old");
     QTest::newRow("prefix") << "0x37" << wrong << 0x300 << "300" << QByteArray("old");
     QTest::newRow("sign") << "-1" << wrong << 0x300 << "300" << QByteArray("old");
+    // A text that is pasted may hold what no key types.
+    const QString nul = QStringLiteral("37") + QChar(0) + QStringLiteral("8");
+    QTest::newRow("NUL") << nul << wrong << 0x300 << "300" << QByteArray("old");
   }
 
   void appliesAnAddress() {

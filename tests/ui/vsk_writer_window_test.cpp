@@ -1,5 +1,10 @@
 // The VSK writer window as an operator uses it, on the simulated board.
+#include <private/qguiapplication_p.h>
+#include <qpa/qplatformaccessibility.h>
+#include <qpa/qplatformintegration.h>
+
 #include <QMenu>
+#include <QScrollBar>
 
 #include "ui/window_test.h"
 
@@ -36,14 +41,14 @@ class VskWriterWindowTest : public QObject {
     RepaintCounter repaints;
     Desk::Find<QLabel>("Form1", "Label3")->installEventFilter(&repaints);
     Desk::Press("Form1", "Command4");
-    QCOMPARE(repaints.count, 14);  // blank, 0 to 100 percent, finish, programmed
+    QCOMPARE(repaints.count, 15);  // blank, 0 to 100 percent, finish, programmed, result
     QCOMPARE(Desk::Text("Form1", "Label3"), QStringLiteral("Write Ok"));
     QCOMPARE(Desk::Text("Form1", "Label2"), QStringLiteral("isp mode is out"));
     QCOMPARE(Desk::Text("Form1", "Text6"), Desk::Text("Form1", "Text5"));
     QVERIFY(Desk::Find<QAbstractButton>("Form1", "Option5")->isChecked());
-    const auto used =
-        tongxun::UsedCells(desk_->tool.vskImages.CodeBuffer, desk_->tool.vskImages.CodeMax);
-    QVERIFY(std::equal(used.begin(), used.end(), desk_->board.vsk830.Bank(0).Cells().begin()));
+    const auto& images = desk_->tool.vskImages;
+    QVERIFY(std::equal(images.CodeBuffer.begin(), images.CodeBuffer.begin() + images.CodeMax + 1,
+                       desk_->board.vsk830.Bank(0).Cells().begin()));
   }
 
   void programsTheSamplePairIntoAVsk630() {
@@ -55,10 +60,10 @@ class VskWriterWindowTest : public QObject {
     Desk::Press("Form1", "Command4");
     QCOMPARE(Desk::Text("Form1", "Label3"), QStringLiteral("Write Ok"));
     QCOMPARE(Desk::Text("Form1", "Text6"), Desk::Text("Form1", "Text5"));
-    const auto& b = desk_->tool.vskImages;
-    const auto used = tongxun::UsedCells(b.CodeBank1, b.CodeBank1Max);
-    QVERIFY(used.size() > 256);
-    QVERIFY(std::equal(used.begin(), used.end(), desk_->board.vsk630.Bank(1).Cells().begin()));
+    const auto& images = desk_->tool.vskImages;
+    QVERIFY(images.CodeBank1Max > 256);
+    QVERIFY(std::equal(images.CodeBank1.begin(), images.CodeBank1.begin() + images.CodeBank1Max + 1,
+                       desk_->board.vsk630.Bank(1).Cells().begin()));
   }
 
   void entersIspModeAnewByTheKeyboardAndByASecondClick() {
@@ -76,6 +81,74 @@ class VskWriterWindowTest : public QObject {
     QTest::keyClick(Desk::Find<QWidget>("Form1", "Option4"), Qt::Key_Down);
     QCOMPARE(desk_->log.Lines().size(), std::size_t{1});  // one quit frame for one key
     QCOMPARE(Desk::Text("Form1", "Label2"), QStringLiteral("isp mode is out"));
+  }
+
+  void statusTextsAreToldToAScreenReader() {
+    static QList<QObject*> announced;
+    auto* platform = QGuiApplicationPrivate::platformIntegration()->accessibility();
+    platform->setActive(true);
+    const auto before = QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
+      if (event->type() == QAccessible::NameChanged || event->type() == QAccessible::ValueChanged) {
+        announced << event->object();
+      }
+    });
+    desk_->board.Connect(simulator::ConnectedChip::None);
+    auto* status = Desk::Find<QLabel>("Form1", "Label2");
+    Desk::Press("Form1", "Option4");
+    QCOMPARE(Told(status, QAccessible::Name), QStringLiteral("isp mode is no exist"));
+    QCOMPARE(Told(status, QAccessible::Description), QStringLiteral("Isp Mode Status, in red"));
+    QVERIFY(announced.contains(status));
+    desk_->board.Connect(simulator::ConnectedChip::Vsk830);
+    Desk::Press("Form1", "Option4");
+    QCOMPARE(Told(status, QAccessible::Name), QStringLiteral("isp mode is exist"));
+    QCOMPARE(Told(status, QAccessible::Description), QStringLiteral("Isp Mode Status"));
+    Desk::Press("Form1", "Option7");
+    Desk::Press("Form1", "Command4");
+    auto* operation = Desk::Find<QLabel>("Form1", "Label3");
+    QCOMPARE(Told(operation, QAccessible::Name), QStringLiteral("Blank ok"));
+    QCOMPARE(Told(operation, QAccessible::Description), QStringLiteral("Isp Operate Status"));
+    QVERIFY(announced.contains(operation));
+    announced.clear();
+    ChooseFile(QStringLiteral(SOURCE_FOLDER "/samples/vsk830/thermostat.hex"));
+    Desk::Press("Form1", "Command1");
+    for (const char* box : {"Text2", "Text3", "Text4", "Text5", "Text6"}) {
+      auto* control = Desk::Find<QLineEdit>("Form1", box);
+      QVERIFY2(announced.contains(control), box);
+      QCOMPARE(Told(control, QAccessible::Value), control->text());
+    }
+    QAccessible::installUpdateHandler(before);
+    platform->setActive(false);
+  }
+
+  void boxesShowTheirBeginningAndTheFileBoxItsEnd() {
+    desk_->board.Connect(simulator::ConnectedChip::Vsk630);
+    Desk::Press("Main", "Command2");
+    std::string name(120, 'f');
+    name += ".B00";
+    ChooseFile(QString::fromStdString(desk_->folder.Write(name, std::string(0x2000, '1'))));
+    Desk::Press("Form1", "Command1");
+    const auto* maximum = Desk::Find<QLineEdit>("Form1", "Text4");
+    QCOMPARE(maximum->text(), QStringLiteral("1FFF  FFFFFFFF"));
+    QCOMPARE(maximum->cursorPosition(), 0);
+    QCOMPARE(maximum->toolTip(), maximum->text());
+    const auto* file = Desk::Find<QLineEdit>("Form1", "Text2");
+    QCOMPARE(file->cursorPosition(), file->text().size());
+    QCOMPARE(file->toolTip(), file->text());
+    QCOMPARE(Desk::Find<QLineEdit>("Form1", "Text3")->toolTip(), QString());
+  }
+
+  void tabEntersAnOptionGroupAtItsSelectedOption() {
+    Activate();
+    const auto next = [](const char* from) {
+      Desk::Find<QWidget>("Form1", from)->setFocus();
+      QTest::keyClick(Desk::Find<QWidget>("Form1", from), Qt::Key_Tab);
+      return QApplication::focusWidget()->objectName();
+    };
+    QCOMPARE(next("Command1"), QStringLiteral("Option8"));
+    QCOMPARE(next("Option8"), QStringLiteral("Option1"));
+    QTest::keyClick(Desk::Find<QWidget>("Form1", "Option1"), Qt::Key_Down);
+    QCOMPARE(desk_->tool.isp.ChipSelect, VskChip::Vsk630);
+    QCOMPARE(next("Option8"), QStringLiteral("Option2"));
   }
 
   void aQuitThatFailsDeselectsItsOption() {
@@ -107,6 +180,10 @@ class VskWriterWindowTest : public QObject {
     Desk::Press("Form1", "Command4");
     QVERIFY(Desk::Text("Form1", "Text1").startsWith(QStringLiteral("this is 10  page (Load Hex")));
     auto* display = Desk::Find<QPlainTextEdit>("Form1", "Text1");
+    QCOMPARE(display->document()->blockCount(), 17);
+    QCOMPARE(display->verticalScrollBar()->maximum(), 0);
+    QCOMPARE(display->horizontalScrollBar()->maximum(), 0);
+    QCOMPARE(Told(display, QAccessible::Value), Desk::Text("Form1", "Text1"));
     QTest::keyClick(display, Qt::Key_PageDown);
     QVERIFY(Desk::Text("Form1", "Text1").startsWith(QStringLiteral("this is 11  page")));
     QTest::keyClick(display, Qt::Key_PageUp);
@@ -149,14 +226,15 @@ class VskWriterWindowTest : public QObject {
     auto* surface = static_cast<PrintSurface*>(
         static_cast<QMainWindow*>(Desk::Window("Form1"))->centralWidget());
     QCOMPARE(surface->PrintedLines(), QStringList{QStringLiteral("error!!!")});
+    QCOMPARE(Told(surface, QAccessible::Name), QStringLiteral("error!!!"));
 
     const QString before = Desk::Text("Form1", "Text2");
     const QString broken = QString::fromStdString(desk_->folder.Write("b.hex", "no hex file\n"));
     QString said, reason;
-    QTimer::singleShot(0, qApp, [&] { ConfirmAfterFile(broken, said, reason); });
+    QTimer::singleShot(1, qApp, [&] { ConfirmAfterFile(broken, said, reason); });
     Desk::Press("Form1", "Command1");
     QCOMPARE(said, QStringLiteral("path or file name error!!!"));
-    QVERIFY(reason.contains(QStringLiteral("line 1, column 2")));
+    QVERIFY(reason.contains(QStringLiteral("line 1, column 1")));
     QCOMPARE(Desk::Text("Form1", "Text2"), before);
   }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QFileDialog>
@@ -14,33 +15,51 @@
 #include <QTimer>
 #include <memory>
 
-#include "support/bench.h"
+#include "support/board_bench.h"
 #include "support/temp_folder.h"
 #include "text/hex_text.h"
+#include "tool/tool.h"
 #include "ui/launcher.h"
 #include "widgets/controls.h"
+
+/// What passes on the bus; `hook` runs once, at the next START, while an operation holds the
+/// thread.
+class HookedLog final : public simulator::BusListener {
+ public:
+  simulator::FrameLog log;
+  std::function<void()> hook;
+
+  void Started(bool repeated) override {
+    if (hook) std::exchange(hook, nullptr)();
+    log.Started(repeated);
+  }
+  void Byte(std::uint8_t value, bool fromTarget, bool acknowledged) override {
+    log.Byte(value, fromTarget, acknowledged);
+  }
+  void Stopped() override { log.Stopped(); }
+};
 
 /// A started program on the simulated board, in a program folder of its own.
 struct Desk {
   TempFolder folder;
   FakeTicks ticks{2000};
   simulator::SimulatedBoard board{Wiring()};
-  simulator::FrameLog log;
-  Tool tool{board.cable, ticks, {folder / "program", folder / "config"}};
+  HookedLog bus;
+  simulator::FrameLog& log = bus.log;
+  Tool tool{board.cable, ticks, {folder / "program", folder / "config"}, {}};
   std::unique_ptr<Main> launcher;
 
   Desk() {
     board.Connect(simulator::ConnectedChip::Vsk830);
-    board.wire.ListenTo(&log);
+    board.wire.ListenTo(&bus);
     const auto initial = std::filesystem::path(SOURCE_FOLDER) / "src/simulator/Initial";
     std::filesystem::create_directories(folder / "program");
+    std::filesystem::create_directories(folder / "config");
     std::filesystem::copy(initial, folder / "program/Initial");
   }
 
   void Start() {
-    launcher = std::make_unique<Main>(tool.directories, tool.port, tool.portConfig, tool.timing,
-                                      tool.vskImages, tool.frames, tool.isp, tool.vskWriter,
-                                      tool.rtdWriter);
+    launcher = std::make_unique<Main>(tool);
     launcher->show();
   }
 
@@ -67,10 +86,16 @@ struct Desk {
   }
 };
 
-/// Answers the next modal dialog with `answer`, which is given the dialog.
+/// What a screen reader is told of the control.
+inline QString Told(QWidget* control, QAccessible::Text what) {
+  return QAccessible::queryAccessibleInterface(control)->text(what);
+}
+
+/// Answers the next modal dialog with `answer`, which is given the dialog. By a timer: what is
+/// queued at once comes before the dialog of an operation.
 template <typename Dialog, typename Answer>
 void AnswerDialog(Answer answer) {
-  QTimer::singleShot(0, qApp, [answer] {
+  QTimer::singleShot(1, qApp, [answer] {
     auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
     QVERIFY2(dialog != nullptr, "the expected dialog did not open");
     answer(dialog);

@@ -67,6 +67,15 @@ TEST_F(EntryParametersTest, TheSecurityCheck) {
   }
 }
 
+TEST_F(EntryParametersTest, AFileThatCannotBeWrittenStaysAsItIs) {
+  const auto path = folder.Write("security.cod", "abc");
+  std::filesystem::create_directory(folder / "security.cod.part");
+  const auto check = fileop::CheckSecurityEntry({"94", "01", {"5A", "", "", ""}}, path);
+  EXPECT_FALSE(check.accepted);
+  EXPECT_EQ(check.message.find("the entry parameters could not be written to " + path + ": "), 0U);
+  EXPECT_EQ(folder.Read("security.cod"), "abc");
+}
+
 TEST_F(EntryParametersTest, AnExistingFileIsOverwrittenButNotCut) {
   const auto path = folder.Write("security.cod", "abcdefgh");
   EXPECT_TRUE(fileop::CheckSecurityEntry({"94", "01", {"5A", "", "", ""}}, path).accepted);

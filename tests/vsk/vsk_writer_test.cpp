@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "support/vsk_bench.h"
+#include "text/hex_text.h"
 
 namespace {
 
@@ -30,6 +31,29 @@ TEST_F(VskWriterTest, NothingRunsOutsideIspMode) {
     EXPECT_THAT(view.Take(), ElementsAre("Label2: isp mode is not exist")) << operation;
   }
   EXPECT_THAT(bench->TakeFrames(), IsEmpty());
+}
+
+TEST_F(VskWriterTest, TellsWhatWasProgrammedOrErased) {
+  std::vector<RunLine> told;
+  writer.RunEnded = [&](const RunLine& line) { told.push_back(line); };
+  bench->Load({1, 2, 3});
+  bench->images.File = "a.hex";
+  const std::string crc = HexText(bench->images.CodeCrc);
+  for (const auto operation : {IspOperation::Program, IspOperation::EraseAll,
+                               IspOperation::PageErase, IspOperation::PageRead}) {
+    bench->EnterIspMode();
+    writer.IspOperate = operation;
+    writer.Run(view);  // the questions of the last two are cancelled
+  }
+  EXPECT_THAT(
+      told, ElementsAre(RunLine{.chip = "VSK830",
+                                .operation = "Program",
+                                .file = "a.hex",
+                                .size = 3,
+                                .crc = crc,
+                                .chipCrc = crc,
+                                .result = "Write Ok"},
+                        RunLine{.chip = "VSK830", .operation = "Erase All", .result = "Blank ok"}));
 }
 
 TEST_F(VskWriterTest, ProgramAndPageLoadNeedAnImage) {

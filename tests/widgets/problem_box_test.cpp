@@ -30,4 +30,4 @@ class PortProblemTest final : public QObject {
 };
 
 QTEST_MAIN(PortProblemTest)
-#include "port_problem_test.moc"
+#include "problem_box_test.moc"

@@ -29,8 +29,10 @@ Directories SystemDirectories(std::string_view programName) {
   const fs::path beside = ExecutableFolder();
   const fs::path config = Home("XDG_CONFIG_HOME", ".config") / programName;
   std::error_code missing;
-  if (fs::is_directory(beside / "Initial", missing)) return {beside, config};
+  const fs::path state = Home("XDG_STATE_HOME", ".local/state") / programName;
+  if (fs::is_directory(beside / "Initial", missing)) return {beside, config, {}, state};
   return {.programFolder = Home("XDG_DATA_HOME", ".local/share") / programName,
           .portAddressFolder = config,
-          .deliveredFolder = beside.parent_path() / "share" / programName};
+          .deliveredFolder = beside.parent_path() / "share" / programName,
+          .stateFolder = state};
 }

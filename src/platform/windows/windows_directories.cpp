@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <cwctype>
 
 #include "platform/directories.h"
@@ -38,6 +39,9 @@ fs::path WindowsFolderInLowerCase() {
 
 }  // namespace
 
-Directories SystemDirectories(std::string_view) {
-  return {.programFolder = ProgramFolder(), .portAddressFolder = WindowsFolderInLowerCase()};
+Directories SystemDirectories(std::string_view programName) {
+  const wchar_t* local = _wgetenv(L"LOCALAPPDATA");
+  return {.programFolder = ProgramFolder(),
+          .portAddressFolder = WindowsFolderInLowerCase(),
+          .stateFolder = local == nullptr ? fs::path() : fs::path(local) / programName};
 }

@@ -31,6 +31,9 @@ TEST(LinuxDirectories, AnInstalledProgramHasItsFoldersWithTheOperator) {
   setenv("XDG_DATA_HOME", "/data", 1);
   EXPECT_EQ(SystemDirectories("isp-writer").portAddressFolder, "/xdg/isp-writer");
   EXPECT_EQ(SystemDirectories("isp-writer").programFolder, "/data/isp-writer");
+  setenv("XDG_STATE_HOME", "/state", 1);
+  EXPECT_EQ(SystemDirectories("isp-writer").stateFolder, "/state/isp-writer");
+  unsetenv("XDG_STATE_HOME");
 
   unsetenv("XDG_CONFIG_HOME");
   setenv("XDG_DATA_HOME", "no/absolute/path", 1);
@@ -38,6 +41,7 @@ TEST(LinuxDirectories, AnInstalledProgramHasItsFoldersWithTheOperator) {
   const Directories home = SystemDirectories("isp-writer");
   EXPECT_EQ(home.portAddressFolder, "/home/operator/.config/isp-writer");
   EXPECT_EQ(home.programFolder, "/home/operator/.local/share/isp-writer");
+  EXPECT_EQ(home.stateFolder, "/home/operator/.local/state/isp-writer");
   const auto program = std::filesystem::read_symlink("/proc/self/exe");
   EXPECT_EQ(home.deliveredFolder, program.parent_path().parent_path() / "share/isp-writer");
 }

@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -111,7 +112,7 @@ TEST(DlPortIo, HoldsTheLibraryFromTheFirstAccessUntilTheEnd) {
   EXPECT_FALSE(LibraryIsLoaded());
 }
 
-/// Whichever access comes first, the operator is told once and the bus is empty.
+/// Whichever access comes first, the operator is told once and there is no port.
 void ExpectNoPort(const std::string& reason) {
   SCOPED_TRACE(reason);
   for (const bool readFirst : {false, true}) {

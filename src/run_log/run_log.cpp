@@ -1,0 +1,72 @@
+#include "run_log/run_log.h"
+
+#include <system_error>
+#include <utility>
+
+#include "platform/files.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* kHeading = "time,chip,operation,file,size,CRC,chip CRC,result,port,board\r\n";
+
+std::string TwoDigits(unsigned number) {
+  return {static_cast<char>('0' + number / 10), static_cast<char>('0' + number % 10)};
+}
+
+/// 2026-11-22T14:03:05Z
+std::string TimeText(RunLog::Time time) {
+  using namespace std::chrono;
+  const auto day = floor<days>(time);
+  const year_month_day date(day);
+  const hh_mm_ss clock(floor<seconds>(time - day));
+  return std::to_string(static_cast<int>(date.year())) + "-" +
+         TwoDigits(static_cast<unsigned>(date.month())) + "-" +
+         TwoDigits(static_cast<unsigned>(date.day())) + "T" +
+         TwoDigits(static_cast<unsigned>(clock.hours().count())) + ":" +
+         TwoDigits(static_cast<unsigned>(clock.minutes().count())) + ":" +
+         TwoDigits(static_cast<unsigned>(clock.seconds().count())) + "Z";
+}
+
+std::string Field(const std::string& text) {
+  if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
+  std::string quoted = "\"";
+  for (const char c : text) quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
+  return quoted + "\"";
+}
+
+}  // namespace
+
+RunLog::RunLog(const fs::path& folder, std::function<Way()> way, Problem report,
+               std::function<Time()> now)
+    : path_(folder.empty() ? fs::path() : folder / "runs.csv"),
+      way_(std::move(way)),
+      report_(std::move(report)),
+      now_(std::move(now)) {}
+
+void RunLog::Append(const RunLine& line) {
+  if (path_.empty()) return;
+  RollOver();
+  const std::string problem = AppendToFile(path_, TextOf(line), kHeading);
+  if (problem.empty() || std::exchange(told_, true) || !report_) return;
+  report_("The log of runs cannot be written: " + PathText(path_) + " (" + problem +
+          "). Programming is not affected.");
+}
+
+void RunLog::RollOver() const {
+  std::error_code error;
+  if (fs::file_size(path_, error) < kLargest || error) return;
+  fs::rename(path_, path_.parent_path() / "runs.old.csv", error);
+}
+
+std::string RunLog::TextOf(const RunLine& line) const {
+  const Way way = way_();
+  const std::string size = line.file.empty() ? std::string() : std::to_string(line.size);
+  std::string text = TimeText(now_());
+  for (const std::string& field : {line.chip, line.operation, line.file, size, line.crc,
+                                   line.chipCrc, line.result, way.port, way.board}) {
+    text += "," + Field(field);
+  }
+  return text + "\r\n";
+}

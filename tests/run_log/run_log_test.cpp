@@ -1,0 +1,65 @@
+#include "run_log/run_log.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "support/temp_folder.h"
+
+namespace {
+
+using namespace std::chrono;
+
+const std::string kHeading = "time,chip,operation,file,size,CRC,chip CRC,result,port,board\r\n";
+
+struct RunLogTest : testing::Test {
+  TempFolder folder;
+  RunLog::Time now = sys_days(2026y / 11 / 2) + 4h + 3min + 5s + 900ms;
+  std::vector<std::string> told;
+  RunLog log{folder / "state",
+             [] {
+               return RunLog::Way{"378", "ISP-1, plain"};
+             },
+             [this](const std::string& message) { told.push_back(message); },
+             [this] { return now; }};
+};
+
+TEST_F(RunLogTest, OneLineARun) {
+  log.Append({.chip = "VSK830",
+              .operation = "Program",
+              .file = "C:\\a \"b\".hex",
+              .size = 300,
+              .crc = "AEE7",
+              .chipCrc = "0",
+              .result = "CRC Error"});
+  now += 24h;
+  log.Append({.chip = "VSK630", .operation = "Erase All", .result = "Blank ok"});
+  EXPECT_EQ(folder.Read("state/runs.csv"),
+            kHeading +
+                "2026-11-02T04:03:05Z,VSK830,Program,\"C:\\a \"\"b\"\".hex\",300,AEE7,0,CRC "
+                "Error,378,\"ISP-1, plain\"\r\n"
+                "2026-11-03T04:03:05Z,VSK630,Erase All,,,,,Blank ok,378,\"ISP-1, plain\"\r\n");
+  EXPECT_TRUE(told.empty());
+}
+
+TEST_F(RunLogTest, AFullLogBecomesTheOldOne) {
+  folder.Write("state/runs.old.csv", "older");
+  const std::string full(RunLog::kLargest, 'x');
+  folder.Write("state/runs.csv", full);
+  log.Append({.chip = "RTD2120"});
+  EXPECT_EQ(folder.Read("state/runs.old.csv"), full);
+  EXPECT_EQ(folder.Read("state/runs.csv"),
+            kHeading + "2026-11-02T04:03:05Z,RTD2120,,,,,,,378,\"ISP-1, plain\"\r\n");
+}
+
+TEST_F(RunLogTest, ALogThatCannotBeWrittenIsToldOnce) {
+  folder.Write("state", "a file where the folder should be");
+  log.Append({});
+  log.Append({});
+  ASSERT_EQ(told.size(), 1U);
+  EXPECT_EQ(told[0].find("The log of runs cannot be written: " +
+                         (folder / "state" / "runs.csv").string() + " ("),
+            0U);
+}
+
+}  // namespace

@@ -1,0 +1,264 @@
+#include "soak/session.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QSlider>
+#include <array>
+#include <stdexcept>
+
+#include "soak/image_files.h"
+#include "soak/verdict.h"
+#include "text/hex_text.h"
+
+namespace {
+
+IspBoard RandomWiring(Random& random) {
+  const auto bit = [&](std::size_t least, std::size_t most) {
+    return static_cast<std::int16_t>(1 << Pick(random, least, most));
+  };
+  const auto direct = [&] { return Pick(random, 0, 1) == 0; };
+  IspBoard wiring;
+  wiring.SdaOut = {.address = 0x378, .polarity = direct(), .mask = bit(0, 7)};
+  wiring.SdaIn = {.address = 0x379, .polarity = direct(), .mask = bit(3, 7)};
+  wiring.SclOut = {.address = 0x37A, .polarity = direct(), .mask = bit(0, 3)};
+  return wiring;
+}
+
+std::string BoardFile(const IspBoard& wiring, std::size_t row) {
+  std::string text = "boards," + std::to_string(row + 1) + "\r\n";
+  for (std::size_t i = 0; i <= row; ++i) {
+    text += "board " + std::to_string(i);
+    for (const LineSpec* line : {&wiring.SdaOut, &wiring.SdaIn, &wiring.SclOut, &wiring.SclIn}) {
+      text += ",port," + HexText(line->address) + ",polarity," + (line->polarity ? "+" : "-") +
+              ",mask," + HexText(i == row ? line->mask : 0);
+    }
+    text += "\r\n";
+  }
+  return text;
+}
+
+std::string ParameterFile(const simulator::VskIdentity& identity) {
+  std::string bytes{static_cast<char>(identity.address), static_cast<char>(identity.codes.size())};
+  for (const std::uint8_t code : identity.codes) bytes += static_cast<char>(code);
+  return bytes;
+}
+
+}  // namespace
+
+void BoundedPort::Count() {
+  if (left_ == 0) throw std::runtime_error("too many port accesses");
+  --left_;
+}
+
+Session::Session(Random& random, DialogRobot& robot, Tally& tally)
+    : random_(random),
+      robot_(robot),
+      tally_(tally),
+      wiring_(RandomWiring(random)),
+      board_(wiring_) {
+  board_.wire.ListenTo(&crcRange_);
+  const std::size_t row = Pick(random_, 0, 20);
+  folder_.Write("program/Initial/InitPort.csv", BoardFile(wiring_, row));
+  folder_.Write("program/Initial/CurrIspBoard.csv", std::to_string(row));
+  folder_.Write("program/Initial/security.cod", ParameterFile({}));
+  port_.BeginRun();
+  tool_ = std::make_unique<Tool>(
+      port_, ticks_, Directories{folder_ / "program", folder_ / "config", {}, folder_ / "state"},
+      [this](const std::string& message) {
+        robot_.Note("dialog", QString::fromStdString(message));
+      });
+  launcher_ = std::make_unique<Main>(*tool_);
+  launcher_->show();
+  ChangeBoard();
+}
+
+QWidget* Session::Window(const char* name) const {
+  QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->objectName() == QLatin1String(name) && window->isVisible()) return window;
+  }
+  return nullptr;
+}
+
+template <typename Control>
+Control* Session::Find(const char* window, const char* name) const {
+  auto* control = Window(window)->findChild<Control*>(QLatin1String(name));
+  if (control == nullptr) qFatal("no control %s in %s", name, window);
+  return control;
+}
+
+void Session::Click(const char* window, const char* button) const {
+  Find<QAbstractButton>(window, button)->click();
+}
+
+const char* Session::OpenWriterName() const {
+  for (const char* name : {"Form1", "RTD2120Write"}) {
+    if (Window(name) != nullptr) return name;
+  }
+  return nullptr;
+}
+
+void Session::BeginRun() {
+  ++tally_.runs;
+  port_.BeginRun();
+}
+
+void Session::EndRun() {
+  if (port_.Exhausted()) ++tally_.endless;
+  port_.BeginRun();
+}
+
+void Session::OpenWriter() {
+  constexpr std::array kButtons{"Command1", "Command2", "Command3"};
+  // Mostly the writer for the chip that is plugged in.
+  const auto plugged = static_cast<std::size_t>(board_.Connected());
+  const bool fitting = plugged > 0 && Pick(random_, 0, 5) != 0;
+  Click("Main", kButtons[fitting ? plugged - 1 : Pick(random_, 0, 2)]);
+}
+
+void Session::ChangeBoard() {
+  using simulator::ConnectedChip;
+  const std::size_t chip = Pick(random_, 0, 12);
+  const auto plugged = chip == 0 ? ConnectedChip::None : static_cast<ConnectedChip>(1 + chip % 3);
+  board_.faults = {};
+  board_.Connect(plugged);
+  OpenWriter();
+}
+
+void Session::Settings() {
+  const char* writer = OpenWriterName();
+  if (writer == nullptr) return OpenWriter();
+  Find<QAction>(writer, writer == std::string("Form1") ? "about" : "About")->trigger();
+  if (Pick(random_, 0, 2) == 0) {
+    Find<QSlider>("Form2", "HScroll1")->setValue(static_cast<int>(Pick(random_, 1, 10)));
+  }
+  constexpr std::array kAddresses{"378", "0", "278", "", "3G", "FFFF"};
+  const bool elsewhere = Pick(random_, 0, 3) == 0;
+  Find<QLineEdit>("Form2", "Text3")->setText(kAddresses[elsewhere ? Pick(random_, 1, 5) : 0]);
+  Click("Form2", "Enter");
+  if (Window("Form2") != nullptr) Click("Form2", "Command1");
+}
+
+void Session::Load(const char* window, const char* button) {
+  const bool rtd = window != std::string("Form1");
+  const bool pair = !rtd && tool_->isp.ChipSelect == VskChip::Vsk630;
+  const bool cancel = Pick(random_, 0, 19) == 0;
+  robot_.file =
+      cancel ? QString() : QString::fromStdString(RandomFile(random_, folder_, pair, rtd));
+  Click(window, button);
+}
+
+void Session::ProgramVsk() {
+  if (Pick(random_, 0, 1) == 0) Load("Form1", "Command1");
+  Click("Form1", "Option4");
+  const auto size = static_cast<std::size_t>(std::max(tool_->vskImages.CodeMax, 0));
+  if (Pick(random_, 0, 2) != 0) AddFaults(random_, 8 + size / 128, size, 4, board_);
+  BeginRun();
+  if (Pick(random_, 0, 3) == 0) {
+    Find<QAction>("Form1", "Program")->trigger();
+  } else {
+    Click("Form1", "Option8");
+    Click("Form1", "Command4");
+  }
+  EndRun();
+  auto* status = Find<QLabel>("Form1", "Label3");
+  if (status->text() == QLatin1String("Write Ok")) {
+    JudgeWriteOk(*tool_, board_, tally_);
+    if (status->palette().color(QPalette::WindowText) == QColor(255, 0, 0)) ++tally_.claimsInRed;
+    status->clear();  // judged once
+  }
+  if (Pick(random_, 0, 1) == 0) board_.faults = {};
+}
+
+void Session::OtherVskStep() {
+  constexpr std::array kOperations{"Option6", "Option7", "Option9", "Option10"};
+  BeginRun();
+  switch (Pick(random_, 0, 7)) {
+    case 0: {
+      auto* text = Find<QPlainTextEdit>("Form1", "Text1");
+      QKeyEvent key(QEvent::KeyPress, Pick(random_, 0, 1) == 0 ? Qt::Key_PageDown : Qt::Key_PageUp,
+                    Qt::NoModifier);
+      QApplication::sendEvent(text, &key);
+      break;
+    }
+    case 1:
+      Click("Form1", "Option5");
+      break;
+    case 2:
+      Click("Form1", Pick(random_, 0, 1) == 0 ? "Option1" : "Option2");
+      break;
+    case 3:
+      Find<QAction>("Form1", "Blank_Entire")->trigger();
+      break;
+    default:
+      Click("Form1", "Option4");
+      Click("Form1", kOperations[Pick(random_, 0, 3)]);
+      Click("Form1", "Command4");
+  }
+  EndRun();
+}
+
+void Session::RunRtd() {
+  const auto size = static_cast<std::size_t>(std::max(tool_->rtdImages.Bank1Max, 0));
+  if (Pick(random_, 0, 2) != 0) AddFaults(random_, 30 + size / 40, size, 10, board_);
+  BeginRun();
+  Click("RTD2120Write", "Run");
+  EndRun();
+  auto* status = Find<QPlainTextEdit>("RTD2120Write", "WriteStatus");
+  const auto claimsBefore = tally_.claims;
+  JudgeCrcOk(status->toPlainText(), *tool_, board_, crcRange_, tally_);
+  const bool red = status->palette().color(QPalette::Text) == QColor(255, 0, 0);
+  if (red) tally_.claimsInRed += tally_.claims - claimsBefore;
+  robot_.NoteWindows();
+  status->clear();  // judged once
+  if (Pick(random_, 0, 1) == 0) board_.faults = {};
+}
+
+void Session::StepRtd() {
+  constexpr std::array kBanks{"MainBank", "MainBank", "SecondBank", "BothBank"};
+  switch (Pick(random_, 0, 5)) {
+    case 0:
+      return Load("RTD2120Write", "Com64K");
+    case 1:
+      return Load("RTD2120Write", "Com64_96K");
+    case 2:
+      return Click("RTD2120Write", kBanks[Pick(random_, 0, 3)]);
+    case 3:
+      return Click("RTD2120Write", Pick(random_, 0, 4) == 0 ? "EraseOp" : "AutoOp");
+    default:
+      return RunRtd();
+  }
+}
+
+void Session::Step() {
+  const char* writer = OpenWriterName();
+  const std::size_t choice = Pick(random_, 0, 99);
+  if (writer == nullptr || choice < 3) {
+    ChangeBoard();
+  } else if (choice < 5) {
+    Settings();
+  } else if (choice < 8) {  // leaves; the next step opens another writer
+    const bool vsk = writer == std::string("Form1");
+    if (Pick(random_, 0, 1) == 0) {
+      Window(writer)->close();
+    } else {
+      Find<QAction>(writer, vsk ? "Exit" : "exit")->trigger();
+    }
+  } else if (choice < 10) {
+    board_.PowerCycle();
+    board_.faults = {};
+  } else if (writer != std::string("Form1")) {
+    StepRtd();
+  } else if (choice < 60) {
+    ProgramVsk();
+  } else {
+    OtherVskStep();
+  }
+  robot_.NoteWindows();
+  if (Pick(random_, 0, 9) == 0) QApplication::processEvents();
+}

@@ -1,0 +1,17 @@
+// Compares what the windows claim with the flash of the chip that is plugged in.
+#pragma once
+
+#include <QString>
+
+#include "simulator/simulated_board.h"
+#include "soak/tally.h"
+#include "support/crc_range.h"
+#include "tool/tool.h"
+
+/// A VSK run ended with "Write Ok".
+void JudgeWriteOk(Tool& tool, simulator::SimulatedBoard& board, Tally& tally);
+
+/// An RTD2120 run left `status` in its box: each "CRC OK." in it is a claim for the bank named last
+/// before it.
+void JudgeCrcOk(const QString& status, Tool& tool, simulator::SimulatedBoard& board,
+                const CrcRange& range, Tally& tally);
