@@ -123,37 +123,26 @@ TEST_F(IicPortTest, ABoardWithoutCompleteWiringIsToldOnceAndReadsHigh) {
   EXPECT_EQ(problems.size(), 2U);
 }
 
-TEST_F(IicPortTest, AChangedBoardOrAddressCountsAtTheNextCall) {
+TEST_F(IicPortTest, AChangedBoardOrAddressCountsAtTheNextCallAndAPortIsAnnouncedOnce) {
   boards.BoardTable[20] = TraceBoard();
   boards.BoardTable[20].SdaOut.mask = 0x80;
   port.SetSdaHigh();
   boards.CurrentBoard = 20;
   port.SetSdaHigh();
   port.PortBase = 0xEC00;
-  port.SetSclLow();
-  EXPECT_EQ(io.Take(), "378=7F 378=FF use EC00 EC02=0");
-}
-
-TEST_F(IicPortTest, APortIsAnnouncedAtTheFirstAccessAfterItChanged) {
-  port.PortBase = 0x100;
   port.SdaIsLow();
-  port.SetSdaLow();
-  EXPECT_EQ(io.Take(), "use 100 101? 100=7E");
-
-  // The new data register is the old control register.
-  port.PortBase = 0x102;
   port.SetSclLow();
-  EXPECT_EQ(io.Take(), "use 102 104=0");
+  EXPECT_EQ(io.Take(), "378=7F 378=FF use EC00 EC01? EC02=0");
 
-  // Nothing is announced for an address that was never used.
-  port.PortBase = 0;
-  port.PortBase = 0x102;
+  port.PortBase = 0xEC02;  // its data register is the old control register
+  port.SetSclLow();
+  port.PortBase = 0;  // never used, never announced
+  port.PortBase = 0xEC02;
   port.SetSdaHigh();
-  EXPECT_EQ(io.Take(), "102=7F");
-
+  EXPECT_EQ(io.Take(), "use EC02 EC04=0 EC02=FF");
   port.ReopenPort();
   port.SetSdaHigh();
-  EXPECT_EQ(io.Take(), "use 102 102=7F");
+  EXPECT_EQ(io.Take(), "use EC02 EC02=FF");
 }
 
 TEST_F(IicPortTest, LinesAreReleasedOnlyOnAPortInUse) {

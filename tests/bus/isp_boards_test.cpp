@@ -9,6 +9,7 @@
 #include "platform/files.h"
 #include "support/recording_port.h"
 #include "support/temp_folder.h"
+#include "text/hex_text.h"
 
 namespace {
 
@@ -29,31 +30,31 @@ struct BoardFilesTest : testing::Test {
   }
 };
 
-std::string Group(const std::string& address, const std::string& mark, const std::string& mask) {
-  return ",a," + address + ",p," + mark + ",m," + mask;
+std::string Row(const std::string& name, const std::string& mask = "80") {
+  return name + ",a,378,p,+,m," + mask + ",a,379,p, - ,m,40,a,37A,p,-,m,08,a,0,p,,m,zz\n";
 }
 
-std::string Row(const std::string& name, const std::string& mask = "80") {
-  return name + Group("378", "+", mask) + Group("379", " - ", "40") + Group("37A", "-", "08") +
-         Group("0", "", "zz") + "\n";
+/// Name, then address, polarity and mask of each line.
+std::string Shown(const IspBoard& board) {
+  std::string text = board.name;
+  for (const LineSpec& line : {board.SdaOut, board.SdaIn, board.SclOut, board.SclIn}) {
+    text += " " + HexText(line.address) + (line.polarity ? "+" : "-") + HexText(line.mask);
+  }
+  return text;
 }
 
 TEST_F(BoardFilesTest, ReadsTheBoardTable) {
-  LoadTable("Count , 2\r\n\"One, two\"" + Row("").substr(0) + Row("second", "1"));
+  LoadTable("Count , 2\r\n\"One, two\"" + Row("") + Row("second", "1"));
   EXPECT_EQ(boards.BoardCount, 2);
-  const IspBoard& board = boards.BoardTable[0];
-  EXPECT_EQ(board.name, "One, two");
-  EXPECT_EQ(board.SdaOut.address, 0x378);
-  EXPECT_TRUE(board.SdaOut.polarity);
-  EXPECT_EQ(board.SdaOut.mask, 0x80);
-  EXPECT_FALSE(board.SdaIn.polarity) << "a minus sign between blanks";
-  EXPECT_EQ(board.SdaIn.mask, 0x40);
-  EXPECT_FALSE(board.SclOut.polarity);
-  EXPECT_EQ(board.SclOut.mask, 0x08);
-  EXPECT_TRUE(board.SclIn.polarity) << "an empty mark is direct";
-  EXPECT_EQ(board.SclIn.mask, 0) << "no digit";
-  EXPECT_EQ(boards.BoardTable[1].name, "second");
+  EXPECT_EQ(Shown(boards.BoardTable[0]), "One, two 378+80 379-40 37A-8 0+0")
+      << "a minus sign between blanks; an empty mark is direct";
+  EXPECT_EQ(Shown(boards.BoardTable[1]), "second 378+1 379-40 37A-8 0+0");
   EXPECT_EQ(turns, 1) << "one turn of the message loop a block";
+
+  LoadTable("n,1\n" + Row("first", "1FF") + "n,-3\nn,1\n" + Row("later", "0"));
+  EXPECT_EQ(Shown(boards.BoardTable[0]), "later 378+0 379-40 37A-8 0+0");
+  LoadTable("n,1\n" + Row("wide", "100"));
+  EXPECT_EQ(boards.BoardTable[0].SdaOut.mask, 0);
 }
 
 TEST_F(BoardFilesTest, AnErrorEndsTheLoadAndKeepsWhatWasRead) {
@@ -61,67 +62,47 @@ TEST_F(BoardFilesTest, AnErrorEndsTheLoadAndKeepsWhatWasRead) {
   for (int i = 0; i < 22; ++i) rows += Row("b" + std::to_string(i));
   LoadTable("n,22\n" + rows);
   EXPECT_EQ(boards.BoardTable[20].name, "b20");
-
+  const auto names = [this] {
+    return boards.BoardTable[0].name + " " + boards.BoardTable[1].name + " " +
+           boards.BoardTable[2].name;
+  };
   LoadTable("n,3\n" + Row("x0") + "x1,a,37G," + Row("x2"));
-  EXPECT_EQ(boards.BoardTable[0].name, "x0");
-  EXPECT_EQ(boards.BoardTable[1].name, "x1");
-  EXPECT_EQ(boards.BoardTable[2].name, "b2") << "an address that is no number ends the load";
-
+  EXPECT_EQ(names(), "x0 x1 b2") << "an address that is no number ends the load";
   LoadTable("n,2\n" + Row("y0") + "y1,a");
-  EXPECT_EQ(boards.BoardTable[1].name, "y1");
-  EXPECT_EQ(boards.BoardTable[1].SdaOut.mask, 0x80) << "cut off: the old mask stays";
-
   boards.LoadPortConfig(folder / "none", turn);
   boards.LoadPortConfig(folder.Path(), turn);
-  EXPECT_EQ(boards.BoardTable[0].name, "y0");
-}
-
-TEST_F(BoardFilesTest, LaterBlocksAndMasksOutOfRange) {
-  LoadTable("n,1\n" + Row("first", "1FF") + "n,-3\nn,1\n" + Row("later", "0"));
-  EXPECT_EQ(boards.BoardTable[0].name, "later");
-  EXPECT_EQ(boards.BoardTable[0].SdaOut.mask, 0);
-  LoadTable("n,1\n" + Row("wide", "100"));
-  EXPECT_EQ(boards.BoardTable[0].SdaOut.mask, 0);
+  EXPECT_EQ(names(), "y0 y1 b2");
+  EXPECT_EQ(boards.BoardTable[1].SdaOut.mask, 0x80) << "cut off: the old mask stays";
 }
 
 TEST_F(BoardFilesTest, TheLastFieldInRangeIsTheCurrentBoard) {
-  struct Case {
-    const char* text;
-    int board;
-  };
-  for (const Case& c : {Case{"3,1\n", 1},
-                        {"CurrentBoard,2\r\n", 2},
-                        {"21", 0},
-                        {"-1", 0},
-                        {"4.5", 4},
-                        {"7,99999,8", 7},
-                        {"5,x", 0},
-                        {"20", 20}}) {
+  for (const auto& [text, board] : {std::pair{"3,1\n", 1},
+                                    {"CurrentBoard,2\r\n", 2},
+                                    {"21", 0},
+                                    {"-1", 0},
+                                    {"4.5", 4},
+                                    {"3.5", 4},
+                                    {"7,99999,8", 7},
+                                    {"5,x", 0},
+                                    {"20", 20},
+                                    {"nan,inf,5", 5}}) {
     boards.CurrentBoard = 0;
-    LoadBoard(c.text);
-    EXPECT_EQ(boards.CurrentBoard, c.board) << c.text;
+    LoadBoard(text);
+    EXPECT_EQ(boards.CurrentBoard, board) << text;
   }
 }
 
 TEST_F(BoardFilesTest, TheAddressFile) {
-  struct Case {
-    const char* what;
-    std::string before;
-    int base;
-    std::string after;
-  };
-  const Case cases[] = {
-      {"two bytes", "\x02\x78", 0x278, "\x02\x78"},
-      {"above 0x7FFF", std::string("\xEC\0", 2), 0xEC00, std::string("\xEC\0", 2)},
-      {"below 0x100", std::string("\0\x78", 2), 0x78, std::string("\0\x78", 2)},
-      {"empty", "", 0x378, "\x03\x78"},
-      {"zero, with bytes behind", std::string("\0\0rest", 6), 0x378, "\x03\x78rest"},
-  };
-  for (const Case& c : cases) {
-    folder.Write("cfg/chipport.log", c.before);
+  using namespace std::string_literals;
+  for (const auto& [before, base, after] : {std::tuple{"\x02\x78"s, 0x278, "\x02\x78"s},
+                                            {"\xEC\0"s, 0xEC00, "\xEC\0"s},
+                                            {"\0\x78"s, 0x78, "\0\x78"s},
+                                            {""s, 0x378, "\x03\x78"s},
+                                            {"\0\0rest"s, 0x378, "\x03\x78rest"s}}) {
+    folder.Write("cfg/chipport.log", before);
     address.LoadPortAddress();
-    EXPECT_EQ(port.PortBase, c.base) << c.what;
-    EXPECT_EQ(folder.Read("cfg/chipport.log"), c.after) << c.what;
+    EXPECT_EQ(port.PortBase, base);
+    EXPECT_EQ(folder.Read("cfg/chipport.log"), after);
   }
   std::filesystem::remove_all(folder / "cfg");
   address.LoadPortAddress();

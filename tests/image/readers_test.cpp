@@ -91,6 +91,11 @@ TEST_F(ReadersTest, HexRecordsLandAtTheirAddresses) {
 TEST_F(ReadersTest, AWrongStartCodeIsSaidOncePerRecord) {
   EXPECT_TRUE(Hex(";" + kData.substr(1) + kData + "x" + kData.substr(1) + kEnd));
   EXPECT_THAT(view.Take(), ElementsAre("clear", "print error!!!", "print error!!!"));
+  // Within the last 13 characters no record begins.
+  for (const char* behind : {"", "x"}) {
+    EXPECT_TRUE(Hex(kData + ";" + kEnd.substr(1) + behind));
+    EXPECT_EQ(view.Take().size(), *behind == 'x' ? 2U : 1U);
+  }
   EXPECT_EQ(cells[0x12], 3);
 }
 

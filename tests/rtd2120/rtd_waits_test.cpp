@@ -4,35 +4,16 @@
 #include <gtest/gtest.h>
 
 #include <deque>
-#include <limits>
 
 #include "support/rtd_bench.h"
+#include "support/scripted_target.h"
 
 namespace {
 
 using tongxun2120::Bank;
 
-class ListedTarget final : public simulator::I2cTarget {
- public:
-  std::deque<std::uint8_t> replies;  // the last one is repeated
-  int reads = 0;
-  int addressesAnswered = std::numeric_limits<int>::max();
-
-  void OnStart() override {}
-  void OnStop() override {}
-  bool OnAddress(std::uint8_t) override { return addressesAnswered-- > 0; }
-  bool OnWrite(std::uint8_t) override { return true; }
-  std::uint8_t OnRead() override {
-    ++reads;
-    const std::uint8_t reply = replies.front();
-    if (replies.size() > 1) replies.pop_front();
-    return reply;
-  }
-  void OnUnplugged() override {}
-};
-
 struct RtdWaitsTest : testing::Test {
-  ListedTarget target;
+  ScriptedTarget target;
   std::unique_ptr<RtdBench> bench = std::make_unique<RtdBench>();
   RtdTranscript& view = bench->view;
   tongxun2120::RtdLink& link = bench->link;
@@ -40,13 +21,6 @@ struct RtdWaitsTest : testing::Test {
 
   RtdWaitsTest() { bench->board.wire.Connect(&target); }
   ~RtdWaitsTest() override { bench->board.wire.Connect(nullptr); }
-
-  template <typename Action>
-  std::uint32_t Elapsed(Action action) {
-    const std::uint32_t before = bench->ticks.Elapsed();
-    action();
-    return bench->ticks.Elapsed() - before;
-  }
 };
 
 TEST_F(RtdWaitsTest, WhichReadingEndsTheCrcWait) {
@@ -75,15 +49,12 @@ TEST_F(RtdWaitsTest, EveryWaitEndsAfterTenSeconds) {
        {std::pair{"erase", erasing}, {"CRC range", settingRange}, {"CRC", running}}) {
     target.replies = replies;
     view.text.clear();
-    const std::uint32_t elapsed = Elapsed([&, erase = std::string(what) == "erase"] {
-      if (erase) {
-        EXPECT_FALSE(operations.RtdEraseChip(view));
-      } else {
-        EXPECT_EQ(operations.RtdReadCrc(Bank::First, view), std::nullopt);
-      }
-    });
-    EXPECT_GE(elapsed, 10'000U) << what;
-    EXPECT_LE(elapsed, 10'030U) << what;
+    const std::uint32_t begin = bench->ticks.Elapsed();
+    const bool done = std::string(what) == "erase"
+                          ? operations.RtdEraseChip(view)
+                          : operations.RtdReadCrc(Bank::First, view).has_value();
+    EXPECT_FALSE(done) << what;
+    EXPECT_NEAR(bench->ticks.Elapsed() - begin, 10'015, 15) << what;
     EXPECT_EQ(view.text, "MCU link error\r\n") << what;
     EXPECT_EQ(view.Take().back(), "red MCU link error\r\n") << what;
   }
@@ -107,6 +78,8 @@ TEST_F(RtdWaitsTest, AReadThatWasNotAcknowledgedNeverCounts) {
   }
   target.addressesAnswered = 10;
   EXPECT_EQ(operations.RtdReadCrc(Bank::First, view), 0x00) << "all ten are needed";
+  target.addressesAnswered = 10;
+  EXPECT_FALSE(link.RtdEnterIsp()) << "an answer that is not the first bank's";
 }
 
 TEST_F(RtdWaitsTest, ARunEndsWithALongDelay) {

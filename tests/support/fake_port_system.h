@@ -13,17 +13,18 @@
 #include <cstdio>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "platform/linux/port_system.h"
+#include "platform/linux/linux_parallel_port.h"
 
 struct FakeKernel {
-  static constexpr int kAlways = 1 << 30;
   struct Failure {
     int error = 0;
-    int times = kAlways;
+    int times = -1;  // negative: always
   };
 
   std::map<std::string, Failure> failures;  // by the call's name, without its arguments
@@ -32,7 +33,6 @@ struct FakeKernel {
   std::string group = "lp";
   bool root = false;
   std::array<std::uint8_t, 3> registers{0xA5, 0x78, 0x03};  // data, status, control
-
   /// Run at every call: what else happens in the machine at that moment.
   std::function<void(const std::string& name)> meanwhile = [](const std::string&) {};
 
@@ -45,32 +45,21 @@ struct FakeKernel {
 
   /// Adds a port that nobody holds.
   void AddPort(const std::string& name, const std::string& baseAddr) {
-    const std::string folder = "/proc/sys/dev/parport/";
-    folders[folder].push_back(name);
-    texts[folder + name + "/base-addr"] = baseAddr;
-    SetHolder(name, "none");
+    folders["/proc/sys/dev/parport/"].push_back(name);
+    texts["/proc/sys/dev/parport/" + name + "/base-addr"] = baseAddr;
+    Holder(name) = "none\n";
   }
-  void SetHolder(const std::string& name, const std::string& holder) {
-    texts["/proc/sys/dev/parport/" + name + "/devices/active"] = holder + "\n";
+  std::string& Holder(const std::string& name) {
+    return texts["/proc/sys/dev/parport/" + name + "/devices/active"];
   }
-  void SetDrivers(const std::string& name, std::vector<std::string> drivers) {
-    folders["/proc/sys/dev/parport/" + name + "/devices"] = std::move(drivers);
-  }
-
-  std::string TakeCalls() {
-    std::string taken;
-    taken.swap(calls);
-    return taken;
-  }
+  std::string TakeCalls() { return std::exchange(calls, {}); }
 
   /// Records a call; minus errno when it has to fail.
   int Call(const std::string& name, const std::string& arguments = {}) {
     calls += (calls.empty() ? "" : " ") + name + arguments;
     meanwhile(name);
     Failure& failure = failures[name];
-    if (failure.error == 0 || failure.times == 0) return 0;
-    --failure.times;
-    return -failure.error;
+    return failure.times-- == 0 ? failure.times = 0 : -failure.error;
   }
 };
 
@@ -80,38 +69,36 @@ class FakePortSystem final : public PortSystem {
 
   int Open(const std::string& path) override {
     const int failed = kernel_.Call("open", ":" + path);
-    if (failed != 0) return failed;
-    kernel_.open = true;
-    return kDescriptor;
+    kernel_.open = failed == 0;
+    return kernel_.open ? kDescriptor : failed;
   }
   void Close(int descriptor) override {
     kernel_.Call("close");
     if (descriptor == kDescriptor) kernel_.open = kernel_.claimed = kernel_.exclusive = false;
   }
-  int Ioctl(int descriptor, unsigned long request, std::uint8_t* byte) override {
-    if (descriptor != kDescriptor || !kernel_.open) return -EBADF;
-    switch (request) {
-      case PPEXCL:
-        return Exclusive();
-      case PPCLAIM:
-        return Claim();
-      case PPRELEASE:
-        return Release();
-      case PPWDATA:
-        return Write("PPWDATA", 0, *byte);
-      case PPWCONTROL:
-        return Write("PPWCONTROL", 2, *byte);
-      case PPRDATA:
-        return Read("PPRDATA", 0, *byte);
-      case PPRSTATUS:
-        return Read("PPRSTATUS", 1, *byte);
-      case PPRCONTROL:
-        return Read("PPRCONTROL", 2, *byte);
-      default:
-        return -ENOTTY;
-    }
-  }
 
+  int Ioctl(int descriptor, unsigned long request, std::uint8_t* byte) override {
+    struct Request {
+      const char* name;
+      int reads = -1, writes = -1;  // a register
+    };
+    static const std::map<unsigned long, Request> kRequests{
+        {PPEXCL, {"PPEXCL"}},          {PPCLAIM, {"PPCLAIM"}},
+        {PPRELEASE, {"PPRELEASE"}},    {PPRDATA, {"PPRDATA", 0}},
+        {PPRSTATUS, {"PPRSTATUS", 1}}, {PPRCONTROL, {"PPRCONTROL", 2}},
+        {PPWDATA, {"PPWDATA", -1, 0}}, {PPWCONTROL, {"PPWCONTROL", -1, 2}}};
+    if (descriptor != kDescriptor || !kernel_.open) return -EBADF;
+    const Request& call = kRequests.at(request);
+    const int failed = kernel_.Call(call.name, call.writes < 0 ? "" : "=" + Hex(*byte));
+    if (failed != 0) return failed;
+    if (request == PPEXCL) kernel_.exclusive = true;
+    if (request == PPCLAIM) return Claim();
+    if (byte != nullptr && !kernel_.claimed) return -EINVAL;
+    if (request == PPRELEASE) kernel_.claimed = false;
+    if (call.writes >= 0) kernel_.registers.at(static_cast<std::size_t>(call.writes)) = *byte;
+    if (call.reads >= 0) *byte = kernel_.registers.at(static_cast<std::size_t>(call.reads));
+    return 0;
+  }
   int IoctlWithin(int descriptor, unsigned long request, std::uint32_t longest_ms) override {
     kernel_.longestClaim_ms = longest_ms;
     return Ioctl(descriptor, request, nullptr);
@@ -120,9 +107,8 @@ class FakePortSystem final : public PortSystem {
   int IoPerm(std::uint32_t first, std::uint32_t count, bool allow) override {
     const int failed =
         kernel_.Call("ioperm", ":" + Hex(first) + "+" + Hex(count) + (allow ? "on" : "off"));
-    if (failed != 0) return failed;
-    kernel_.ioPorts = allow ? std::optional(first) : std::nullopt;
-    return 0;
+    if (failed == 0) kernel_.ioPorts = allow ? std::optional(first) : std::nullopt;
+    return failed;
   }
   void Out(std::uint32_t port, std::uint8_t value) override {
     kernel_.Call("out", ":" + Hex(port) + "=" + Hex(value));
@@ -148,15 +134,7 @@ class FakePortSystem final : public PortSystem {
     std::snprintf(text.data(), text.size(), "%02X", number);
     return text.data();
   }
-
-  int Exclusive() {
-    const int failed = kernel_.Call("PPEXCL");
-    kernel_.exclusive = failed == 0;
-    return failed;
-  }
   int Claim() {
-    const int failed = kernel_.Call("PPCLAIM");
-    if (failed != 0) return failed;
     for (const auto& [path, text] : kernel_.texts) {
       const bool held = path.ends_with("/active") && text != "none\n" && !text.empty();
       if (held && !kernel_.exclusive) return -EINTR;  // it has slept for the longest time
@@ -165,30 +143,27 @@ class FakePortSystem final : public PortSystem {
     kernel_.registers[2] = 0x0C;
     return 0;
   }
-  int Release() {
-    const int failed = kernel_.Call("PPRELEASE");
-    if (failed == 0) kernel_.claimed = false;
-    return failed;
-  }
-  int Write(const char* name, std::size_t which, std::uint8_t value) {
-    const int failed = kernel_.Call(name, "=" + Hex(value));
-    if (failed != 0) return failed;
-    if (!kernel_.claimed) return -EINVAL;
-    kernel_.registers[which] = value;
-    return 0;
-  }
-  int Read(const char* name, std::size_t which, std::uint8_t& value) {
-    const int failed = kernel_.Call(name);
-    if (failed != 0) return failed;
-    if (!kernel_.claimed) return -EINVAL;
-    value = kernel_.registers[which];
-    return 0;
-  }
   /// The real process would die on a port that was not allowed; here it is told by an exception.
   std::uint8_t& Register(std::uint32_t port) {
-    return kernel_.registers.at(kernel_.ioPorts ? port - *kernel_.ioPorts
-                                                : kernel_.registers.size());
+    return kernel_.registers.at(port - kernel_.ioPorts.value());
   }
 
   FakeKernel& kernel_;
+};
+
+/// The real port code over such a kernel, and what it told the operator.
+struct PortBench {
+  FakeKernel kernel;
+  std::vector<std::string> told;
+  std::unique_ptr<PortIo> io = std::make_unique<LinuxParallelPort>(
+      std::make_unique<FakePortSystem>(kernel),
+      [this](const std::string& message) { told.push_back(message); });
+
+  void AddUsualPort() { kernel.AddPort("parport0", "888\t1912\n"); }
+  /// With the usual port in use and its calls forgotten.
+  void UseUsualPort() {
+    AddUsualPort();
+    io->UsePort(0x378);
+    kernel.TakeCalls();
+  }
 };

@@ -1,7 +1,11 @@
-// Random faults of a simulated board, for the property tests.
+// What the property tests share: random images, random faults of a simulated board, and the
+// promise.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <random>
+#include <vector>
 
 #include "simulator/simulated_board.h"
 
@@ -9,6 +13,16 @@ using Random = std::mt19937;
 
 inline std::size_t Pick(Random& random, std::size_t least, std::size_t most) {
   return std::uniform_int_distribution<std::size_t>(least, most)(random);
+}
+
+/// Mostly a few pages, now and then many; often full of FF, as erased flash is.
+inline std::vector<std::uint8_t> RandomImage(Random& random, std::size_t least) {
+  std::vector<std::uint8_t> image(Pick(random, least, Pick(random, 0, 60) == 0 ? 9000 : 800));
+  const bool sparse = Pick(random, 0, 3) == 0;
+  for (std::uint8_t& byte : image) {
+    byte = sparse && Pick(random, 0, 15) != 0 ? 0xFF : static_cast<std::uint8_t>(random());
+  }
+  return image;
 }
 
 /// Switches zero, one or two faults on that concern the next `frames` frames and an image of
@@ -36,4 +50,25 @@ inline bool AddFaults(Random& random, std::size_t frames, std::size_t imageSize,
     }
   }
   return count == 0;
+}
+
+struct Outcome {
+  bool sound;    // no fault was switched on
+  bool claimed;  // success was shown
+  bool written;  // the flash equals the image
+};
+
+/// Success is shown only for what is written, and always by a sound chip. `run`: the outcome of the
+/// run with the number that it is given.
+template <typename Run>
+void ExpectHonesty(int runs, Run run) {
+  int claimed = 0;
+  for (int i = 0; i < runs; ++i) {
+    const Outcome outcome = run(i);
+    ASSERT_TRUE(outcome.claimed || !outcome.sound) << "run " << i << ": a sound chip failed";
+    ASSERT_TRUE(outcome.written || !outcome.claimed) << "run " << i;
+    claimed += outcome.claimed ? 1 : 0;
+  }
+  EXPECT_GT(claimed, runs / 3);
+  EXPECT_LT(claimed, runs) << "the faults did nothing";
 }

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <memory>
+#include <span>
 
+#include "rtd2120/crc8.h"
 #include "rtd2120/rtd_images.h"
 #include "rtd2120/rtd_link.h"
 #include "rtd2120/rtd_operations.h"
@@ -10,9 +12,14 @@
 #include "support/board_bench.h"
 #include "support/rtd_transcript.h"
 
+inline int Crc8(std::span<const std::uint8_t> image) {
+  std::uint8_t crc = 0;
+  for (const std::uint8_t byte : image) crc = tongxun2120::Crc8Byte(crc, byte);
+  return crc;
+}
+
 struct RtdBench : BoardBench {
-  explicit RtdBench(simulator::ConnectedChip chip = simulator::ConnectedChip::Rtd2120)
-      : BoardBench(Wiring(), {}, chip) {}
+  RtdBench() : BoardBench(Wiring(), {}, simulator::ConnectedChip::Rtd2120) {}
 
   void Load(tongxun2120::Bank bank, const std::vector<std::uint8_t>& image) {
     const tongxun2120::BankImage target = images.Of(bank);

@@ -1,5 +1,5 @@
-// A writer window that keeps a transcript of everything it is asked to show, and answers from
-// lists.
+// A writer window that keeps a transcript of everything it is asked to show, a status text with the
+// colour that its label has by then, and answers from lists.
 #pragma once
 
 #include <deque>
@@ -22,7 +22,7 @@ class Transcript : public IspView, public FileAnswers<VskLoadView> {
 
   /// What the labels hold now.
   std::string modeText, operationText;
-  StatusColour operationColour = StatusColour::Black;
+  StatusColour modeColour = StatusColour::Black, operationColour = StatusColour::Black;
   std::string data;  // the data display
 
   void ShowData(std::string_view text) override {
@@ -30,12 +30,13 @@ class Transcript : public IspView, public FileAnswers<VskLoadView> {
     Say("data " + data.substr(0, data.find('\r')));
   }
   void SetStatusColour(StatusLabel label, StatusColour colour) override {
-    if (label == StatusLabel::Operation) operationColour = colour;
-    Say(Name(label) + (colour == StatusColour::Red ? " red" : " black"));
+    (label == StatusLabel::IspMode ? modeColour : operationColour) = colour;
   }
   void SetStatusText(StatusLabel label, std::string_view text) override {
-    (label == StatusLabel::IspMode ? modeText : operationText) = text;
-    Say(Name(label) + " \"" + std::string(text) + "\"");
+    const bool mode = label == StatusLabel::IspMode;
+    (mode ? modeText : operationText) = text;
+    const bool red = (mode ? modeColour : operationColour) == StatusColour::Red;
+    Say(Name(label) + (red ? " red: " : ": ") + std::string(text));
   }
   std::string StatusText(StatusLabel label) const override {
     return label == StatusLabel::IspMode ? modeText : operationText;

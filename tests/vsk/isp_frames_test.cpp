@@ -4,33 +4,13 @@
 #include <gtest/gtest.h>
 
 #include "support/recording_port.h"
+#include "support/scripted_target.h"
 #include "support/vsk_bench.h"
 
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-/// A target that acknowledges all but one byte and sends bytes from a list.
-class ScriptedTarget final : public simulator::I2cTarget {
- public:
-  int refuse = -1;  // index of the byte that is not acknowledged, counted from the address
-  std::vector<std::uint8_t> reply;
-
-  void OnStart() override { index_ = 0; }
-  void OnStop() override {}
-  bool OnAddress(std::uint8_t) override { return index_++ != refuse; }
-  bool OnWrite(std::uint8_t) override { return index_++ != refuse; }
-  std::uint8_t OnRead() override {
-    const std::size_t at = next_++;
-    return at < reply.size() ? reply[at] : 0xFF;
-  }
-  void OnUnplugged() override {}
-
- private:
-  int index_ = 0;
-  std::size_t next_ = 0;
-};
 
 struct IspFramesTest : testing::Test {
   ScriptedTarget target;
@@ -71,7 +51,7 @@ TEST_F(IspFramesTest, ARefusedByteEndsTheFrameWithAStop) {
 }
 
 TEST_F(IspFramesTest, ReadFramesAcknowledgeAllButTheLastByte) {
-  target.reply = {1, 2, 3, 4, 5};
+  target.replies = {1, 2, 3, 4, 5};
   int count = 5;
   frames.IspRxBuf[5] = 77;
   EXPECT_TRUE(frames.IspReadFrame(0x94, count));
@@ -87,7 +67,7 @@ TEST_F(IspFramesTest, ReadFramesAcknowledgeAllButTheLastByte) {
 }
 
 TEST_F(IspFramesTest, WriteThenReadRepeatsTheStart) {
-  target.reply = {0xAB};
+  target.replies = {0xAB};
   frames.IspTxBuf[0] = 0;
   EXPECT_TRUE(frames.IspWriteReadFrame(0x94, 1, 1));
   EXPECT_THAT(Lines(), ElementsAre("S 94 00 Sr 95 [AB]- P"));
@@ -126,7 +106,7 @@ TEST_F(IspFramesTest, CountsBeyondTheBuffersTouchNoLine) {
 }
 
 TEST_F(IspFramesTest, TheChipsCrc) {
-  target.reply = {0x12, 0x34, 0x56, 0x9A, 0xBC};
+  target.replies = {0x12, 0x34, 0x56, 0x9A, 0xBC};
   frames.ReadHwCrc();
   EXPECT_EQ(frames.HwCrc, 0x9ABC);
   EXPECT_THAT(Lines(), ElementsAre("S 97 [12] [34] [56] [9A] [BC]- P"));

@@ -28,7 +28,7 @@ TEST_F(VskWriterTest, NothingRunsOutsideIspMode) {
   for (int operation = 1; operation <= 7; ++operation) {
     writer.IspOperate = static_cast<IspOperation>(operation);
     writer.Run(view);
-    EXPECT_THAT(view.Take(), ElementsAre("Label2 \"isp mode is not exist\"")) << operation;
+    EXPECT_THAT(view.Take(), ElementsAre("Label2: isp mode is not exist")) << operation;
   }
   EXPECT_THAT(bench->TakeFrames(), IsEmpty());
 }
@@ -62,7 +62,7 @@ TEST_F(VskWriterTest, ProgramAndPageLoadNeedAnImage) {
     writer.IspOperate = operation;
     writer.Run(view);
     EXPECT_THAT(view.Take(),
-                ElementsAre("Label2 \"isp mode is exist\"", "message the hexfile is not load"));
+                ElementsAre("Label2: isp mode is exist", "message the hexfile is not load"));
   }
   EXPECT_FALSE(writer.LoadPageView);
   EXPECT_THAT(bench->TakeFrames(), IsEmpty());
@@ -72,17 +72,21 @@ TEST_F(VskWriterTest, PageLoadThenPaging) {
   bench->Load({1, 2, 3});
   bench->InIspMode();
   writer.IspOperate = IspOperation::PageLoad;
+  writer.ReadPageView = true;
+  bench->isp.ReadPage = 9;
   view.answers = {"1", "1x", "fe"};
   writer.Run(view);
   const std::string again = "message please input two word HEX number:(00-FF)";
   EXPECT_THAT(view.Take(),
-              ElementsAre("Label2 \"isp mode is exist\"", kAskPage, again, kAskPage, again,
-                          kAskPage, "data this is FE  page (Load Hex File Code)"));
+              ElementsAre("Label2: isp mode is exist", kAskPage, again, kAskPage, again, kAskPage,
+                          "data this is FE  page (Load Hex File Code)"));
   for (const char* page : {"FF", "FF"}) {
     writer.StepPage(IspOperation::NextPage, view);
     EXPECT_EQ(Title(), std::string("this is ") + page + "  page (Load Hex File Code)");
   }
   EXPECT_EQ(writer.IspOperate, IspOperation::PageLoad);
+  EXPECT_FALSE(writer.ReadPageView);
+  EXPECT_EQ(bench->isp.ReadPage, 0);
   writer.LoadPage = 1;
   for (int i = 0; i < 2; ++i) {
     writer.StepPage(IspOperation::PreviousPage, view);
@@ -91,13 +95,14 @@ TEST_F(VskWriterTest, PageLoadThenPaging) {
   writer.IspOperate = IspOperation::PageLoad;
   view.Take();
   writer.Run(view);
-  EXPECT_THAT(view.Take(), ElementsAre("Label2 \"isp mode is exist\"", kAskPage)) << "cancelled";
+  EXPECT_THAT(view.Take(), ElementsAre("Label2: isp mode is exist", kAskPage)) << "cancelled";
 }
 
 TEST_F(VskWriterTest, PageReadThenPagingReadsTheChip) {
   bench->InIspMode();
   writer.IspOperate = IspOperation::PageRead;
   writer.LoadPageView = true;
+  writer.LoadPage = 9;
   view.answers = {"03"};
   view.pageRead = true;
   writer.Run(view);
@@ -105,6 +110,7 @@ TEST_F(VskWriterTest, PageReadThenPagingReadsTheChip) {
   EXPECT_EQ(bench->TakeFrames()[2], "S 96 00 04 P");
   EXPECT_EQ(Title(), "this is 4  page (Read Page Code)");
   EXPECT_EQ(writer.IspOperate, IspOperation::PageRead);
+  EXPECT_EQ(writer.LoadPage, 0);
 
   bench->board.faults.unpluggedAfterFrame = 0;
   const auto body = [this] { return view.data.substr(view.data.find("    ")).substr(0, 52); };
@@ -126,7 +132,7 @@ TEST_F(VskWriterTest, PagingWithoutAViewForgetsThePages) {
   writer.StepPage(IspOperation::NextPage, view);
   EXPECT_EQ(writer.LoadPage, 0);
   EXPECT_EQ(bench->isp.ReadPage, 0);
-  EXPECT_THAT(view.Take(), ElementsAre("Label2 \"isp mode is exist\""));
+  EXPECT_THAT(view.Take(), ElementsAre("Label2: isp mode is exist"));
 }
 
 TEST_F(VskWriterTest, MenuCommandsStayInForce) {

@@ -80,14 +80,11 @@ struct Recorded {
   void (*session)(Tool& tool);
 };
 
-void PrintTo(const Recorded& row, std::ostream* out) { *out << row.name; }
-
-class Recording : public testing::TestWithParam<Recorded> {};
-
-TEST_P(Recording, IsReadAsTheFramesThatPassed) {
+void ExpectFrames(const Recorded& row) {
+  SCOPED_TRACE(row.name);
   const TempFolder folder;
   const auto board = std::make_unique<simulator::SimulatedBoard>(simulator::CableWiring());
-  board->Connect(GetParam().chip);
+  board->Connect(row.chip);
   simulator::FrameLog log;
   board->wire.ListenTo(&log);
   {
@@ -101,7 +98,7 @@ TEST_P(Recording, IsReadAsTheFramesThatPassed) {
     port.FollowBoards(tool->boards);
     tool->boards.BoardTable[0] = simulator::CableWiring();
     tool->port.InitPortShadows();
-    GetParam().session(*tool);
+    row.session(*tool);
   }
   ASSERT_GT(log.Lines().size(), 10U);
   EXPECT_EQ(Decoded(folder / "cable.vcd"), log.Lines());
@@ -109,20 +106,18 @@ TEST_P(Recording, IsReadAsTheFramesThatPassed) {
   std::vector<std::string> seen = log.Lines();
   for (std::string& frame : seen) {  // the one acknowledge that the tool does not look at
     const std::size_t unseen = frame.find("Sr 95 [", 0);
-    if (GetParam().chip == ConnectedChip::Rtd2120 && unseen != std::string::npos) {
+    if (row.chip == ConnectedChip::Rtd2120 && unseen != std::string::npos) {
       frame.insert(unseen + 5, "-");
     }
   }
   EXPECT_EQ(Decoded(folder / "port.vcd"), seen);
 }
 
-INSTANTIATE_TEST_SUITE_P(EachChip, Recording,
-                         testing::Values(Recorded{"Vsk830", ConnectedChip::Vsk830,
-                                                  [](Tool& t) { ProgramVsk(t, VskChip::Vsk830); }},
-                                         Recorded{"Vsk630", ConnectedChip::Vsk630,
-                                                  [](Tool& t) { ProgramVsk(t, VskChip::Vsk630); }},
-                                         Recorded{"Rtd2120", ConnectedChip::Rtd2120, WriteRtd2120}),
-                         [](const auto& row) { return row.param.name; });
+TEST(Recording, IsReadAsTheFramesThatPassed) {
+  ExpectFrames({"VSK830", ConnectedChip::Vsk830, [](Tool& t) { ProgramVsk(t, VskChip::Vsk830); }});
+  ExpectFrames({"VSK630", ConnectedChip::Vsk630, [](Tool& t) { ProgramVsk(t, VskChip::Vsk630); }});
+  ExpectFrames({"RTD2120", ConnectedChip::Rtd2120, WriteRtd2120});
+}
 
 struct PortRecording : testing::Test {
   /// Ten accesses to a recorded port; false when one did not come through.
@@ -141,6 +136,18 @@ struct PortRecording : testing::Test {
   std::vector<std::string> told;
 };
 
+/// A port that is not there.
+struct NoPort final : PortIo {
+  void DlPortWritePortUchar(std::uint32_t, std::uint8_t) override {}
+  std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t) override { return std::nullopt; }
+};
+
+TEST_F(PortRecording, ShowsReadingsOfNoPortAsUnknown) {
+  NoPort none;
+  RecordingPort(none, folder / "bus.vcd", {}).DlPortReadPortUchar(1);
+  EXPECT_THAT(folder.Read("bus.vcd"), HasSubstr("\nxS0\nxS1\n"));
+}
+
 TEST_F(PortRecording, IsBounded) {
   EXPECT_TRUE(Use(folder / "bus.vcd", 4));
   EXPECT_THAT(folder.Read("bus.vcd"), HasSubstr("#8\n1D0\n$comment"));
@@ -149,14 +156,14 @@ TEST_F(PortRecording, IsBounded) {
 }
 
 TEST_F(PortRecording, ThatCannotBeWrittenIsToldOnce) {
-  EXPECT_TRUE(Use("/dev/full", 100));
-  ASSERT_EQ(told.size(), 1U);
-  EXPECT_THAT(told[0], HasSubstr("/dev/full: No space left on device"));
-  told.clear();
-  board = std::make_unique<simulator::SimulatedBoard>(simulator::CableWiring());
-  EXPECT_TRUE(Use(folder.Path(), 100));
-  ASSERT_EQ(told.size(), 1U);
-  EXPECT_THAT(told[0], HasSubstr("Is a directory"));
+  for (const auto& [file, reason] :
+       {std::pair<std::filesystem::path, const char*>{"/dev/full", "/dev/full: No space left"},
+        {folder.Path(), "Is a directory"}}) {
+    told.clear();
+    board = std::make_unique<simulator::SimulatedBoard>(simulator::CableWiring());
+    EXPECT_TRUE(Use(file, 100));
+    EXPECT_THAT(told, testing::ElementsAre(HasSubstr(reason)));
+  }
 }
 
 }  // namespace

@@ -1,0 +1,31 @@
+// A target on the simulated wire that answers from a list.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <limits>
+
+#include "simulator/i2c_target.h"
+
+class ScriptedTarget final : public simulator::I2cTarget {
+ public:
+  std::deque<std::uint8_t> replies{0xFF};  // the last one is repeated
+  int refuse = -1;                         // byte of a frame that is not acknowledged; 0: address
+  int addressesAnswered = std::numeric_limits<int>::max();
+  int reads = 0;
+
+  void OnStart() override { index_ = 0; }
+  void OnStop() override {}
+  bool OnAddress(std::uint8_t) override { return index_++ != refuse && addressesAnswered-- > 0; }
+  bool OnWrite(std::uint8_t) override { return index_++ != refuse; }
+  std::uint8_t OnRead() override {
+    ++reads;
+    const std::uint8_t reply = replies.front();
+    if (replies.size() > 1) replies.pop_front();
+    return reply;
+  }
+  void OnUnplugged() override {}
+
+ private:
+  int index_ = 0;
+};
