@@ -29,14 +29,23 @@ void KeepWide(QMessageBox& box) {
   rows->addItem(new QSpacerItem(kWidth, 0), rows->rowCount(), 0, 1, rows->columnCount());
 }
 
-/// The dialog's own places, then those of the program that exist.
-void AddToSideBar(QFileDialog& dialog, const FilePlaces& places) {
+/// The dialog's own places, then those of the program that exist; returns those that were added.
+QList<QUrl> AddToSideBar(QFileDialog& dialog, const FilePlaces& places) {
   QList<QUrl> urls = dialog.sidebarUrls();
+  const auto own = urls.size();
   for (const QString& folder : {TextOf(PathText(places.programFolder)),
                                 TextOf(PathText(places.samples)), places.lastUsed}) {
     const QUrl url = QUrl::fromLocalFile(QDir(folder).absolutePath());
     if (!folder.isEmpty() && QDir(folder).exists() && !urls.contains(url)) urls << url;
   }
+  dialog.setSidebarUrls(urls);
+  return urls.mid(own);
+}
+
+/// The dialog keeps its side bar for all programs and for good when it ends.
+void TakeFromSideBar(QFileDialog& dialog, const QList<QUrl>& added) {
+  QList<QUrl> urls = dialog.sidebarUrls();
+  for (const QUrl& url : added) urls.removeAll(url);
   dialog.setSidebarUrls(urls);
 }
 
@@ -81,9 +90,11 @@ std::string ShowFileDialog(QWidget* window, FilePlaces& places, std::string_view
   dialog.setFileMode(QFileDialog::AnyFile);  // a missing file is the reader's to judge
   dialog.setAcceptMode(QFileDialog::AcceptOpen);
   dialog.setNameFilters(descriptions);
-  AddToSideBar(dialog, places);
+  const QList<QUrl> added = AddToSideBar(dialog, places);
   const Operation::Pause pause;
-  if (dialog.exec() != QDialog::Accepted) return {};
+  const bool chosen = dialog.exec() == QDialog::Accepted;
+  TakeFromSideBar(dialog, added);
+  if (!chosen) return {};
   const QString file = dialog.selectedFiles().value(0);
   places.lastUsed = QFileInfo(file).absolutePath();
   return QDir::toNativeSeparators(file).toStdString();

@@ -3,6 +3,7 @@
 #include <malloc.h>
 
 #include <QApplication>
+#include <QSettings>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -49,7 +50,11 @@ void Report(const Tally& tally, std::size_t growth, unsigned seed) {
 }  // namespace
 
 int main(int count, char** arguments) {
+  // The file dialog keeps its history there, not in the user's own folder.
+  const TempFolder config;
+  qputenv("XDG_CONFIG_HOME", config.Path().c_str());
   qputenv("QT_QPA_PLATFORM", "offscreen");
+  qputenv("QT_LOGGING_RULES", "*=false");  // the platform's remarks on windows that nobody sees
   QApplication application(count, arguments);
   ApplyApplicationStyle();
   QApplication::setQuitOnLastWindowClosed(false);
@@ -62,6 +67,7 @@ int main(int count, char** arguments) {
   DialogRobot robot(random, tally);
   std::size_t heapBefore = 0;  // after the first quarter, when all that is kept has been made
   while (tally.runs < runs) {
+    QSettings(QStringLiteral("QtProject")).remove(QStringLiteral("FileDialog"));
     Session session(random, robot, tally);
     for (std::size_t step = 0; step < kStepsOfASession && tally.runs < runs; ++step) {
       session.Step();
