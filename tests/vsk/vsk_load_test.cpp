@@ -90,14 +90,14 @@ TEST_F(VskLoadTest, APair) {
   EXPECT_EQ(images->CodeBank1[5], 0x77);
 
   EXPECT_THAT(Load("one.b00", "12345"), Contains("Text4 4  FFFFFFFF")) << "no second file";
-  folder.Write("img.H01", "");
-  EXPECT_THAT(Load("img.H00", kData + kEnd),
+  folder.Write("two.H01", "");
+  EXPECT_THAT(Load("two.H00", kData + kEnd),
               ElementsAre(StartsWith("choose"), "clear", "beep", "beep", kRefusal, "Text4 12  12",
                           StartsWith("Text3 "), StartsWith("Text5 "), "Text6 ",
-                          "Text2 " + Path("img.H00")));
+                          "Text2 " + Path("two.H00")));
   EXPECT_THAT(folder.Names(),
               testing::UnorderedElementsAre("img.b00", "img.b01", "Img.h00", "Img.h01", "one.b00",
-                                            "img.H00", "img.H01"));
+                                            "two.H00", "two.H01"));
   EXPECT_EQ(Load("").back(), "Text2 ");
 }
 
