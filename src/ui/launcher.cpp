@@ -16,7 +16,8 @@ namespace {
 FilePlaces PlacesOf(const Directories& directories) {
   const auto own = directories.programFolder / "samples";
   const auto delivered = directories.deliveredFolder / "samples";
-  return {directories.programFolder, std::filesystem::exists(own) ? own : delivered};
+  std::error_code unreadable;  // a folder that may not be searched holds no samples either
+  return {directories.programFolder, std::filesystem::exists(own, unreadable) ? own : delivered};
 }
 
 }  // namespace
