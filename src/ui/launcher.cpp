@@ -40,7 +40,7 @@ void Main::CreateButtons() {
   const auto addButton = [this](const char* name, const QString& caption, int topTwips,
                                 void (Main::*handler)()) {
     QPushButton* button = AddButton(this, name, caption, {600, topTwips, 2175, 615});
-    connect(button, &QPushButton::clicked, this, Guarded(this, handler));
+    connect(button, &QPushButton::clicked, this, Asked(this, handler));
   };
   addButton("Command1", ModelOf(VskChip::Vsk830).name + QStringLiteral("V"), 480,
             &Main::Command1_Click);

@@ -29,22 +29,21 @@ RTD2120Write::RTD2120Write(RtdWriter& writer, FilePlaces& places,
 }
 
 void RTD2120Write::Connect() {
-  OnChosen(about_, Guarded(this, &RTD2120Write::About_Click));
-  OnChosen(exit_, Guarded(this, &RTD2120Write::exit_Click));
+  OnChosen(about_, Asked(this, &RTD2120Write::About_Click));
+  OnChosen(exit_, Asked(this, &RTD2120Write::exit_Click));
   firstBankOption_->OnSelected([this] { MainBank_Click(); });
   secondBankOption_->OnSelected([this] { SecondBank_Click(); });
   bothBanksOption_->OnSelected([this] { BothBank_Click(); });
   automaticOption_->OnSelected([this] { AutoOp_Click(); });
   eraseOption_->OnSelected([this] { EraseOp_Click(); });
-  connect(banks_[0].load, &QPushButton::clicked, this, Guarded(this, &RTD2120Write::Com64K_Click));
-  connect(banks_[1].load, &QPushButton::clicked, this,
-          Guarded(this, &RTD2120Write::Com64_96K_Click));
-  connect(runButton_, &QPushButton::clicked, this, Guarded(this, &RTD2120Write::Run_Click));
+  connect(banks_[0].load, &QPushButton::clicked, this, Asked(this, &RTD2120Write::Com64K_Click));
+  connect(banks_[1].load, &QPushButton::clicked, this, Asked(this, &RTD2120Write::Com64_96K_Click));
+  connect(runButton_, &QPushButton::clicked, this, Asked(this, &RTD2120Write::Run_Click));
 }
 
 void RTD2120Write::Form_Load() {
-  writer_.BankMode = RtdBankMode::First;
-  writer_.OperateMode = RtdOperateMode::Automatic;
+  firstBankOption_->setChecked(true);
+  automaticOption_->setChecked(true);
 }
 
 void RTD2120Write::MainBank_Click() { writer_.BankMode = RtdBankMode::First; }
@@ -142,7 +141,6 @@ void RTD2120Write::CreateBankOptions() {
   secondBankOption_ =
       AddOption(frame, "SecondBank", QStringLiteral("Second"), {120, 1080, 1695, 375});
   bothBanksOption_ = AddOption(frame, "BothBank", QStringLiteral("Both"), {120, 1680, 1575, 375});
-  firstBankOption_->setChecked(true);
 }
 
 void RTD2120Write::CreateOperationOptions() {
@@ -150,7 +148,6 @@ void RTD2120Write::CreateOperationOptions() {
   frame->setAccessibleName(QStringLiteral("Operation"));
   automaticOption_ = AddOption(frame, "AutoOp", QStringLiteral("Auto"), {240, 480, 1575, 375});
   eraseOption_ = AddOption(frame, "EraseOp", QStringLiteral("Erase"), {240, 1680, 1575, 375});
-  automaticOption_->setChecked(true);
 }
 
 void RTD2120Write::SetStatusText(const std::string& text) {

@@ -61,8 +61,8 @@ Form3::Form3(std::filesystem::path parameterFile) : parameterFile_(std::move(par
 }
 
 void Form3::Connect() {
-  connect(checkButton_, &QPushButton::clicked, this, Guarded(this, &Form3::Command1_Click));
-  connect(exitButton_, &QPushButton::clicked, this, Guarded(this, &Form3::Command2_Click));
+  connect(checkButton_, &QPushButton::clicked, this, Asked(this, &Form3::Command1_Click));
+  connect(exitButton_, &QPushButton::clicked, this, Asked(this, &Form3::Command2_Click));
   for (const QLineEdit* box : boxes_) {
     connect(box, &QLineEdit::returnPressed, this, Guarded(this, &Form3::Command1_Click));
   }

@@ -82,8 +82,8 @@ void Form2::CreateSpeed() {
 }
 
 void Form2::Connect() {
-  connect(enterButton_, &QPushButton::clicked, this, Guarded(this, &Form2::Enter_Click));
-  connect(backButton_, &QPushButton::clicked, this, Guarded(this, &Form2::Command1_Click));
+  connect(enterButton_, &QPushButton::clicked, this, Asked(this, &Form2::Enter_Click));
+  connect(backButton_, &QPushButton::clicked, this, Asked(this, &Form2::Command1_Click));
   connect(slider_, &QSlider::valueChanged, this, Guarded(this, &Form2::HScroll1_Change));
   const auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
   connect(escape, &QShortcut::activated, this, Guarded(this, &Form2::Command1_Click));

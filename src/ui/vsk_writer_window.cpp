@@ -54,13 +54,13 @@ Form1::Form1(VskWriter& writer, IspOperations& isp, FilePlaces& places,
 
 void Form1::Connect() {
   const auto onClick = [this](QPushButton* button, void (Form1::*handler)()) {
-    connect(button, &QPushButton::clicked, this, Guarded(this, handler));
+    connect(button, &QPushButton::clicked, this, Asked(this, handler));
   };
   const auto onSelected = [this](OptionButton* option, void (Form1::*handler)()) {
     option->OnSelected([this, handler] { (this->*handler)(); });
   };
   const auto onChosen = [this](QAction* item, void (Form1::*handler)()) {
-    OnChosen(item, Guarded(this, handler));
+    OnChosen(item, Asked(this, handler));
   };
   onClick(loadButton_, &Form1::Command1_Click);
   onClick(runButton_, &Form1::Command4_Click);

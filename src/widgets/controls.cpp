@@ -75,6 +75,20 @@ class ToolStyle final : public QProxyStyle {
   }
 };
 
+/// A screen reader's press clicks a tenth of a second later: not when the button was let go of
+/// meanwhile.
+class Button final : public QPushButton {
+ public:
+  using QPushButton::QPushButton;
+
+ protected:
+  void timerEvent(QTimerEvent* event) override {
+    const bool wasBlocked = blockSignals(!isDown());
+    QPushButton::timerEvent(event);
+    blockSignals(wasBlocked);
+  }
+};
+
 /// What a control needs to show its caption.
 QSize NeededSize(const QWidget* control) {
   const QFontMetrics text = control->fontMetrics();
@@ -167,7 +181,7 @@ QLabel* AddLabel(QWidget* parent, const char* name, const QString& caption, cons
 }
 
 QPushButton* AddButton(QWidget* parent, const char* name, const QString& caption, const Twips& at) {
-  auto* button = Named(new QPushButton(caption, parent), name, caption, at);
+  auto* button = Named<QPushButton>(new Button(caption, parent), name, caption, at);
   button->setAutoDefault(true);  // Enter presses the button that has the focus
   return button;
 }

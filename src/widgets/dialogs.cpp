@@ -16,19 +16,6 @@ QString TextOf(std::string_view text) {
 
 namespace {
 
-/// Plain text that can be selected and copied.
-void MakeReadable(QMessageBox& box) {
-  box.setTextFormat(Qt::PlainText);
-  box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-}
-
-/// Room for a path on one line.
-void KeepWide(QMessageBox& box) {
-  constexpr int kWidth = 460;
-  auto* rows = static_cast<QGridLayout*>(box.layout());
-  rows->addItem(new QSpacerItem(kWidth, 0), rows->rowCount(), 0, 1, rows->columnCount());
-}
-
 /// The dialog's own places, then those of the program that exist; returns those that were added.
 QList<QUrl> AddToSideBar(QFileDialog& dialog, const FilePlaces& places) {
   QList<QUrl> urls = dialog.sidebarUrls();
@@ -51,12 +38,32 @@ void TakeFromSideBar(QFileDialog& dialog, const QList<QUrl>& added) {
 
 }  // namespace
 
+void MakeReadable(QMessageBox& box) {
+  box.setTextFormat(Qt::PlainText);
+  box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+}
+
+void KeepWide(QMessageBox& box) {
+  constexpr int kWidth = 460;
+  auto* rows = static_cast<QGridLayout*>(box.layout());
+  rows->addItem(new QSpacerItem(kWidth, 0), rows->rowCount(), 0, 1, rows->columnCount());
+}
+
 void ShowMessageBox(QWidget* window, std::string_view message, std::string_view detail) {
   const auto icon = detail.empty() ? QMessageBox::Information : QMessageBox::Warning;
   QMessageBox box(icon, QStringLiteral("isp-writer"), TextOf(message), QMessageBox::Ok, window);
   MakeReadable(box);
   box.setInformativeText(TextOf(detail));
   if (!detail.empty()) KeepWide(box);
+  const Operation::Pause pause;
+  box.exec();
+}
+
+void ShowFailureBox(QWidget* window, std::string_view reason) {
+  QMessageBox box(QMessageBox::Critical, QStringLiteral("isp-writer"), TextOf(reason),
+                  QMessageBox::Ok, window);
+  MakeReadable(box);
+  KeepWide(box);
   const Operation::Pause pause;
   box.exec();
 }

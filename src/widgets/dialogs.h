@@ -6,10 +6,20 @@
 #include <string>
 #include <string_view>
 
+class QMessageBox;
+
 /// A message box with an OK button; `detail` stands beneath the message and may be empty. The texts
 /// can be copied. In the middle of an operation the box takes only input made after it appeared, as
 /// the dialogs below do.
 void ShowMessageBox(QWidget* window, std::string_view message, std::string_view detail = {});
+
+/// Tells the operator why an action ended early.
+void ShowFailureBox(QWidget* window, std::string_view reason);
+
+/// What all message boxes of the program share: plain text that can be selected and copied.
+void MakeReadable(QMessageBox& box);
+/// Room for a path on one line.
+void KeepWide(QMessageBox& box);
 
 /// A message box with OK and Cancel, Cancel being the default. True for OK.
 bool ShowQuestionBox(QWidget* window, std::string_view message);

@@ -4,19 +4,20 @@
 #include <QWidget>
 #include <exception>
 
-/// Tells the operator why an action ended; the program goes on.
-void ReportFailure(QWidget* window, const char* reason);
+#include "widgets/dialogs.h"
+#include "widgets/operation.h"
 
-/// Wraps an event handler so that nothing is thrown out of it.
+/// Wraps an event handler so that nothing is thrown out of it: the operator is told why the action
+/// ended, and the program goes on.
 template <typename Handler>
 auto Guarded(QWidget* window, Handler handler) {
   return [window, handler]() {
     try {
       handler();
     } catch (const std::exception& failure) {
-      ReportFailure(window, failure.what());
+      ShowFailureBox(window, failure.what());
     } catch (...) {
-      ReportFailure(window, "unknown error");
+      ShowFailureBox(window, "unknown error");
     }
   };
 }
@@ -25,4 +26,12 @@ auto Guarded(QWidget* window, Handler handler) {
 template <typename Window>
 auto Guarded(Window* window, void (Window::*handler)()) {
   return Guarded(window, [window, handler] { (window->*handler)(); });
+}
+
+/// The same for a button or menu entry: what the operator asks for may be discarded.
+template <typename Window>
+auto Asked(Window* window, void (Window::*handler)()) {
+  return Guarded(window, [window, handler] {
+    if (!Operation::RefusesActions()) (window->*handler)();
+  });
 }

@@ -54,7 +54,8 @@ class InputSink final : public QObject {
   QList<QPointer<QObject>> closing_;
 };
 
-/// A button that was pressed before the operation must not be clicked by its release.
+/// A button that was pressed before must not be clicked by its release, nor by the tenth of a
+/// second that a screen reader's press takes.
 void LetGoOfButtons() {
   for (QWidget* widget : QApplication::allWidgets()) {
     auto* button = qobject_cast<QAbstractButton*>(widget);
@@ -62,15 +63,18 @@ void LetGoOfButtons() {
   }
 }
 
-void DiscardInput() {
+}  // namespace
+
+void Operation::DiscardInput() {
+  ++refusing_;
   LetGoOfButtons();
   InputSink sink;
   QCoreApplication::instance()->installEventFilter(&sink);
   QGuiApplication::sync();  // also what has not reached this program yet
   askedToClose += sink.Closing();
+  LetGoOfButtons();
+  --refusing_;
 }
-
-}  // namespace
 
 Operation::Operation() {
   if (depth_++ == 0) QApplication::setOverrideCursor(Qt::WaitCursor);
@@ -87,14 +91,15 @@ Operation::~Operation() {
   --depth_;
 }
 
-// A dialog has an event loop of its own, in which a handler may begin an operation of its own.
-Operation::Pause::Pause() : depth_(std::exchange(Operation::depth_, 0)) {
-  if (depth_ == 0) return;
+Operation::Pause::Pause() : inOperation_(depth_ > 0 && refusing_ == 0) {
+  if (!inOperation_) return;
   DiscardInput();
+  ++refusing_;
   QApplication::restoreOverrideCursor();
 }
 
 Operation::Pause::~Pause() {
-  Operation::depth_ = depth_;
-  if (depth_ > 0) QApplication::setOverrideCursor(Qt::WaitCursor);
+  if (!inOperation_) return;
+  --refusing_;
+  QApplication::setOverrideCursor(Qt::WaitCursor);
 }

@@ -11,6 +11,11 @@ class Operation {
   Operation(const Operation&) = delete;
   Operation& operator=(const Operation&) = delete;
 
+  /// Whether what the operator asks for is discarded: an operation is ending, or waits for the
+  /// answer to its dialog. Mouse and keyboard reach no window then, but a screen reader's press is
+  /// a call.
+  static bool RefusesActions() { return refusing_ > 0; }
+
   /// Lives as long as a dialog that an operation shows: the dialog takes input, but none that was
   /// made before it appeared. Does nothing outside an operation.
   class Pause {
@@ -21,9 +26,12 @@ class Operation {
     Pause& operator=(const Pause&) = delete;
 
    private:
-    const int depth_;
+    const bool inOperation_;
   };
 
  private:
+  static void DiscardInput();
+
   static inline int depth_ = 0;  // of the operations that run within each other
+  static inline int refusing_ = 0;
 };

@@ -11,8 +11,8 @@ void ShowProblem(const std::string& message) {
   auto* box = new QMessageBox(QMessageBox::Warning, QStringLiteral("isp-writer"), TextOf(message),
                               QMessageBox::Ok);
   box->setObjectName(QStringLiteral("PortProblem"));
-  box->setTextFormat(Qt::PlainText);
-  box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  MakeReadable(*box);
+  KeepWide(*box);
   box->setAttribute(Qt::WA_DeleteOnClose);
   box->setModal(false);  // every message box starts out modal
   box->show();

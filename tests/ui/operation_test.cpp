@@ -1,4 +1,6 @@
 // What the operator does in any window while an operation holds the thread.
+#include <QAbstractEventDispatcher>
+
 #include "ui/window_test.h"
 
 namespace {
@@ -19,6 +21,20 @@ void SendMouse(QWidget* control, QEvent::Type type) {
 void QueueClick(QWidget* control) {
   for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
     Queue([control, type] { SendMouse(control, type); });
+  }
+}
+
+/// As a screen reader does: a call, no event.
+void Press(QWidget* control) {
+  QAccessible::queryAccessibleInterface(control)->actionInterface()->doAction(
+      QAccessibleActionInterface::pressAction());
+}
+
+/// As if the time of the control's timers had come: a press by a screen reader takes one.
+void EndTimers(QWidget* control) {
+  for (const auto& timer : QAbstractEventDispatcher::instance()->registeredTimers(control)) {
+    QTimerEvent ended(timer.timerId);
+    QApplication::sendEvent(control, &ended);
   }
 }
 
@@ -59,6 +75,9 @@ class OperationTest : public QObject {
     row("a click on an option", [this] { QueueClick(Control("AutoOp")); });
     row("a click on the launcher", [] { QueueClick(Desk::Find<QWidget>("Main", "Command1")); });
     row("the space bar on Run", [this] { QueueKey(writer_, Qt::Key_Space, {}); });
+    row("a menu entry chosen by a screen reader",
+        [] { Queue([] { Desk::Find<QAction>("RTD2120Write", "About")->trigger(); }); });
+    row("Run pressed by a screen reader", [this] { Queue([this] { Press(Control("Run")); }); });
     row("a shortcut", [this] { QueueKey(writer_, Qt::Key_A, Qt::ControlModifier); });
   }
 
@@ -72,6 +91,7 @@ class OperationTest : public QObject {
       input();
     };
     Run();
+    EndTimers(Control("Run"));
     QCOMPARE(desk_->log.Lines().size(), oneRun_);
     QVERIFY(busy);
     QVERIFY(QApplication::overrideCursor() == nullptr);

@@ -1,7 +1,0 @@
-#include "widgets/guarded.h"
-
-#include <QMessageBox>
-
-void ReportFailure(QWidget* window, const char* reason) {
-  QMessageBox::critical(window, QStringLiteral("isp-writer"), QString::fromUtf8(reason));
-}
