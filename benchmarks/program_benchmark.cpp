@@ -54,6 +54,7 @@ struct Programming {
     timing.CalibrateSpeed();
     const auto image = Image(kImageBytes);
     std::copy(image.begin(), image.end(), images.CodeBuffer.begin());
+    images.CodeMax = kImageBytes - 1;
     const std::int64_t before = timing.Increments;
     Run();  // while an access costs nothing: only to count
     accesses = port.accesses;
@@ -62,7 +63,7 @@ struct Programming {
   }
 
   void Run() {
-    isp.ProgramImage(kImageBytes - 1, view);
+    isp.ProgramImage(view);
     view.Take();
   }
 

@@ -19,7 +19,7 @@ void SimulatedProgram64KiB(benchmark::State& state) {
     bench->view.Take();
     const std::uint64_t before = bench->board.cable.Accesses();
     state.ResumeTiming();
-    bench->isp.ProgramImage(bench->images.CodeMax, bench->view);
+    bench->isp.ProgramImage(bench->view);
     accesses = bench->board.cable.Accesses() - before;
   }
   if (!FlashEquals(bench->board.vsk830.Bank(0), image)) state.SkipWithError("not programmed");

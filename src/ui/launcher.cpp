@@ -28,26 +28,42 @@ Main::Main(Tool& tool) : tool_(tool), places_(PlacesOf(tool.directories)) {
   FixClientArea(this, 3360, 4305);
   move(screen()->availableGeometry().center() - rect().center());
   CreateButtons();
-  tool_.timing.Calibrated = [this](std::int32_t tickPollCount) {
-    if (form1_) form1_->ShowCalibration(tickPollCount);
-  };
+  Connect();
   Form_Load();
 }
 
 Main::~Main() { tool_.timing.Calibrated = nullptr; }
 
+const Main::VskButton Main::kVskButtons[] = {
+    {"Command1", 480, &Main::Command1_Click},
+    {"Command2", 1440, &Main::Command2_Click},
+};
+
 void Main::CreateButtons() {
-  const auto addButton = [this](const char* name, const QString& caption, int topTwips,
-                                void (Main::*handler)()) {
-    QPushButton* button = AddButton(this, name, caption, {600, topTwips, 2175, 615});
+  static_assert(std::size(kVskButtons) == kVskModels.size(), "each model has its button");
+  const auto add = [this](const char* name, const QString& caption, int topTwips) {
+    return AddButton(this, name, caption, {600, topTwips, 2175, 615});
+  };
+  for (std::size_t i = 0; i < kVskModels.size(); ++i) {
+    const QString caption = kVskModels[i].name + QStringLiteral("V");
+    vskButtons_[i] = add(kVskButtons[i].name, caption, kVskButtons[i].topTwips);
+  }
+  rtdButton_ = add("Command3", QStringLiteral("RTD2120"), 2400);
+  exitButton_ = add("Command4", QStringLiteral("EXIT"), 3360);
+}
+
+void Main::Connect() {
+  const auto onClick = [this](QPushButton* button, void (Main::*handler)()) {
     connect(button, &QPushButton::clicked, this, Asked(this, handler));
   };
-  addButton("Command1", ModelOf(VskChip::Vsk830).name + QStringLiteral("V"), 480,
-            &Main::Command1_Click);
-  addButton("Command2", ModelOf(VskChip::Vsk630).name + QStringLiteral("V"), 1440,
-            &Main::Command2_Click);
-  addButton("Command3", QStringLiteral("RTD2120"), 2400, &Main::Command3_Click);
-  addButton("Command4", QStringLiteral("EXIT"), 3360, &Main::Command4_Click);
+  for (std::size_t i = 0; i < kVskModels.size(); ++i) {
+    onClick(vskButtons_[i], kVskButtons[i].clicked);
+  }
+  onClick(rtdButton_, &Main::Command3_Click);
+  onClick(exitButton_, &Main::Command4_Click);
+  tool_.timing.Calibrated = [this](std::int32_t tickPollCount) {
+    if (form1_) form1_->ShowCalibration(tickPollCount);
+  };
 }
 
 void Main::Command1_Click() { OpenVskWriter(VskChip::Vsk830); }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QWidget>
+#include <array>
 #include <memory>
 
 #include "tool/tool.h"
@@ -26,7 +27,16 @@ class Main final : public QWidget {
   void closeEvent(QCloseEvent* event) override;
 
  private:
+  /// What opens the writer for a model of `kVskModels`.
+  struct VskButton {
+    const char* name;
+    int topTwips;
+    void (Main::*clicked)();
+  };
+  static const VskButton kVskButtons[];
+
   void CreateButtons();
+  void Connect();
   void Form_Load();
   void Command1_Click();  // VSK830V
   void Command2_Click();  // VSK630V
@@ -44,6 +54,9 @@ class Main final : public QWidget {
   Tool& tool_;
   FilePlaces places_;
 
+  std::array<QPushButton*, kVskModels.size()> vskButtons_{};
+  QPushButton* rtdButton_ = nullptr;
+  QPushButton* exitButton_ = nullptr;
   std::unique_ptr<Form1> form1_;  // hidden from start-up until the launcher shows it
   std::unique_ptr<Form2> form2_;
   std::unique_ptr<RTD2120Write> rtdWrite_;

@@ -64,8 +64,7 @@ void Form1::Connect() {
   };
   onClick(loadButton_, &Form1::Command1_Click);
   onClick(runButton_, &Form1::Command4_Click);
-  onSelected(chips_[0], &Form1::Option1_Click);
-  onSelected(chips_[1], &Form1::Option2_Click);
+  for (std::size_t i = 0; i < chips_.size(); ++i) onSelected(chips_[i], kChipOptions[i].selected);
   onSelected(enterOption_, &Form1::Option4_Click);
   onSelected(quitOption_, &Form1::Option5_Click);
   onSelected(pageEraseOption_, &Form1::Option6_Click);
@@ -125,13 +124,17 @@ void Form1::CreateOperationOptions(QWidget* client) {
   programOption_->setChecked(true);
 }
 
+const Form1::ChipOption Form1::kChipOptions[] = {
+    {"Option1", {120, 240, 1455, 255}, &Form1::Option1_Click},
+    {"Option2", {120, 600, 1575, 255}, &Form1::Option2_Click},
+};
+
 void Form1::CreateChipOptions(QWidget* client) {
-  constexpr std::array<Twips, kVskModels.size()> kPlaces{
-      {{120, 240, 1455, 255}, {120, 600, 1575, 255}}};
+  static_assert(std::size(kChipOptions) == kVskModels.size(), "each model has its option");
   QGroupBox* frame = AddFrame(client, "Frame1", QStringLiteral("Select"), {120, 3120, 1815, 975});
   for (std::size_t i = 0; i < kVskModels.size(); ++i) {
-    const std::string name = "Option" + std::to_string(i + 1);
-    chips_[i] = AddOption(frame, name.c_str(), QLatin1String(kVskModels[i].name), kPlaces[i]);
+    const ChipOption& option = kChipOptions[i];
+    chips_[i] = AddOption(frame, option.name, QLatin1String(kVskModels[i].name), option.at);
     chips_[i]->setChecked(static_cast<VskChip>(i) == VskChip::Vsk830);
   }
 }

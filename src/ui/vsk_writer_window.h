@@ -27,6 +27,14 @@ class Form1 final : public WriterWindow<VskLoadView>, private IspView {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  /// What selects a model of `kVskModels`.
+  struct ChipOption {
+    const char* name;
+    Twips at;
+    void (Form1::*selected)();
+  };
+  static const ChipOption kChipOptions[];
+
   void CreateMenus();
   void CreateFileMenu();
   void CreateActionMenu();

@@ -157,19 +157,12 @@ void IspOperations::ShowProgress(const VskBank& bank, std::int32_t address, std:
   ++shown;
 }
 
-void IspOperations::ProgramImage(std::int32_t maximum, IspView& view) {
-  EndProgramming(SendPages(kOneBank[0], maximum, view), view);
-}
-
-void IspOperations::ProgramBank0(std::int32_t maximum, IspView& view) {
-  SendPages(kTwoBanks[0], maximum, view);
-}
-
-void IspOperations::ProgramBank1(std::int32_t maximum, IspView& view) {
-  EndProgramming(SendPages(kTwoBanks[1], maximum, view), view);
-}
-
-void IspOperations::EndProgramming(bool programmed, IspView& view) {
+// the pages of each bank, the chip's CRC, quit
+void IspOperations::ProgramImage(IspView& view) {
+  bool programmed = false;
+  for (const VskBank& bank : Model().banks) {
+    programmed = SendPages(bank, images_.*bank.maximum, view);
+  }
   ShowResult(view, StatusLabel::Operation, programmed, "programcode ok", "programcode fail");
   view.RepaintStatus(StatusLabel::Operation);
   frames_.ReadHwCrc();
@@ -196,7 +189,7 @@ void IspOperations::DoPageErase(IspView& view) {
   if (end) ErasePageRange(*start, *end, view);
 }
 
-// erase, a second's pause, S C D0 P, the pages of each bank, the chip's CRC, quit
+// erase, a second's pause, S C D0 P, the image, the CRC compared
 void IspOperations::DoProgram(IspView& view) {
   const bool inIspMode =
       BeginsInIspMode("program:isp mode is exist", "program:isp mode is not exist", view);
@@ -206,12 +199,7 @@ void IspOperations::DoProgram(IspView& view) {
   view.RepaintStatus(StatusLabel::Operation);
   timing_.WaitMilliseconds(kEraseTime_ms);
   frames_.Send(frames_.CommandAddress(), {kResetCrc});
-
-  bool programmed = false;
-  for (const VskBank& bank : Model().banks) {
-    programmed = SendPages(bank, images_.*bank.maximum, view);
-  }
-  EndProgramming(programmed, view);
+  ProgramImage(view);
   const bool matches = images_.CrcMatches(frames_.HwCrc);
   view.SetStatusText(StatusLabel::Operation, matches ? "Write Ok" : "CRC Error");
   frames_.HwCrc = 0;

@@ -39,12 +39,9 @@ class IspOperations {
   /// means that the erase failed.
   bool ErasePageRange(std::int32_t start, std::int32_t end, IspView& view);
 
-  /// Programs the only bank of a chip, reads the chip's CRC and quits ISP mode.
-  void ProgramImage(std::int32_t maximum, IspView& view);
-  /// Programs the first of two banks; a refused page command ends it silently.
-  void ProgramBank0(std::int32_t maximum, IspView& view);
-  /// Programs the second of two banks, reads the chip's CRC over both and quits ISP mode.
-  void ProgramBank1(std::int32_t maximum, IspView& view);
+  /// Programs the chip's banks from the loaded image, reads the chip's CRC over all of them and
+  /// quits ISP mode. A refused page command ends a bank but the last silently.
+  void ProgramImage(IspView& view);
 
   /// Reads page 0..255 into `IspRxBuf`. True when the page-select frame was acknowledged.
   bool ReadChipPage(std::int32_t page, IspView& view);
@@ -68,7 +65,6 @@ class IspOperations {
                 IspView& view);
   void ShowProgress(const VskBank& bank, std::int32_t address, std::int32_t maximum, int& shown,
                     IspView& view);
-  void EndProgramming(bool programmed, IspView& view);
 
   tongxun::IspFrames& frames_;
   tongxun::BusTiming& timing_;

@@ -352,14 +352,12 @@ TEST_F(Vsk830Test, NoPageNumberWraps) {
 
 /// An odd address is sent as it is, which only the frames of one of two banks do.
 TEST_F(Vsk830Test, AddressesOfThePageFrames) {
-  for (const auto& [program, command] : {std::pair{&IspOperations::ProgramBank0, "S 97"},
-                                         {&IspOperations::ProgramBank1, "S 97"},
-                                         {&IspOperations::ProgramImage, "S 96"}}) {
-    bench->InIspMode();
-    const std::int16_t address = std::exchange(bench->frames.IspParams[0], std::int16_t{0x95});
-    (isp.*program)(0, view);
+  bench->frames.IspParams[0] = 0x95;
+  for (const auto& [chip, command] :
+       {std::pair{VskChip::Vsk830, "S 96"}, {VskChip::Vsk630, "S 97"}}) {
+    isp.ChipSelect = chip;
+    isp.ProgramImage(view);
     EXPECT_THAT(Frames().front(), StartsWith(command));
-    bench->frames.IspParams[0] = address;
   }
 }
 
