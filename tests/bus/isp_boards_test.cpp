@@ -62,9 +62,8 @@ TEST_F(BoardFilesTest, AnErrorEndsTheLoadAndKeepsWhatWasRead) {
   for (int i = 0; i < 22; ++i) rows += Row("b" + std::to_string(i));
   LoadTable("n,22\n" + rows);
   EXPECT_EQ(boards.BoardTable[20].name, "b20");
-  const auto names = [this] {
-    return boards.BoardTable[0].name + " " + boards.BoardTable[1].name + " " +
-           boards.BoardTable[2].name;
+  const auto names = [&rows = boards.BoardTable] {
+    return rows[0].name + " " + rows[1].name + " " + rows[2].name;
   };
   LoadTable("n,3\n" + Row("x0") + "x1,a,37G," + Row("x2"));
   EXPECT_EQ(names(), "x0 x1 b2") << "an address that is no number ends the load";

@@ -15,10 +15,10 @@ TEST(Crc16, TheTablesEqualTheBitStep) {
   // Every byte at each of the eight places of a slice, behind a different register each time, and
   // one odd length behind whole slices.
   std::vector<std::uint8_t> image = Image(13);
-  for (int byte = 0; byte < 256; ++byte)
+  for (int byte = 0; byte < 256; ++byte) {
     image.insert(image.end(), 8, static_cast<std::uint8_t>(byte));
-  for (const std::uint16_t start :
-       std::initializer_list<std::uint16_t>{0xFFFF, 0, 0x8001, 0x1234}) {
+  }
+  for (const std::uint16_t start : std::initializer_list<std::uint16_t>{0xFFFF, 0, 0x1234}) {
     std::uint16_t bits = start;
     for (const std::uint8_t byte : image) {
       for (unsigned k = 8; k-- > 0;) bits = tongxun::CrcBit(bits, byte >> k & 1U);
@@ -34,19 +34,13 @@ TEST(Crc16, TheTablesEqualTheBitStep) {
   EXPECT_EQ(tongxun::UsedCells(check, 2).size(), 3U);
 }
 
-std::string RepeatedByte(std::string_view byte) {
-  std::string line;
-  for (int i = 0; i < 16; ++i) line += std::string(byte) + " ";
-  return line + "\r\n";
-}
-
 TEST(PageText, AsHexDump) {
   std::vector<std::uint8_t> bytes(256, 0xFF);
-  std::string expected = "this is 0  page (Load Hex File Code)\r\n";
-  for (const char* address :
-       {"0000", "00010", "00020", "00030", "00040", "00050", "00060", "00070", "00080", "00090",
-        "000A0", "000B0", "000C0", "000D0", "000E0", "000F0"}) {
-    expected += address + std::string("    ") + RepeatedByte("FF");
+  std::string row;
+  for (int i = 0; i < 16; ++i) row += "FF ";
+  std::string expected = "this is 0  page (Load Hex File Code)\r\n0000    " + row + "\r\n";
+  for (const char digit : std::string_view("123456789ABCDEF")) {
+    expected += std::string("000") + digit + "0    " + row + "\r\n";
   }
   EXPECT_EQ(PageText<std::uint8_t>(bytes, 0, " (Load Hex File Code)"), expected);
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <sstream>
 
 #include "support/file_answers.h"
 #include "support/temp_folder.h"
@@ -33,11 +34,12 @@ struct ReadersTest : testing::Test {
 };
 
 TEST_F(ReadersTest, TheNamesEndingTellsTheKind) {
-  for (const char* hex : {"code.hex", "CODE.HEX", "x.Hex"}) {
-    EXPECT_EQ(loadfile::KindOf(hex, "HEX"), FileKind::Hex) << hex;
-  }
-  for (const char* binary : {"code.bin", "code.txt", "code", "x", ""}) {
-    EXPECT_EQ(loadfile::KindOf(binary, "HEX"), FileKind::Binary) << binary;
+  for (const auto& [name, kind] : {std::pair{"CODE.HEX", FileKind::Hex},
+                                   {"x.Hex", FileKind::Hex},
+                                   {"code.txt", FileKind::Binary},
+                                   {"x", FileKind::Binary},
+                                   {"", FileKind::Binary}}) {
+    EXPECT_EQ(loadfile::KindOf(name, "HEX"), kind) << name;
   }
 }
 
@@ -56,13 +58,6 @@ TEST_F(ReadersTest, BinaryFiles) {
     EXPECT_EQ(cells[65535], size == 65535 ? 0xFF : 'x');
     EXPECT_EQ(cells[65536], 0x55);
   }
-  view.Take();
-  maximum = 7;
-  EXPECT_FALSE(Read(FileKind::Binary, (folder / "none").string()));
-  EXPECT_THAT(view.lastDetail, HasSubstr("the file does not exist"));
-  EXPECT_FALSE(Read(FileKind::Binary, folder.Path().string()));
-  EXPECT_THAT(view.Take(), ElementsAre("beep", "beep", kRefusal, "beep", "beep", kRefusal));
-  EXPECT_EQ(maximum, 7);
   EXPECT_TRUE(Binary(""));
   EXPECT_EQ(maximum, -1);
   EXPECT_EQ(cells[0], 0xFF);
@@ -102,74 +97,60 @@ TEST_F(ReadersTest, AWrongStartCodeIsSaidOncePerRecord) {
 TEST_F(ReadersTest, WhatCannotBeReadChangesNothingAndSaysWhy) {
   const std::string second = ":03001300040506EA";
   const std::string advice = "for example with unix2dos";
-  const std::string macAdvice = "for example with mac2unix and then unix2dos";
+  const std::string feeds = "the file's lines end with a line feed only|" + advice;
   struct Case {
-    const char* what;
     std::string text;
-    std::vector<std::string> reasons;
+    std::string reasons;  // parts of the detail
   };
   const Case cases[] = {
-      {"lower case",
-       kData + ":03001000ab0203EE\r\n" + kEnd,
-       {"line 2, column 10: found \"a\", expected a digit 0-9 or A-F (upper case)"}},
-      {"no digit in the address",
-       ":03 01000010203EA\r\n" + kEnd,
-       {"line 1, column 4: found a blank"}},
-      {"LF only",
-       ":0300100001020300\n:00000001FF\n",
-       {"line 1, column 18: the file's lines end with a line feed only", advice}},
-      {"one record, LF only",
-       ":0300100001020300\n",
-       {"the file's lines end with a line feed", advice}},
-      {"LF only and lower case behind",
-       ":0300100001020300\n:0300130004050aEA\n:00000001FF\n",
-       {"line feed only", advice, "upper case"}},
-      {"LF only and lower case before",
-       ":030010000102aa00\n:00000001FF\n",
-       {"line 1, column 14: found \"a\"", "upper case", "line feed only", advice}},
-      {"CR only",
-       ":0300100001020300\r:00000001FF\r",
-       {"line 1, column 18: the file's lines end with a carriage return only", macAdvice}},
-      {"blank before a line end",
-       kData + second + " \r\n" + kData + kEnd,
-       {"line 2, column 18: found a blank, expected the line to end"}},
-      {"second CR",
-       kData + second + "\r\r\n" + kData + kEnd,
-       {"line 2, column 19: found a carriage return, expected the line to end"}},
-      {"one LF among CR LF",
-       kData + second + "\n" + kData + kEnd,
-       {"line 2, column 18: the line ends"}},
-      {"blank line",
-       kData + "\r\n" + second + "\r\n" + kEnd,
-       {"line 2, column 1: the line is empty"}},
-      {"byte-order mark",
-       "\xEF\xBB\xBF" + kData + kEnd,
-       {"line 1, column 1: found a byte-order mark", "must begin with \":\""}},
-      {"tab first",
-       "\t" + kData + kEnd,
-       {"line 1, column 1: found a tab", "must begin with \":\""}},
-      {"cut in the data", ":0300100001", {"the file ends inside a record"}},
-      {"no line end", kData + ":0300100001020300", {"line 2, column 18"}},
-      {"beyond the last cell", ":03FFFF00010203FF\r\n" + kEnd, {"reaches address 0x10001"}},
-      {"binary", std::string(40, '\0'), {"the character 0x00"}},
-      {"one character", ":", {"the file ends inside a record"}},
+      {kData + ":03001000ab0203EE\r\n" + kEnd,
+       "line 2, column 10: found \"a\", expected a digit 0-9 or A-F (upper case)"},
+      {":03 01000010203EA\r\n" + kEnd, "line 1, column 4: found a blank"},
+      {":0300100001020300\n:00000001FF\n", "line 1, column 18: " + feeds},
+      {":0300100001020300\n", feeds},
+      {":0300100001020300\n:0300130004050aEA\n:00000001FF\n", feeds + "|upper case"},
+      {":030010000102aa00\n:00000001FF\n", "line 1, column 14: found \"a\"|upper case|" + feeds},
+      {":0300100001020300\r:00000001FF\r",
+       "line 1, column 18: the file's lines end with a carriage return only|"
+       "for example with mac2unix and then unix2dos"},
+      {kData + second + " \r\n" + kData + kEnd,
+       "line 2, column 18: found a blank, expected the line to end"},
+      {kData + second + "\r\r\n" + kData + kEnd,
+       "line 2, column 19: found a carriage return, expected the line to end"},
+      {kData + second + "\n" + kData + kEnd, "line 2, column 18: the line ends"},
+      {kData + "\r\n" + second + "\r\n" + kEnd, "line 2, column 1: the line is empty"},
+      {"\xEF\xBB\xBF" + kData + kEnd,
+       "line 1, column 1: found a byte-order mark|must begin with \":\""},
+      {"\t" + kData + kEnd, "line 1, column 1: found a tab|must begin with \":\""},
+      {":0300100001", "the file ends inside a record"},
+      {":", "the file ends inside a record"},
+      {kData + ":0300100001020300", "line 2, column 18"},
+      {":03FFFF00010203FF\r\n" + kEnd, "reaches address 0x10001"},
+      {std::string(40, '\0'), "the character 0x00"},
   };
   cells.assign(cells.size(), 0x55);
   maximum = 7;
   for (const Case& c : cases) {
-    EXPECT_FALSE(Hex(c.text)) << c.what;
-    EXPECT_THAT(view.Take(), ElementsAre("beep", "beep", kRefusal)) << c.what;
-    for (const std::string& reason : c.reasons) {
-      EXPECT_THAT(view.lastDetail, HasSubstr(reason)) << c.what;
+    SCOPED_TRACE(c.reasons);
+    EXPECT_FALSE(Hex(c.text));
+    EXPECT_THAT(view.Take(), ElementsAre("beep", "beep", kRefusal));
+    std::istringstream reasons(c.reasons);
+    for (std::string reason; std::getline(reasons, reason, '|');) {
+      EXPECT_THAT(view.lastDetail, HasSubstr(reason));
     }
-    EXPECT_THAT(view.lastDetail, testing::Not(HasSubstr("found \":\""))) << c.what;
+    EXPECT_THAT(view.lastDetail, testing::Not(HasSubstr("found \":\"")));
     EXPECT_EQ(maximum, 7);
-    EXPECT_EQ(std::count(cells.begin(), cells.end(), 0x55), std::ssize(cells)) << c.what;
+    EXPECT_EQ(std::count(cells.begin(), cells.end(), 0x55), std::ssize(cells));
   }
-  EXPECT_FALSE(Read(FileKind::Hex, (folder / "none").string()));
-  EXPECT_THAT(view.lastDetail, HasSubstr("the file does not exist"));
-  EXPECT_FALSE(Read(FileKind::Hex, folder.Path().string()));
-  EXPECT_THAT(view.lastDetail, HasSubstr("folder"));
+  for (const auto& [path, reason] :
+       {std::pair{folder / "none", "the file does not exist"}, {folder.Path(), "folder"}}) {
+    for (const FileKind kind : {FileKind::Hex, FileKind::Binary}) {
+      EXPECT_FALSE(Read(kind, path.string()));
+      EXPECT_THAT(view.Take(), ElementsAre("beep", "beep", kRefusal));
+      EXPECT_THAT(view.lastDetail, HasSubstr(reason));
+      EXPECT_EQ(maximum, 7);
+    }
+  }
 }
 
 }  // namespace

@@ -25,6 +25,8 @@ struct RtdLinkTest : testing::Test, TracedBus {
 };
 
 const std::string kIdle = "D1 C1 ";
+const std::string kTwoBits = "C0 .1 C1 .1 ? .1 C0 .1 C1 .1 ? .1 ";
+const std::string kSevenBits = kTwoBits + kTwoBits + kTwoBits + "C0 .1 C1 .1 ? .1 ";
 const std::string kStart = ".1 D0 .1 C0 ";
 
 TEST_F(RtdLinkTest, RegisterWrite) {
@@ -50,24 +52,18 @@ TEST_F(RtdLinkTest, AWriteGoesOnWithoutAcknowledgesAndKeepsAStopThatDoesNotTake)
 
 TEST_F(RtdLinkTest, RegisterRead) {
   Acknowledge(2);
-  for (const bool low : {true, false, true, true, true, true, true, true}) {
-    lines.sdaLow.push_back(low);
-  }
+  lines.sdaLow.insert(lines.sdaLow.end(), {true, false, true, true, true, true, true, true});
   EXPECT_EQ(link->RtdReadRegisters(0x95, 0x90, 1), 0);
   EXPECT_EQ(link->RtdRxBuf[0], 0x40);
-  std::string bits;
-  for (int i = 0; i < 7; ++i) bits += "C0 .1 C1 .1 ? .1 ";
   EXPECT_EQ(lines.Take(), kIdle + kStart + Sent(0x94) + "? " + Sent(0x90) +
-                              "? .1 C0 .1 C1 .1 D1 .1 D0 .1 C0 " + Sent(0x95) + "D1 " + bits +
+                              "? .1 C0 .1 C1 .1 D1 .1 D0 .1 C0 " + Sent(0x95) + "D1 " + kSevenBits +
                               "C0 .1 C1 .1 ? .2 C0 .1 C1 .2 C0 .1 D0 .1 C1 .1 D1");
 }
 
 TEST_F(RtdLinkTest, ALongerReadAcknowledgesAllButTheLastByte) {
   Acknowledge(2);
   EXPECT_EQ(link->RtdReadRegisters(0x94, 0x90, 2), 0);
-  std::string bits;
-  for (int i = 0; i < 7; ++i) bits += "C0 .1 C1 .1 ? .1 ";
-  bits += "C0 .1 C1 .1 ? .2 ";
+  const std::string bits = kSevenBits + "C0 .1 C1 .1 ? .2 ";
   const std::string trace = lines.Take();
   EXPECT_NE(trace.find("D1 " + bits + "C0 .1 D0 .1 C1 .2 C0 D1 " + bits + "C0 .1 C1 .2 "),
             std::string::npos)

@@ -24,39 +24,30 @@ struct RtdWaitsTest : testing::Test {
 };
 
 TEST_F(RtdWaitsTest, WhichReadingEndsTheCrcWait) {
-  struct Case {
-    std::deque<std::uint8_t> statuses;
-    int reads;
-  };
-  for (const Case& c : {Case{{0x40}, 1},
-                        {{0x00}, 1},
-                        {{0x80, 0xC0}, 2},
-                        {{0xC0, 0xC0}, 2},
-                        {{0x80, 0x80, 0x00}, 3},
-                        {{0x80, 0x80, 0x80, 0x40}, 4}}) {
-    target.replies = c.statuses;
-    target.replies.push_front(0x40);  // the range is set
-    target.replies.push_back(0x5A);   // the CRC
+  using Replies = std::deque<std::uint8_t>;  // the range is set, the statuses, the CRC
+  for (const Replies& replies : {Replies{0x40, 0x40, 0x5A},
+                                 {0x40, 0x00, 0x5A},
+                                 {0x40, 0x80, 0xC0, 0x5A},
+                                 {0x40, 0xC0, 0xC0, 0x5A},
+                                 {0x40, 0x80, 0x80, 0x00, 0x5A}}) {
+    target.replies = replies;
     target.reads = 0;
     EXPECT_EQ(operations.RtdReadCrc(Bank::First, view), 0x5A);
-    EXPECT_EQ(target.reads, 1 + c.reads + 1);
+    EXPECT_EQ(target.reads, std::ssize(replies));
   }
 }
 
 TEST_F(RtdWaitsTest, EveryWaitEndsAfterTenSeconds) {
   const std::deque<std::uint8_t> erasing{0x80}, settingRange{0x08}, running{0x00, 0x80};
-  for (const auto& [what, replies] :
-       {std::pair{"erase", erasing}, {"CRC range", settingRange}, {"CRC", running}}) {
+  for (const auto& replies : {erasing, settingRange, running}) {
     target.replies = replies;
     view.text.clear();
     const std::uint32_t begin = bench->ticks.Elapsed();
-    const bool done = std::string(what) == "erase"
-                          ? operations.RtdEraseChip(view)
-                          : operations.RtdReadCrc(Bank::First, view).has_value();
-    EXPECT_FALSE(done) << what;
-    EXPECT_NEAR(bench->ticks.Elapsed() - begin, 10'015, 15) << what;
-    EXPECT_EQ(view.text, "MCU link error\r\n") << what;
-    EXPECT_EQ(view.Take().back(), "red MCU link error\r\n") << what;
+    const bool done = replies == erasing ? operations.RtdEraseChip(view)
+                                         : operations.RtdReadCrc(Bank::First, view).has_value();
+    EXPECT_FALSE(done);
+    EXPECT_NEAR(bench->ticks.Elapsed() - begin, 10'015, 15);
+    EXPECT_THAT(view.Take(), testing::ElementsAre("red MCU link error\r\n"));
   }
 }
 

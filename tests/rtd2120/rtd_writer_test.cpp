@@ -36,13 +36,10 @@ struct RtdWriterTest : testing::Test {
     events = view.Take();
     return view.text;
   }
-  static std::string CrcLines(int calculated, int read) {
-    return "Calculate CRC   0x" + HexText(calculated) + "\r\nRead CRC         0x" + HexText(read) +
-           "\r\n";
-  }
-  static std::string BankLines(const char* bank, const std::vector<std::uint8_t>& image) {
-    return std::string("Program BANK ") + bank + "   100 %\r\n" +
-           CrcLines(Crc8(image), Crc8(image)) + "CRC OK.\r\n";
+  static std::string BankLines(const std::string& bank, const std::vector<std::uint8_t>& image) {
+    const std::string crc = HexText(Crc8(image)) + "\r\n";
+    return "Program BANK " + bank + "   100 %\r\nCalculate CRC   0x" + crc + "Read CRC         0x" +
+           crc + "CRC OK.\r\n";
   }
 };
 
@@ -60,12 +57,7 @@ TEST_F(RtdWriterTest, BothBanks) {
   const std::string crcs = HexText(Crc8(bank1)) + " + " + HexText(Crc8(bank2));
   EXPECT_THAT(told.result, StartsWith("Erase MCU OK.; Program BANK 1   100 %; Calculate CRC"));
   told.result.clear();
-  EXPECT_EQ(told, (RunLine{.chip = "RTD2120",
-                           .operation = "Auto",
-                           .file = "one.hex + two.hex",
-                           .size = 1000,
-                           .crc = crcs,
-                           .chipCrc = crcs}));
+  EXPECT_EQ(told, (RunLine{"RTD2120", "Auto", "one.hex + two.hex", 1000, crcs, crcs}));
   EXPECT_FALSE(view.red);
   EXPECT_TRUE(FlashEquals(chip.Bank(0), bank1) && FlashEquals(chip.Bank(1), bank2));
   EXPECT_FALSE(chip.InIspMode());
@@ -78,18 +70,14 @@ TEST_F(RtdWriterTest, BothBanks) {
 }
 
 TEST_F(RtdWriterTest, TheFramesOfOneBank) {
-  std::vector<std::uint8_t> image(0x101, 0x12);
+  auto image = Image(0x101);
   bench->Load(Bank::Second, image);
   Run(RtdBankMode::Second);
+  const std::string crc = fileop::HexByte(Crc8(image));
   image.resize(0x200, 0xFF);
-  const auto page = [&](std::size_t number) {
-    std::string frame = "S 94 94";
-    for (std::size_t i = 0; i < 256; ++i) {
-      frame += " " + fileop::HexByte(image[256 * number + i]);
-    }
-    return frame + " P";
+  const auto page = [&](std::size_t number) {  // as a page of the other chips, of register 94
+    return DataFrame(image, number).replace(5, 2, "94");
   };
-  const std::string crc = fileop::HexByte(Crc8(std::vector<std::uint8_t>(0x101, 0x12)));
   const std::string busy = "S 94 90 Sr 95 [70]- P";
   const std::string idle = "S 94 90 Sr 95 [60]- P";
   EXPECT_THAT(bench->TakeFrames(),
@@ -121,30 +109,18 @@ TEST_F(RtdWriterTest, BanksThatAreNotLoaded) {
 }
 
 TEST_F(RtdWriterTest, MaximaAndTheirFigures) {
-  struct Case {
-    std::int32_t maximum;
-    int pages;
-    const char* end;
-    int lastFigure;
-  };
-  for (const Case& c : {Case{0, 1, "S 96 A0 00 00 P", 1},
-                        {0xFF, 1, "S 96 A0 00 FF P", 1},
-                        {0x100, 2, "S 96 A0 01 00 P", 51},
-                        {0x10C0, 17, "S 96 A0 10 C0 P", 95},
-                        {0x7FFF, 128, "S 96 A0 7F FF P", 100},
-                        {0xFFF0, 256, "S 96 A0 FF F0 P", 101},
-                        {0xFFFF, 256, "S 96 A0 FF FF P", 101}}) {
-    const auto image = Image(static_cast<std::size_t>(c.maximum) + 1, 9);
+  for (const auto& [size, pages, lastFigure, end] : {std::tuple{0x1U, 1U, "1", "S 96 A0 00 00 P"},
+                                                     {0x100U, 1U, "1", "S 96 A0 00 FF P"},
+                                                     {0x10C1U, 17U, "95", "S 96 A0 10 C0 P"},
+                                                     {0x10000U, 256U, "101", "S 96 A0 FF FF P"}}) {
+    const auto image = Image(size, 9);
     bench->Load(Bank::First, image);
-    EXPECT_EQ(Run(RtdBankMode::First), "Erase MCU OK.\r\n" + BankLines("1", image)) << c.maximum;
-    EXPECT_TRUE(FlashEquals(chip.Bank(0), image)) << c.maximum;
+    EXPECT_EQ(Run(RtdBankMode::First), "Erase MCU OK.\r\n" + BankLines("1", image)) << size;
+    EXPECT_TRUE(FlashEquals(chip.Bank(0), image)) << size;
     const auto frames = bench->TakeFrames();
-    EXPECT_EQ(std::count_if(frames.begin(), frames.end(),
-                            [](const std::string& f) { return f.starts_with("S 94 94 "); }),
-              c.pages);
-    EXPECT_THAT(frames, Contains(c.end));
-    EXPECT_EQ(events[static_cast<std::size_t>(c.pages)],
-              "Program BANK 1   " + std::to_string(c.lastFigure) + " %");
+    EXPECT_THAT(frames, Contains(StartsWith("S 94 94 ")).Times(static_cast<int>(pages)));
+    EXPECT_THAT(frames, Contains(end));
+    EXPECT_EQ(events[pages], std::string("Program BANK 1   ") + lastFigure + " %");
   }
 }
 
@@ -166,105 +142,88 @@ TEST_F(RtdWriterTest, TheSecondBankIsWrittenAfterAFailureOfTheFirst) {
 }
 
 TEST_F(RtdWriterTest, APageThatNeverFinishesIsReadExactly5003Times) {
-  bench->Load(Bank::First, Image(600));
   ASSERT_TRUE(bench->link.RtdEnterIsp());
-  images.RtdLoadBuffer = images.RtdBank1Buffer;
   bench->operations.RtdBuildPages(599);
   bench->operations.RtdMaxAddr = 599;
   bench->board.faults.busyForEver = true;
   bench->TakeFrames();
   bench->operations.RtdProgramBank(Bank::First, view);
-  EXPECT_EQ(view.text, "Program BANK 1   1 %MCU link error");
-  EXPECT_TRUE(view.red);
+  EXPECT_EQ(view.Take().back(), "red Program BANK 1   1 %MCU link error");
   const auto frames = bench->TakeFrames();
   EXPECT_EQ(frames.size(), 3U + 5003U);
   EXPECT_EQ(frames[3], "S 94 90 Sr 95 [50]- P");
 }
 
 /// ISP mode is left all the same, and neither a bank's CRC nor the second bank follows a wait that
-/// expired.
+/// expired. A busy chip does not take the last write.
 TEST_F(RtdWriterTest, RunsThatEndEarly) {
-  struct Case {
-    const char* what;
-    std::function<void(RtdBench&)> prepare;
-    std::string text;
-    std::size_t frames;
-    const char* last;
-  };
   const auto image = Image(4);
-  const auto maximum = [](std::int32_t m) { return [m](RtdBench& b) { b.images.Bank1Max = m; }; };
   const std::string written = "Erase MCU OK.\r\nProgram BANK 1   100 %\r\nCalculate CRC   0x" +
                               HexText(Crc8(image)) + "\r\nMCU link error\r\n";
-  const Case cases[] = {
-      {"no image", maximum(-1), "Image address error.\r\n", 4, "S 94 90 00 P"},
-      {"beyond the bank", maximum(0x10000), "Image address error.\r\n", 4, "S 94 90 00 P"},
-      {"no chip; an old reading proves nothing",
-       [](RtdBench& b) {
-         b.board.Connect(simulator::ConnectedChip::None);
-         b.link.RtdRxBuf[0] = 0x40;
-       },
-       "MCU link error", 3, "S 94-"},
-      {"an erase without end: the busy chip does not take the last write",
-       [](RtdBench& b) { b.board.faults.busyForEver = true; }, "MCU link error\r\n", 0,
-       "S 94 90 00- P"},
-      {"unplugged behind the wait for the page",
-       [](RtdBench& b) { b.board.faults.unpluggedAfterFrame = 22; }, written, 0, " 94- 90- 00- P"},
+  struct Case {
+    std::function<void()> prepare;
+    std::string text;
+    const char* lastFrame;
+    RtdBankMode banks = RtdBankMode::First;
   };
-  for (const Case& c : cases) {
-    RtdBench& run = *(bench = std::make_unique<RtdBench>());
-    run.Load(Bank::First, image);
-    run.Load(Bank::Second, image);
-    c.prepare(run);
-    run.writer.BankMode = c.frames > 0 ? RtdBankMode::First : RtdBankMode::Both;
-    run.writer.Run(run.view);
-    EXPECT_EQ(run.view.text, c.text) << c.what;
-    EXPECT_TRUE(run.view.red) << c.what;
-    const auto frames = run.TakeFrames();
-    EXPECT_EQ(c.frames > 0 ? frames.size() : 0, c.frames) << c.what;
-    EXPECT_THAT(frames.back(), testing::EndsWith(c.last)) << c.what;
+  for (const Case& c : {
+           Case{[&] { images.Bank1Max = -1; }, "Image address error.\r\n", "S 94 90 00 P"},
+           Case{[&] { images.Bank1Max = 0x10000; }, "Image address error.\r\n", "S 94 90 00 P"},
+           Case{[&] {
+                  bench->board.faults.unpluggedAfterFrame = 22 + bench->board.wire.FramesSeen();
+                },
+                written, " 94- 90- 00- P", RtdBankMode::Both},
+           Case{[&] { bench->board.faults.busyForEver = true; }, "MCU link error\r\n",
+                "S 94 90 00- P", RtdBankMode::Both},
+           Case{[&] { bench->board.Connect(simulator::ConnectedChip::None); }, "MCU link error",
+                "S 94-"},
+       }) {
+    bench->board.faults = {};
+    bench->Load(Bank::First, image);
+    bench->Load(Bank::Second, image);
+    c.prepare();
+    bench->link.RtdRxBuf[0] = 0x40;  // an old reading proves nothing
+    EXPECT_EQ(Run(c.banks), c.text);
+    EXPECT_TRUE(view.red) << c.text;
+    const auto frames = bench->TakeFrames();
+    EXPECT_THAT(frames.back(), testing::EndsWith(c.lastFrame)) << c.text;
+    EXPECT_THAT(frames, Not(Contains("S 94 90 60 P"))) << "the second bank";
   }
 }
 
 TEST_F(RtdWriterTest, Crc8Values) {
-  const std::string digits = "123456789";
-  EXPECT_EQ(Crc8(std::vector<std::uint8_t>(digits.begin(), digits.end())), 0xF4);
+  EXPECT_EQ(Crc8({{'1', '2', '3', '4', '5', '6', '7', '8', '9'}}), 0xF4);
   EXPECT_EQ(Crc8(std::vector<std::uint8_t>(256, 0xFF)), 0x24);
 }
 
 TEST_F(RtdWriterTest, LoadsTheBankBuffers) {
   TempFolder folder;
-  view.file = folder.Write("a.bin", std::string(0x8000, '\2'));
+  const auto load = [&](Bank bank, const std::string& name, const std::string& bytes) {
+    view.file = bytes.empty() ? name : folder.Write(name, bytes);
+    writer.Load(bank, view);
+    return view.Take();
+  };
   images.RtdLoadBuffer.fill(0x55);
-  writer.Load(Bank::First, view);
-  EXPECT_THAT(view.Take(),
+  const std::string sum = HexText((0x8000 * 2 + 0x8000 * 0xFF) & 0xFFFF);
+  EXPECT_THAT(load(Bank::First, "a.bin", std::string(0x8000, '\2')),
               ElementsAre("choose Hexfile (*.hex)|*.hex|Binfile (*.bin)|*.bin", "clear",
-                          "row 1 32767 " + HexText((0x8000 * 2 + 0x8000 * 0xFF) & 0xFFFF) + " " +
-                              view.file));
+                          "row 1 32767 " + sum + " " + (folder / "a.bin").string()));
   EXPECT_TRUE(images.Bank1Loaded);
-  EXPECT_FALSE(images.Bank2Loaded);
-  EXPECT_EQ(images.RtdBank1Buffer[0x8000], 0xFF);
-  EXPECT_EQ(images.RtdBank1Buffer[0xFFFF], 0xFF);
-  EXPECT_EQ(images.RtdBank1Buffer[0x10000], 0x55) << "all cells are copied, the tail too";
-
-  for (const char* refused : {"b.hex", "none.bin"}) {
-    folder.Write("b.hex", ":0100000007F8\n");
-    view.file = (folder / refused).string();
-    writer.Load(Bank::Second, view);
-    EXPECT_FALSE(images.Bank2Loaded) << refused;
+  for (const auto& [address, value] :
+       {std::pair{0x8000U, 0xFF}, {0xFFFFU, 0xFF}, {0x10000U, 0x55}}) {
+    EXPECT_EQ(images.RtdBank1Buffer[address], value) << "all cells are copied, the tail too";
   }
-  view.file = folder.Write("b.hex", ":06FFFF00010203040506FF\r\n");
-  writer.Load(Bank::Second, view);
+  load(Bank::Second, "b.hex", ":0100000007F8\n");
+  load(Bank::Second, "none.bin", "");
+  EXPECT_FALSE(images.Bank2Loaded) << "refused, and missing";
+  load(Bank::Second, "b.hex", ":06FFFF00010203040506FF\r\n");
   EXPECT_EQ(images.Bank2Max, 65540) << "the last cell";
-  view.file = folder.Write("b.hex", ":0100000007F8\r\n");
-  writer.Load(Bank::Second, view);
+  load(Bank::Second, "b.hex", ":0100000007F8\r\n");
   EXPECT_TRUE(images.Bank2Loaded);
   EXPECT_EQ(images.Bank2Max, 0);
   EXPECT_EQ(images.RtdBank2Buffer[1], 0xFF);
   EXPECT_EQ(images.RtdBank1Buffer[0], 2);
-  view.Take();
-  view.file.clear();
-  writer.Load(Bank::Second, view);
-  EXPECT_EQ(view.Take().size(), 1U) << "cancelled: nothing changes";
+  EXPECT_EQ(load(Bank::Second, "", "").size(), 1U) << "cancelled: nothing changes";
 
   images.RtdBank1Buffer.fill(0xFF);
   images.SumRtdBank(Bank::First);
