@@ -33,7 +33,7 @@ class BusTiming {
 
   /// Measures `TickPollCount` and what a step consists of, and sets both delay counts for
   /// `SpeedFactor`. Holds the thread for one second plus one tick interval. A `TickPollCount` below
-  /// 1000 gives a bus without added delays.
+  /// 1000, or below 2000 with a `SpeedFactor` of 1, gives a bus without bit delays.
   void CalibrateSpeed();
 
   /// Holds the thread for `duration_ms` milliseconds of the tick counter.
