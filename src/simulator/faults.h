@@ -14,11 +14,13 @@ struct Faults {
   struct RefusedByte {
     std::uint64_t frame;
     std::size_t byte;  // 0 is the address byte
+    bool operator==(const RefusedByte&) const = default;
   };
   struct FlippedBit {
     int bank;
     std::uint32_t address;
     int bit;  // 0..7
+    bool operator==(const FlippedBit&) const = default;
   };
 
   std::uint64_t unpluggedAfterFrame = kNever;  // 0: unplugged now
@@ -26,6 +28,8 @@ struct Faults {
   std::optional<FlippedBit> flippedBit;        // a flash cell that always takes this bit wrongly
   bool busyForEver = false;                    // no operation that the chip starts ever ends
   bool sdaStuckLow = false;
+
+  bool operator==(const Faults&) const = default;
 };
 
 }  // namespace simulator

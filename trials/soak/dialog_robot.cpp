@@ -13,7 +13,7 @@
 #include <QPushButton>
 
 #include "soak/known_texts.h"
-#include "support/random_faults.h"
+#include "soak/random_faults.h"
 
 DialogRobot::DialogRobot(std::mt19937& random, Tally& tally) : random_(random), tally_(tally) {
   qApp->installEventFilter(this);

@@ -5,7 +5,7 @@
 
 #include "image/crc16.h"
 #include "rtd2120/crc8.h"
-#include "support/random_faults.h"
+#include "soak/random_faults.h"
 #include "text/hex_text.h"
 
 namespace {

@@ -113,6 +113,16 @@ void Session::EndRun() {
   port_.BeginRun();
 }
 
+bool Session::Sound(simulator::ConnectedChip chip) const {
+  return board_.Connected() == chip && board_.faults == simulator::Faults{} &&
+         tool_->port.PortBase == IicPort::kDefaultPortBase;
+}
+
+void Session::EndFaults() {
+  if (board_.faults.busyForEver) board_.PowerCycle();  // the chip goes on hanging
+  board_.faults = {};
+}
+
 void Session::OpenWriter() {
   constexpr std::array kButtons{"Command1", "Command2", "Command3"};
   // Mostly the writer for the chip that is plugged in.
@@ -125,7 +135,7 @@ void Session::ChangeBoard() {
   using simulator::ConnectedChip;
   const std::size_t chip = Pick(random_, 0, 12);
   const auto plugged = chip == 0 ? ConnectedChip::None : static_cast<ConnectedChip>(1 + chip % 3);
-  board_.faults = {};
+  EndFaults();
   board_.Connect(plugged);
   OpenWriter();
 }
@@ -158,6 +168,10 @@ void Session::ProgramVsk() {
   Click("Form1", "Option4");
   const auto size = static_cast<std::size_t>(std::max(tool_->vskImages.CodeMax, 0));
   if (Pick(random_, 0, 2) != 0) AddFaults(random_, 8 + size / 128, size, 4, board_);
+  using simulator::ConnectedChip;
+  const bool one = tool_->isp.ChipSelect == VskChip::Vsk830;
+  const bool sound = Sound(one ? ConnectedChip::Vsk830 : ConnectedChip::Vsk630) &&
+                     tool_->isp.IspModeOn && board_.Chip()->InIspMode() && ImageFits(*tool_);
   BeginRun();
   if (Pick(random_, 0, 3) == 0) {
     Find<QAction>("Form1", "Program")->trigger();
@@ -171,8 +185,11 @@ void Session::ProgramVsk() {
     JudgeWriteOk(*tool_, board_, tally_);
     if (status->palette().color(QPalette::WindowText) == QColor(255, 0, 0)) ++tally_.claimsInRed;
     status->clear();  // judged once
+  } else if (sound) {
+    ++tally_.soundFailures;
   }
-  if (Pick(random_, 0, 1) == 0) board_.faults = {};
+  if (sound) ++tally_.soundRuns;
+  if (Pick(random_, 0, 1) == 0) EndFaults();
 }
 
 void Session::OtherVskStep() {
@@ -206,17 +223,24 @@ void Session::OtherVskStep() {
 void Session::RunRtd() {
   const auto size = static_cast<std::size_t>(std::max(tool_->rtdImages.Bank1Max, 0));
   if (Pick(random_, 0, 2) != 0) AddFaults(random_, 30 + size / 40, size, 10, board_);
+  // Bank 2 is erased together with bank 1 only.
+  const bool erases = tool_->rtdWriter.BankMode != tongxun2120::RtdBankMode::Second &&
+                      tool_->rtdImages.Bank1Loaded && tool_->rtdImages.Bank1Max <= 0xFFFF;
+  const bool sound = erases && Sound(simulator::ConnectedChip::Rtd2120);
   BeginRun();
   Click("RTD2120Write", "Run");
   EndRun();
   auto* status = Find<QPlainTextEdit>("RTD2120Write", "WriteStatus");
+  const QString text = status->toPlainText();
   const auto claimsBefore = tally_.claims;
-  JudgeCrcOk(status->toPlainText(), *tool_, board_, crcRange_, tally_);
+  JudgeCrcOk(text, *tool_, board_, crcRange_, tally_);
+  if (sound) ++tally_.soundRuns;
+  if (sound && (text.contains("FAIL") || text.contains("link"))) ++tally_.soundFailures;
   const bool red = status->palette().color(QPalette::Text) == QColor(255, 0, 0);
   if (red) tally_.claimsInRed += tally_.claims - claimsBefore;
   robot_.NoteWindows();
   status->clear();  // judged once
-  if (Pick(random_, 0, 1) == 0) board_.faults = {};
+  if (Pick(random_, 0, 1) == 0) EndFaults();
 }
 
 void Session::StepRtd() {
@@ -251,7 +275,7 @@ void Session::Step() {
     }
   } else if (choice < 10) {
     board_.PowerCycle();
-    board_.faults = {};
+    EndFaults();
   } else if (writer != std::string("Form1")) {
     StepRtd();
   } else if (choice < 60) {

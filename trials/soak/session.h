@@ -4,11 +4,11 @@
 #include <memory>
 
 #include "simulator/simulated_board.h"
+#include "soak/crc_range.h"
 #include "soak/dialog_robot.h"
+#include "soak/random_faults.h"
 #include "soak/tally.h"
-#include "support/crc_range.h"
 #include "support/fake_ticks.h"
-#include "support/random_faults.h"
 #include "support/temp_folder.h"
 #include "tool/tool.h"
 #include "ui/launcher.h"
@@ -51,8 +51,11 @@ class Session {
   void OpenWriter();
   void ChangeBoard();
   void Settings();
+  void EndFaults();
   void BeginRun();
   void EndRun();
+  /// Whether the tool reaches this chip, and nothing ails it.
+  bool Sound(simulator::ConnectedChip chip) const;
 
   // The writer windows.
   void Load(const char* window, const char* button);

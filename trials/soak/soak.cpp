@@ -39,6 +39,8 @@ void Report(const Tally& tally, std::size_t growth, unsigned seed) {
             << "\n  on one that differs, image CRC 0          " << tally.crcZero
             << "\n  on one that differs, CRC of another range " << tally.otherRange
             << "\n  on one that differs, unexplained          " << tally.unexplained
+            << "\nruns on a sound chip with a fitting image   " << tally.soundRuns
+            << "\n  shown as failed                           " << tally.soundFailures
             << "\ntexts shown                                 " << tally.texts.size()
             << "\n  unknown                                   " << tally.unknownTexts.size()
             << "\nheap growth, KiB                            " << growth / 1024 << "\n";
@@ -78,5 +80,7 @@ int main(int count, char** arguments) {
   const std::size_t heapAfter = HeapBytes();
   const std::size_t growth = heapAfter > heapBefore ? heapAfter - heapBefore : 0;
   Report(tally, growth, seed);
-  return tally.Failures() > 0 || growth > kMostGrowth || tally.claims == 0 ? 1 : 0;
+  return tally.Failures() > 0 || growth > kMostGrowth || tally.claims == 0 || tally.soundRuns == 0
+             ? 1
+             : 0;
 }

@@ -17,11 +17,13 @@ struct Tally {
   std::uint64_t otherRange = 0;  // the CRC ran over the range that an earlier run had set
   std::uint64_t unexplained = 0;
 
-  std::uint64_t endless = 0;  // runs that were stopped at the bound on port accesses
+  std::uint64_t soundRuns = 0;      // on a sound chip with a fitting image
+  std::uint64_t soundFailures = 0;  // among them, those that were shown as failed
+  std::uint64_t endless = 0;        // runs that were stopped at the bound on port accesses
   QStringList unknownTexts;
   std::set<QString> texts;  // all that were shown
 
   std::uint64_t Failures() const {
-    return unexplained + endless + static_cast<std::uint64_t>(unknownTexts.size());
+    return unexplained + soundFailures + endless + static_cast<std::uint64_t>(unknownTexts.size());
   }
 };

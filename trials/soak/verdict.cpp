@@ -48,6 +48,17 @@ void JudgeBank(int bank, Tool& tool, simulator::SimulatedBoard& board, const Crc
 
 }  // namespace
 
+bool ImageFits(const Tool& tool) {
+  if (!tool.vskImages.CodeLoaded) return false;
+  std::uint16_t crc = tongxun::kCrcStart;
+  for (const VskBank& bank : tool.isp.Model().banks) {
+    const std::int32_t maximum = tool.vskImages.*bank.maximum;
+    if (maximum > 0xFFFF) return false;
+    crc = tongxun::CrcBytes(crc, tongxun::UsedCells(tool.vskImages.*bank.cells, maximum));
+  }
+  return crc == tool.vskImages.CodeCrc;  // else it was loaded for another chip
+}
+
 void JudgeWriteOk(Tool& tool, simulator::SimulatedBoard& board, Tally& tally) {
   ++tally.claims;
   Bytes wanted, flash;

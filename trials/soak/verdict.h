@@ -4,9 +4,12 @@
 #include <QString>
 
 #include "simulator/simulated_board.h"
+#include "soak/crc_range.h"
 #include "soak/tally.h"
-#include "support/crc_range.h"
 #include "tool/tool.h"
+
+/// Whether an image is loaded that can be programmed into the chip that is selected.
+bool ImageFits(const Tool& tool);
 
 /// A VSK run ended with "Write Ok".
 void JudgeWriteOk(Tool& tool, simulator::SimulatedBoard& board, Tally& tally);

@@ -1,8 +1,5 @@
-// What the property tests share: random images, random faults of a simulated board, and the
-// promise.
+// Random images, and random faults of a simulated board.
 #pragma once
-
-#include <gtest/gtest.h>
 
 #include <random>
 #include <vector>
@@ -50,25 +47,4 @@ inline bool AddFaults(Random& random, std::size_t frames, std::size_t imageSize,
     }
   }
   return count == 0;
-}
-
-struct Outcome {
-  bool sound;    // no fault was switched on
-  bool claimed;  // success was shown
-  bool written;  // the flash equals the image
-};
-
-/// Success is shown only for what is written, and always by a sound chip. `run`: the outcome of the
-/// run with the number that it is given.
-template <typename Run>
-void ExpectHonesty(int runs, Run run) {
-  int claimed = 0;
-  for (int i = 0; i < runs; ++i) {
-    const Outcome outcome = run(i);
-    ASSERT_TRUE(outcome.claimed || !outcome.sound) << "run " << i << ": a sound chip failed";
-    ASSERT_TRUE(outcome.written || !outcome.claimed) << "run " << i;
-    claimed += outcome.claimed ? 1 : 0;
-  }
-  EXPECT_GT(claimed, runs / 3);
-  EXPECT_LT(claimed, runs) << "the faults did nothing";
 }
