@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "bus/i2c_master.h"
-#include "support/recording_port.h"
+#include "support/line_trace.h"
 
 namespace {
 

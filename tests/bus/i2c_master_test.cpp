@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "support/recording_port.h"
+#include "support/line_trace.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "support/recording_port.h"
+#include "support/line_trace.h"
 #include "text/hex_text.h"
 
 namespace {
@@ -86,6 +86,7 @@ TEST_F(IicPortTest, SamplesSdaWithTheMaskAndThePolarity) {
 
 TEST_F(IicPortTest, ABoardWithoutCompleteWiringIsToldOnceAndReadsHigh) {
   boards.LoadPortConfig("some/InitPort.csv", [] {});
+  boards.LoadCurrentBoard("some/CurrIspBoard.csv", [] {});
   boards.CurrentBoard = 7;
   for (LineSpec IspBoard::*line : {&IspBoard::SdaOut, &IspBoard::SdaIn, &IspBoard::SclOut}) {
     for (const std::uint8_t status : std::initializer_list<std::uint8_t>{0x00, 0xFF}) {
@@ -96,8 +97,9 @@ TEST_F(IicPortTest, ABoardWithoutCompleteWiringIsToldOnceAndReadsHigh) {
     }
   }
   using testing::HasSubstr;
-  EXPECT_THAT(problems, testing::ElementsAre(
-                            testing::AllOf(HasSubstr("number 7"), HasSubstr("some/InitPort.csv"))));
+  EXPECT_THAT(problems, testing::ElementsAre(testing::AllOf(
+                            HasSubstr("number 7"), HasSubstr("some/InitPort.csv, or"),
+                            HasSubstr("use, some/CurrIspBoard.csv,"))));
   // Also at the first use of a port, which may be a frame without a sample.
   IicPort other(io, boards, [this](const std::string& problem) { problems.push_back(problem); });
   other.SetSdaHigh();

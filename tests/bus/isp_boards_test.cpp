@@ -6,7 +6,7 @@
 
 #include "bus/port_address_file.h"
 #include "platform/files.h"
-#include "support/recording_port.h"
+#include "support/line_trace.h"
 #include "support/temp_folder.h"
 #include "text/hex_text.h"
 

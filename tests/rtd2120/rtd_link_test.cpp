@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "support/recording_port.h"
+#include "support/line_trace.h"
 
 namespace {
 

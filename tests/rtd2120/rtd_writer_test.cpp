@@ -15,7 +15,6 @@ namespace {
 using namespace tongxun2120;
 using testing::Contains;
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
 
@@ -91,7 +90,10 @@ TEST_F(RtdWriterTest, TheFramesOfOneBank) {
 }
 
 TEST_F(RtdWriterTest, EraseOnlyStaysInIspMode) {
+  std::string logged;
+  writer.RunEnded = [&](const RunLine& line) { logged = line.operation; };
   EXPECT_EQ(Run(RtdBankMode::Both, RtdOperateMode::EraseOnly), "Erase MCU OK.\r\n");
+  EXPECT_EQ(logged, "Erase");
   EXPECT_THAT(bench->TakeFrames(), Not(Contains("S 94 90 00 P")));
   EXPECT_TRUE(chip.InIspMode());
   EXPECT_EQ(Run(RtdBankMode::First, RtdOperateMode::EraseOnly), "Erase MCU OK.\r\n")

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "support/recording_port.h"
+#include "support/line_trace.h"
 #include "support/scripted_target.h"
 #include "support/vsk_bench.h"
 
