@@ -5,33 +5,21 @@
 #include <QApplication>
 #include <QDialog>
 #include <QDir>
-#include <QFileDialog>
-#include <QFileInfo>
 #include <QLineEdit>
 #include <QTextStream>
-#include <QTimer>
 #include <algorithm>
-#include <functional>
 #include <vector>
 
 #include "image/intel_hex.h"
 #include "platform/files.h"
 #include "ui/security_window.h"
+#include "widgets/by_name.h"
 
 namespace {
 
 QTextStream& Out() {
   static QTextStream out(stdout);
   return out;
-}
-
-/// Answers the next dialog, which may open some turns of the event loop after the press: looks for
-/// it once in 10 ms.
-template <typename Dialog>
-void AnswerDialog(const std::function<void(Dialog&)>& answer, int tries = 500) {
-  auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
-  if (dialog != nullptr) return answer(*dialog);
-  if (tries > 1) QTimer::singleShot(10, qApp, [=] { AnswerDialog<Dialog>(answer, tries - 1); });
 }
 
 }  // namespace
@@ -77,9 +65,9 @@ void DemoSession::EnterSecurityCodes() {
 
 /// The window opens with another speed than it shows, and so calibrates: this takes a second.
 void DemoSession::LookAtSettings() {
-  Window("Form1")->findChild<QAction*>(QStringLiteral("about"))->trigger();
+  ByName<QAction>("Form1", "about")->trigger();
   Expect("Form2", "Text3", QStringLiteral("378"));
-  Picture(Window("Form2"), "settings");
+  Picture(ShownWindow("Form2"), "settings");
   Press("Form2", "Command1");
 }
 
@@ -88,23 +76,23 @@ void DemoSession::ProgramVsk830() {
   Press("Main", "Command1");
   LoadFile("Form1", "Command1", image);
   Expect("Form1", "Text2", image);
-  Check(Shown("Form1", "Text5") != QLatin1String(""), QStringLiteral("\"S/W CRC\" is shown"));
+  Check(ShownText("Form1", "Text5") != QLatin1String(""), QStringLiteral("\"S/W CRC\" is shown"));
   Press("Form1", "Option4");
   Expect("Form1", "Label2", QStringLiteral("isp mode is exist"));
   Press("Form1", "Option10");
   PressAndAgree("Form1", "Command4");
-  const QString page = Shown("Form1", "Text1");
+  const QString page = ShownText("Form1", "Text1");
   Check(page.startsWith(QStringLiteral("this is 0  page (Load Hex File Code)\n0000    02 ")),
         QStringLiteral("a page of the image is shown"));
-  Picture(Window("Form1"), "image-loaded");
+  Picture(ShownWindow("Form1"), "image-loaded");
   Press("Form1", "Option8");
   Press("Form1", "Command4");
   Expect("Form1", "Label3", QStringLiteral("Write Ok"));
   Expect("Form1", "Label2", QStringLiteral("isp mode is out"));
-  Expect("Form1", "Text6", Shown("Form1", "Text5"));
+  Expect("Form1", "Text6", ShownText("Form1", "Text5"));
   ExpectFlash(board_.vsk830.Bank(0), image);
   boardWindow_.Refresh();
-  Picture(Window("Form1"), "programmed");
+  Picture(ShownWindow("Form1"), "programmed");
   Picture(&boardWindow_, "simulated-board");
 }
 
@@ -119,11 +107,11 @@ void DemoSession::ProgramVsk630() {
   Press("Form1", "Command4");
   Expect("Form1", "Label3", QStringLiteral("Write Ok"));
   Expect("Form1", "Label2", QStringLiteral("isp mode is out"));
-  Expect("Form1", "Text6", Shown("Form1", "Text5"));
+  Expect("Form1", "Text6", ShownText("Form1", "Text5"));
   ExpectFlash(board_.vsk630.Bank(0), bank0);
   ExpectFlash(board_.vsk630.Bank(1), Sample("vsk630/kiosk.H01"));
   boardWindow_.Refresh();
-  Picture(Window("Form1"), "two-banks-programmed");
+  Picture(ShownWindow("Form1"), "two-banks-programmed");
   Picture(&boardWindow_, "simulated-vsk630");
 }
 
@@ -143,7 +131,7 @@ void DemoSession::WriteRtd2120() {
   ExpectFlash(board_.rtd2120.Bank(0), bank1);
   ExpectFlash(board_.rtd2120.Bank(1), bank2);
   boardWindow_.Refresh();
-  Picture(Window("RTD2120Write"), "rtd2120-written");
+  Picture(ShownWindow("RTD2120Write"), "rtd2120-written");
   Picture(&boardWindow_, "simulated-rtd2120");
 
   Press("RTD2120Write", "EraseOp");
@@ -163,15 +151,8 @@ void DemoSession::Plug(const QString& chip) {
   boardWindow_.findChild<QComboBox*>(QStringLiteral("Chip"))->setCurrentText(chip);
 }
 
-QWidget* DemoSession::Window(const char* name) {
-  for (QWidget* window : QApplication::topLevelWidgets()) {
-    if (window->objectName() == QLatin1String(name) && window->isVisible()) return window;
-  }
-  throw std::runtime_error(std::string("the window is not open: ") + name);
-}
-
 void DemoSession::Press(const char* window, const char* control) {
-  auto* button = Window(window)->findChild<QAbstractButton*>(QLatin1String(control));
+  auto* button = ByName<QAbstractButton>(window, control);
   Out() << window << ": press \"" << button->text() << '"' << Qt::endl;
   button->click();
   QApplication::processEvents();
@@ -188,27 +169,18 @@ void DemoSession::PressAndAgree(const char* window, const char* control) {
 }
 
 void DemoSession::LoadFile(const char* window, const char* button, const QString& file) {
-  AnswerDialog<QFileDialog>([file](QFileDialog& dialog) {
-    dialog.setDirectory(QFileInfo(file).path());
-    dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(file);
-    static_cast<QDialog&>(dialog).accept();
-  });
+  AnswerDialog<QFileDialog>([file](QFileDialog& dialog) { Choose(dialog, file); });
   Press(window, button);
 }
 
-QString DemoSession::Shown(const char* window, const char* control) {
-  const auto* widget = Window(window)->findChild<QWidget*>(QLatin1String(control));
-  return widget->property(widget->inherits("QPlainTextEdit") ? "plainText" : "text").toString();
-}
-
 void DemoSession::Expect(const char* window, const char* control, const QString& text) {
-  const QString shown = Shown(window, control);
+  const QString shown = ShownText(window, control);
   Check(shown == text, QStringLiteral("%1 %2 shows \"%3\"")
                            .arg(QLatin1String(window), QLatin1String(control), shown));
 }
 
 void DemoSession::ExpectToEndWith(const char* window, const char* control, const QString& ending) {
-  const QString shown = Shown(window, control);
+  const QString shown = ShownText(window, control);
   Check(
       shown.endsWith(ending),
       QStringLiteral("%1 %2 shows:\n%3").arg(QLatin1String(window), QLatin1String(control), shown));

@@ -27,7 +27,6 @@ class DemoSession {
   QString Sample(const char* file) const;
   /// Plugs a chip in, with the "Simulated board" window's own control.
   void Plug(const QString& chip);
-  QWidget* Window(const char* name);
   void Press(const char* window, const char* control);
   /// Types into a box of a window.
   void Type(QWidget& window, const char* control, const char* text);
@@ -35,7 +34,6 @@ class DemoSession {
   void PressAndAgree(const char* window, const char* control);
   /// Presses a button that opens the file dialog, and answers it.
   void LoadFile(const char* window, const char* button, const QString& file);
-  QString Shown(const char* window, const char* control);
   void Expect(const char* window, const char* control, const QString& text);
   void ExpectToEndWith(const char* window, const char* control, const QString& ending);
   void ExpectFlash(const simulator::Flash& flash, const QString& hexFile);

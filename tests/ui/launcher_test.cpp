@@ -14,10 +14,10 @@ class LauncherTest : public QObject {
     QCOMPARE(desk_->folder.Read("config/chipport.log"), std::string("\x03\x78"));
     QVERIFY(std::filesystem::exists(desk_->folder / "program/Initial/security.cod"));
     QCOMPARE(desk_->folder.Read("program/Initial/security.cod"), std::string());
-    QWidget* security = Desk::Window("Form3");
+    QWidget* security = ShownWindow("Form3");
     QVERIFY(security != nullptr);
     QVERIFY(!security->geometry().intersects(desk_->launcher->geometry()));
-    QVERIFY(Desk::Window("Form1") == nullptr);
+    QVERIFY(ShownWindow("Form1") == nullptr);
     QCOMPARE(desk_->tool.boards.CurrentBoard, std::int16_t{0});
   }
 
@@ -27,7 +27,7 @@ class LauncherTest : public QObject {
     tool.timing.SpeedFactor = 9;
     desk_->folder.Write("config/chipport.log", std::string("\x02\x78"));
     desk_->Start();
-    QVERIFY(Desk::Window("Form3") == nullptr);
+    QVERIFY(ShownWindow("Form3") == nullptr);
     QCOMPARE(desk_->launcher->windowTitle(), QStringLiteral("Main"));
     QCOMPARE(desk_->launcher->size(), QSize(3360 / 15, 4305 / 15));
     QCOMPARE(tool.port.PortBase, 0x278);
@@ -44,23 +44,23 @@ class LauncherTest : public QObject {
   void opensTheVskWriterOnce() {
     desk_->Start();
     Desk::Press("Main", "Command1");
-    QWidget* writer = Desk::Window("Form1");
+    QWidget* writer = ShownWindow("Form1");
     QVERIFY(writer != nullptr);
     QCOMPARE(desk_->launcher->WriterState, OpenWriter::Vsk);
-    QCOMPARE(Desk::Text("Form1", "Text1"),
+    QCOMPARE(ShownText("Form1", "Text1"),
              QStringLiteral(" %1").arg(desk_->tool.timing.TickPollCount));
-    QVERIFY(!Desk::Find<QAction>("Form1", "Lcf")->isEnabled());
-    QVERIFY(Desk::Find<QAction>("Form1", "Lnf")->isEnabled());
+    QVERIFY(!ByName<QAction>("Form1", "Lcf")->isEnabled());
+    QVERIFY(ByName<QAction>("Form1", "Lnf")->isEnabled());
     Desk::Press("Main", "Command1");
-    QCOMPARE(Desk::Window("Form1"), writer);
+    QCOMPARE(ShownWindow("Form1"), writer);
 
     writer->close();
     QCOMPARE(desk_->launcher->WriterState, OpenWriter::None);
-    QVERIFY(Desk::Window("Form1") == nullptr);
+    QVERIFY(ShownWindow("Form1") == nullptr);
     desk_->tool.isp.ChipSelect = VskChip::Vsk630;
     Desk::Press("Main", "Command1");
     QCOMPARE(desk_->tool.isp.ChipSelect, VskChip::Vsk830);
-    QCOMPARE(Desk::Text("Form1", "Text1"), QString());
+    QCOMPARE(ShownText("Form1", "Text1"), QString());
   }
 
   /// Close requests queue up while an operation holds the thread.
@@ -68,8 +68,8 @@ class LauncherTest : public QObject {
     desk_->Start();
     for (const char* name : {"Form1", "Form2", "RTD2120Write"}) {
       Desk::Press("Main", name == QLatin1String("RTD2120Write") ? "Command3" : "Command1");
-      if (name == QLatin1String("Form2")) Desk::Find<QAction>("Form1", "about")->trigger();
-      QWidget* window = Desk::Window(name);
+      if (name == QLatin1String("Form2")) ByName<QAction>("Form1", "about")->trigger();
+      QWidget* window = ShownWindow(name);
       QVERIFY2(window != nullptr, name);
       for (int i = 0; i < 2; ++i) {
         QCloseEvent request;
@@ -84,11 +84,11 @@ class LauncherTest : public QObject {
   void switchesTheChipOfAnOpenWindow() {
     desk_->Start();
     Desk::Press("Main", "Command1");
-    QWidget* writer = Desk::Window("Form1");
+    QWidget* writer = ShownWindow("Form1");
     Desk::Press("Main", "Command2");
-    QCOMPARE(Desk::Window("Form1"), writer);
+    QCOMPARE(ShownWindow("Form1"), writer);
     QCOMPARE(desk_->tool.isp.ChipSelect, VskChip::Vsk630);
-    QVERIFY(Desk::Find<QAbstractButton>("Form1", "Option2")->isChecked());
+    QVERIFY(ByName<QAbstractButton>("Form1", "Option2")->isChecked());
     Desk::Press("Form1", "Option1");
     QCOMPARE(desk_->tool.isp.ChipSelect, VskChip::Vsk830);
   }

@@ -96,7 +96,7 @@ class LayoutTest : public QObject {
   void cleanupTestCase() { desk_.reset(); }
 
   void everyWindowHasTheIconInAllSizes() {
-    const QIcon icon = Desk::Window("Form1")->windowIcon();
+    const QIcon icon = ShownWindow("Form1")->windowIcon();
     for (const int size : {16, 22, 24, 32, 48, 64, 128, 256}) {
       QVERIFY2(icon.availableSizes().contains(QSize(size, size)),
                qPrintable(QString::number(size)));
@@ -108,18 +108,18 @@ class LayoutTest : public QObject {
     Check("Form3", kForm3, {5715, 5265});
     Check("Form1", kForm1, {8160, 6750});
     QStringList titles;
-    for (const QMenu* menu : Desk::Window("Form1")->findChildren<QMenu*>()) titles << menu->title();
+    for (const QMenu* menu : ShownWindow("Form1")->findChildren<QMenu*>()) titles << menu->title();
     titles.removeAll(QString());  // the menu bar's own overflow menu
     QCOMPARE(titles, (QStringList{"File", "&Load File", "&Save File", "Action", "&Help"}));
     CheckMenus("Form1");
-    Desk::Find<QAction>("Form1", "about")->trigger();
+    ByName<QAction>("Form1", "about")->trigger();
     Check("Form2", kForm2, {4680, 6090});
-    QCOMPARE(Desk::Find<QLineEdit>("Form2", "Text3")->maxLength(), 4);
+    QCOMPARE(ByName<QLineEdit>("Form2", "Text3")->maxLength(), 4);
     Desk::Press("Main", "Command3");
     Check("RTD2120Write", kRtdWriter, {8400, 5475});
     CheckMenus("RTD2120Write");
     for (const char* button : {"Com64K", "Com64_96K"}) {
-      QVERIFY(Told(Desk::Find<QWidget>("RTD2120Write", button), QAccessible::Description)
+      QVERIFY(Told(ByName<QWidget>("RTD2120Write", button), QAccessible::Description)
                   .startsWith(QStringLiteral("Loads a file")));
     }
   }
@@ -128,14 +128,14 @@ class LayoutTest : public QObject {
   /// The captions are said, by screen readers too; every control shows all of itself and covers no
   /// other.
   static void Check(const char* name, const Captions& captions, QSize clientTwips) {
-    QWidget* window = Desk::Window(name);
+    QWidget* window = ShownWindow(name);
     QCOMPARE(QAccessible::queryAccessibleInterface(window)->role(), QAccessible::Window);
     auto* main = qobject_cast<QMainWindow*>(window);
     QWidget* client = main != nullptr ? main->centralWidget() : window;
     QCOMPARE(client->size(), clientTwips / 15);
     QVERIFY(window->screen()->availableGeometry().contains(window->frameGeometry()));
     for (const auto& [control, caption] : captions) {
-      auto* widget = Desk::Find<QWidget>(name, control);
+      auto* widget = ByName<QWidget>(name, control);
       const QVariant title = widget->property("title");
       QCOMPARE((title.isValid() ? title : widget->property("text")).toString(), caption);
       QCOMPARE(Told(widget, QAccessible::Name), caption);
@@ -166,7 +166,7 @@ class LayoutTest : public QObject {
   static void CheckMenus(const char* window) {
     for (const Item& item : kItems) {
       if (QLatin1String(item.window) != QLatin1String(window)) continue;
-      const auto* action = Desk::Find<QAction>(window, item.name);
+      const auto* action = ByName<QAction>(window, item.name);
       QCOMPARE(action->text(), QString(item.caption));
       QCOMPARE(action->shortcut(), QKeySequence(item.shortcut));
       QCOMPARE(action->isEnabled(), item.enabled);

@@ -53,7 +53,7 @@ class OperationTest : public QObject {
     desk_->board.Connect(simulator::ConnectedChip::Rtd2120);
     desk_->Start();
     Desk::Press("Main", "Command3");
-    writer_ = Desk::Window("RTD2120Write");
+    writer_ = ShownWindow("RTD2120Write");
     writer_->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(writer_));
     Desk::Press("RTD2120Write", "EraseOp");
@@ -73,10 +73,10 @@ class OperationTest : public QObject {
     };
     row("a second click on Run", [this] { QueueClick(Control("Run")); });
     row("a click on an option", [this] { QueueClick(Control("AutoOp")); });
-    row("a click on the launcher", [] { QueueClick(Desk::Find<QWidget>("Main", "Command1")); });
+    row("a click on the launcher", [] { QueueClick(ByName<QWidget>("Main", "Command1")); });
     row("the space bar on Run", [this] { QueueKey(writer_, Qt::Key_Space, {}); });
     row("a menu entry chosen by a screen reader",
-        [] { Queue([] { Desk::Find<QAction>("RTD2120Write", "About")->trigger(); }); });
+        [] { Queue([] { ByName<QAction>("RTD2120Write", "About")->trigger(); }); });
     row("Run pressed by a screen reader", [this] { Queue([this] { Press(Control("Run")); }); });
     row("a shortcut", [this] { QueueKey(writer_, Qt::Key_A, Qt::ControlModifier); });
   }
@@ -95,8 +95,8 @@ class OperationTest : public QObject {
     QCOMPARE(desk_->log.Lines().size(), oneRun_);
     QVERIFY(busy);
     QVERIFY(QApplication::overrideCursor() == nullptr);
-    QVERIFY(Desk::Find<QAbstractButton>("RTD2120Write", "EraseOp")->isChecked());
-    QVERIFY(Desk::Window("Form1") == nullptr && Desk::Window("Form2") == nullptr);
+    QVERIFY(ByName<QAbstractButton>("RTD2120Write", "EraseOp")->isChecked());
+    QVERIFY(ShownWindow("Form1") == nullptr && ShownWindow("Form2") == nullptr);
 
     desk_->log.Clear();
     Run();  // nothing stays pressed
@@ -110,10 +110,10 @@ class OperationTest : public QObject {
     desk_->bus.hook = [option] {
       Queue([option] { SendMouse(option, QEvent::MouseButtonRelease); });
     };
-    Desk::Find<QAbstractButton>("RTD2120Write", "Run")->click();
+    ByName<QAbstractButton>("RTD2120Write", "Run")->click();
     QApplication::processEvents();
     QCOMPARE(desk_->tool.rtdWriter.BankMode, tongxun2120::RtdBankMode::Both);
-    QVERIFY(!Desk::Find<QAbstractButton>("RTD2120Write", "MainBank")->isDown());
+    QVERIFY(!ByName<QAbstractButton>("RTD2120Write", "MainBank")->isDown());
   }
 
   void aCloseRequestIsCarriedOut() {
@@ -135,7 +135,7 @@ class OperationTest : public QObject {
     Desk::Press("RTD2120Write", "Run");
     QApplication::processEvents();
   }
-  static QWidget* Control(const char* name) { return Desk::Find<QWidget>("RTD2120Write", name); }
+  static QWidget* Control(const char* name) { return ByName<QWidget>("RTD2120Write", name); }
 
   std::unique_ptr<Desk> desk_;
   QWidget* writer_ = nullptr;

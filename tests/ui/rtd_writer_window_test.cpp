@@ -22,13 +22,13 @@ class RtdWriterWindowTest : public QObject {
     ChooseFile(folder + "panel-bank2.hex");
     Desk::Press("RTD2120Write", "Com64_96K");
     auto& images = desk_->tool.rtdImages;
-    QCOMPARE(Desk::Text("RTD2120Write", "Bank2File"), folder + "panel-bank2.hex");
-    QCOMPARE(Desk::Text("RTD2120Write", "Bank2MaxAddr"), QString::number(images.Bank2Max));
-    QCOMPARE(Desk::Text("RTD2120Write", "Bank2CheckSum"),
+    QCOMPARE(ShownText("RTD2120Write", "Bank2File"), folder + "panel-bank2.hex");
+    QCOMPARE(ShownText("RTD2120Write", "Bank2MaxAddr"), QString::number(images.Bank2Max));
+    QCOMPARE(ShownText("RTD2120Write", "Bank2CheckSum"),
              QString::fromStdString(HexText(images.RtdBankSum)));
     Desk::Press("RTD2120Write", "BothBank");
     Desk::Press("RTD2120Write", "Run");
-    const QString status = Desk::Text("RTD2120Write", "WriteStatus");
+    const QString status = ShownText("RTD2120Write", "WriteStatus");
     QCOMPARE(status.count(QStringLiteral("CRC OK.")), 2);
     for (const Bank bank : {Bank::First, Bank::Second}) {
       const BankImage image = images.Of(bank);
@@ -39,16 +39,16 @@ class RtdWriterWindowTest : public QObject {
     }
     Desk::Press("RTD2120Write", "EraseOp");
     Desk::Press("RTD2120Write", "Run");
-    QCOMPARE(Desk::Text("RTD2120Write", "WriteStatus"), QStringLiteral("Erase MCU OK.\n"));
+    QCOMPARE(ShownText("RTD2120Write", "WriteStatus"), QStringLiteral("Erase MCU OK.\n"));
     QVERIFY(desk_->board.rtd2120.InIspMode());
   }
 
   void errorsAreRedAndTheNextRunIsBlack() {
     desk_->board.Connect(simulator::ConnectedChip::None);
     Desk::Press("RTD2120Write", "Run");
-    QCOMPARE(Desk::Text("RTD2120Write", "WriteStatus"), QStringLiteral("MCU link error"));
+    QCOMPARE(ShownText("RTD2120Write", "WriteStatus"), QStringLiteral("MCU link error"));
     QCOMPARE(Colour(), QColor(255, 0, 0));
-    auto* status = Desk::Find<QWidget>("RTD2120Write", "WriteStatus");
+    auto* status = ByName<QWidget>("RTD2120Write", "WriteStatus");
     QCOMPARE(Told(status, QAccessible::Value), QStringLiteral("MCU link error"));
     QVERIFY(Told(status, QAccessible::Description).endsWith(QStringLiteral("in red")));
     desk_->board.Connect(simulator::ConnectedChip::Rtd2120);
@@ -65,38 +65,38 @@ class RtdWriterWindowTest : public QObject {
     Desk::Press("RTD2120Write", "SecondBank");
     Desk::Press("RTD2120Write", "EraseOp");
     QCOMPARE(desk_->tool.rtdWriter.BankMode, RtdBankMode::Second);
-    Desk::Find<QAction>("RTD2120Write", "exit")->trigger();
-    QVERIFY(Desk::Window("RTD2120Write") == nullptr);
+    ByName<QAction>("RTD2120Write", "exit")->trigger();
+    QVERIFY(ShownWindow("RTD2120Write") == nullptr);
     QCOMPARE(desk_->launcher->WriterState, OpenWriter::None);
     Desk::Press("Main", "Command3");
     QVERIFY(desk_->tool.rtdImages.Bank1Loaded);
-    QCOMPARE(Desk::Text("RTD2120Write", "Bank1File"), QString());
+    QCOMPARE(ShownText("RTD2120Write", "Bank1File"), QString());
     QCOMPARE(desk_->tool.rtdWriter.BankMode, RtdBankMode::First);
     QCOMPARE(desk_->tool.rtdWriter.OperateMode, RtdOperateMode::Automatic);
   }
 
   void oneWriterAtATime() {
     QCOMPARE(desk_->launcher->WriterState, OpenWriter::Rtd2120);
-    QWidget* writer = Desk::Window("RTD2120Write");
+    QWidget* writer = ShownWindow("RTD2120Write");
     Desk::Press("Main", "Command3");
-    QCOMPARE(Desk::Window("RTD2120Write"), writer);
+    QCOMPARE(ShownWindow("RTD2120Write"), writer);
     Desk::Press("Main", "Command2");
-    QVERIFY(Desk::Window("RTD2120Write") == nullptr);
-    QVERIFY(Desk::Window("Form1") != nullptr);
+    QVERIFY(ShownWindow("RTD2120Write") == nullptr);
+    QVERIFY(ShownWindow("Form1") != nullptr);
     QCOMPARE(desk_->launcher->WriterState, OpenWriter::Vsk);
     Desk::Press("Main", "Command3");
-    QVERIFY(Desk::Window("Form1") == nullptr);
-    QVERIFY(Desk::Window("RTD2120Write") != nullptr);
+    QVERIFY(ShownWindow("Form1") == nullptr);
+    QVERIFY(ShownWindow("RTD2120Write") != nullptr);
     QCOMPARE(desk_->launcher->WriterState, OpenWriter::Rtd2120);
-    Desk::Window("RTD2120Write")->close();
+    ShownWindow("RTD2120Write")->close();
     Desk::Press("Main", "Command1");
-    QVERIFY(Desk::Window("Form1") != nullptr);
-    QVERIFY(Desk::Window("RTD2120Write") == nullptr);
+    QVERIFY(ShownWindow("Form1") != nullptr);
+    QVERIFY(ShownWindow("RTD2120Write") == nullptr);
   }
 
   void aboutOpensTheSettingsBesideAUsableWindow() {
-    Desk::Find<QAction>("RTD2120Write", "About")->trigger();
-    QVERIFY(Desk::Window("Form2") != nullptr);
+    ByName<QAction>("RTD2120Write", "About")->trigger();
+    QVERIFY(ShownWindow("Form2") != nullptr);
     Desk::Press("RTD2120Write", "BothBank");
     QCOMPARE(desk_->tool.rtdWriter.BankMode, RtdBankMode::Both);
   }
@@ -105,9 +105,9 @@ class RtdWriterWindowTest : public QObject {
     QMimeData data;
     const QString file = QStringLiteral(SOURCE_FOLDER "/samples/rtd2120/panel-bank2.hex");
     data.setUrls({QUrl::fromLocalFile(file)});
-    auto* window = Desk::Window("RTD2120Write");
+    auto* window = ShownWindow("RTD2120Write");
     const auto drop = [&](const char* control) {
-      auto* box = Desk::Find<QWidget>("RTD2120Write", control);
+      auto* box = ByName<QWidget>("RTD2120Write", control);
       QDropEvent event(box->mapTo(window, box->rect().center()), Qt::CopyAction, &data,
                        Qt::LeftButton, {});
       event.ignore();
@@ -116,16 +116,14 @@ class RtdWriterWindowTest : public QObject {
     };
     QVERIFY(!drop("WriteStatus"));
     QVERIFY(drop("Bank2MaxAddr"));
-    QCOMPARE(Desk::Text("RTD2120Write", "Bank2File"), file);
-    QCOMPARE(Desk::Text("RTD2120Write", "Bank1File"), QString());
+    QCOMPARE(ShownText("RTD2120Write", "Bank2File"), file);
+    QCOMPARE(ShownText("RTD2120Write", "Bank1File"), QString());
     QVERIFY(desk_->tool.rtdImages.Bank2Loaded && !desk_->tool.rtdImages.Bank1Loaded);
   }
 
  private:
   static QColor Colour() {
-    return Desk::Find<QPlainTextEdit>("RTD2120Write", "WriteStatus")
-        ->palette()
-        .color(QPalette::Text);
+    return ByName<QPlainTextEdit>("RTD2120Write", "WriteStatus")->palette().color(QPalette::Text);
   }
 
   std::unique_ptr<Desk> desk_;

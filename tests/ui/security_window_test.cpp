@@ -18,32 +18,32 @@ class SecurityWindowTest : public QObject {
                                "Third Security Code：", "Fourth Security Code："};
     for (int i = 0; i < 6; ++i) {
       const QByteArray label = "Label" + QByteArray::number(i + 2);
-      QCOMPARE(Desk::Text("Form3", label.constData()), captions[i]);
+      QCOMPARE(ShownText("Form3", label.constData()), captions[i]);
     }
-    QCOMPARE(Desk::Window("Form3")->findChildren<QLabel*>(QStringLiteral("Label8")).size(), 6);
+    QCOMPARE(ShownWindow("Form3")->findChildren<QLabel*>(QStringLiteral("Label8")).size(), 6);
   }
 
   void aCompleteEntryIsWrittenAndUsedAtTheNextStart() {
     Type({"94", "01", "5a"});
     Desk::Press("Form3", "Command1");
-    QVERIFY(Desk::Window("Form3") == nullptr);
+    QVERIFY(ShownWindow("Form3") == nullptr);
     QCOMPARE(File(), std::string("\x94\x01\x5A\0", 4));
     QCOMPARE(desk_->tool.frames.IspParams[0], std::int16_t{0});
   }
 
   void enterChecks() {
     Type({"94", "01", "5a"});
-    QTest::keyClick(Desk::Find<QLineEdit>("Form3", "Text3"), Qt::Key_Return);
-    QVERIFY(Desk::Window("Form3") == nullptr);
+    QTest::keyClick(ByName<QLineEdit>("Form3", "Text3"), Qt::Key_Return);
+    QVERIFY(ShownWindow("Form3") == nullptr);
     QCOMPARE(File(), std::string("\x94\x01\x5A\0", 4));
   }
 
   void escapeLeavesTheFile() {
     Type({"94", "01", "5a"});
-    Desk::Window("Form3")->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(Desk::Window("Form3")));
-    QTest::keyClick(Desk::Find<QLineEdit>("Form3", "Text3"), Qt::Key_Escape);
-    QVERIFY(Desk::Window("Form3") == nullptr);
+    ShownWindow("Form3")->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(ShownWindow("Form3")));
+    QTest::keyClick(ByName<QLineEdit>("Form3", "Text3"), Qt::Key_Escape);
+    QVERIFY(ShownWindow("Form3") == nullptr);
     QCOMPARE(File(), std::string());
   }
 
@@ -53,14 +53,14 @@ class SecurityWindowTest : public QObject {
     ConfirmMessage(said);
     Desk::Press("Form3", "Command1");
     QCOMPARE(said, QStringLiteral("please input two word HEX number:(01-04)"));
-    QVERIFY(Desk::Window("Form3") != nullptr);
+    QVERIFY(ShownWindow("Form3") != nullptr);
     QVERIFY(!std::filesystem::exists(desk_->folder / "program/Initial/security.cod"));
   }
 
   void exitLeavesTheFile() {
     Type({"94", "01", "5a"});
     Desk::Press("Form3", "Command2");
-    QVERIFY(Desk::Window("Form3") == nullptr);
+    QVERIFY(ShownWindow("Form3") == nullptr);
     QCOMPARE(File(), std::string());
   }
 
@@ -68,7 +68,7 @@ class SecurityWindowTest : public QObject {
   void Type(const QStringList& texts) {
     for (int i = 0; i < texts.size(); ++i) {
       const QByteArray box = "Text" + QByteArray::number(i + 1);
-      QTest::keyClicks(Desk::Find<QLineEdit>("Form3", box.constData()), texts[i]);
+      QTest::keyClicks(ByName<QLineEdit>("Form3", box.constData()), texts[i]);
     }
   }
   std::string File() const { return desk_->folder.Read("program/Initial/security.cod"); }

@@ -16,19 +16,19 @@ class SettingsWindowTest : public QObject {
     calibrations_ = 0;
     Open();
     QCOMPARE(calibrations_, 1);
-    QCOMPARE(Desk::Window("Form2")->windowTitle(), QStringLiteral("Setting"));
-    QCOMPARE(Desk::Text("Form2", "Label2"), QStringLiteral("Version V100"));
-    QCOMPARE(Desk::Text("Form2", "Text3"), QStringLiteral("378"));
-    QCOMPARE(Desk::Text("Form2", "Text2"), QStringLiteral("2"));
+    QCOMPARE(ShownWindow("Form2")->windowTitle(), QStringLiteral("Setting"));
+    QCOMPARE(ShownText("Form2", "Label2"), QStringLiteral("Version V100"));
+    QCOMPARE(ShownText("Form2", "Text3"), QStringLiteral("378"));
+    QCOMPARE(ShownText("Form2", "Text2"), QStringLiteral("2"));
 
     calibrations_ = 0;
-    QTest::keyClick(Desk::Find<QSlider>("Form2", "HScroll1"), Qt::Key_Right);
+    QTest::keyClick(ByName<QSlider>("Form2", "HScroll1"), Qt::Key_Right);
     QCOMPARE(desk_->tool.timing.SpeedFactor, std::int16_t{3});
-    QCOMPARE(Desk::Text("Form2", "Text2"), QStringLiteral("3"));
+    QCOMPARE(ShownText("Form2", "Text2"), QStringLiteral("3"));
     QCOMPARE(calibrations_, 1);
     QCOMPARE(desk_->tool.timing.BitDelayCount, desk_->tool.timing.TickPollCount / 1000 * 3);
     Desk::Press("Form2", "Command1");
-    QVERIFY(Desk::Window("Form2") == nullptr);
+    QVERIFY(ShownWindow("Form2") == nullptr);
 
     desk_->tool.timing.SpeedFactor = 5;
     calibrations_ = 0;
@@ -42,11 +42,11 @@ class SettingsWindowTest : public QObject {
     Open();
     for (const bool told : {false, true}) {
       QString detail;
-      AnswerDialog<QMessageBox>([&detail](QMessageBox* box) {
-        detail = box->informativeText();
-        box->accept();
+      AnswerDialog<QMessageBox>([&detail](QMessageBox& box) {
+        detail = box.informativeText();
+        box.accept();
       });
-      QTest::keyClick(Desk::Find<QLineEdit>("Form2", "Text3"), Qt::Key_Return);
+      QTest::keyClick(ByName<QLineEdit>("Form2", "Text3"), Qt::Key_Return);
       QCOMPARE(detail.contains(QStringLiteral("holds for this run only")), !told);
     }
   }
@@ -82,7 +82,7 @@ class SettingsWindowTest : public QObject {
       desk_->folder.Write("config/chipport.log", "old");
       desk_->tool.port.PortBase = 0x300;
       Open();
-      auto* box = Desk::Find<QLineEdit>("Form2", "Text3");
+      auto* box = ByName<QLineEdit>("Form2", "Text3");
       box->setText(typed);
       QString said;
       ConfirmMessage(said);
@@ -92,13 +92,13 @@ class SettingsWindowTest : public QObject {
       QCOMPARE(
           QByteArray::fromStdString(desk_->folder.Read("config/chipport.log")).left(file.size()),
           file);
-      const bool open = Desk::Window("Form2") != nullptr;
+      const bool open = ShownWindow("Form2") != nullptr;
       QCOMPARE(open, byKey || !accepted);
       if (!open) continue;
-      QCOMPARE(Desk::Text("Form2", "Text3"), shown);
+      QCOMPARE(ShownText("Form2", "Text3"), shown);
       // The release of the Enter that closed the message box applies nothing again.
       QTest::keyRelease(box, Qt::Key_Return);
-      Desk::Window("Form2")->close();
+      ShownWindow("Form2")->close();
     }
   }
 
@@ -109,7 +109,7 @@ class SettingsWindowTest : public QObject {
       ++calibrations_;
       shown(count);
     };
-    Desk::Find<QAction>("Form1", "about")->trigger();
+    ByName<QAction>("Form1", "about")->trigger();
   }
 
   std::unique_ptr<Desk> desk_;

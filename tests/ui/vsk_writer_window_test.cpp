@@ -33,19 +33,19 @@ class VskWriterWindowTest : public QObject {
     const QString image = QStringLiteral(SOURCE_FOLDER "/samples/vsk830/thermostat.hex");
     ChooseFile(image);
     Desk::Press("Form1", "Command1");
-    QCOMPARE(Desk::Text("Form1", "Text2"), image);
-    QCOMPARE(Desk::Text("Form1", "Text4"),
+    QCOMPARE(ShownText("Form1", "Text2"), image);
+    QCOMPARE(ShownText("Form1", "Text4"),
              QString::fromStdString(HexText(desk_->tool.vskImages.CodeMax)));
     Desk::Press("Form1", "Option4");
-    QCOMPARE(Desk::Text("Form1", "Label2"), QStringLiteral("isp mode is exist"));
+    QCOMPARE(ShownText("Form1", "Label2"), QStringLiteral("isp mode is exist"));
     RepaintCounter repaints;
-    Desk::Find<QLabel>("Form1", "Label3")->installEventFilter(&repaints);
+    ByName<QLabel>("Form1", "Label3")->installEventFilter(&repaints);
     Desk::Press("Form1", "Command4");
     QCOMPARE(repaints.count, 15);  // blank, 0 to 100 percent, finish, programmed, result
-    QCOMPARE(Desk::Text("Form1", "Label3"), QStringLiteral("Write Ok"));
-    QCOMPARE(Desk::Text("Form1", "Label2"), QStringLiteral("isp mode is out"));
-    QCOMPARE(Desk::Text("Form1", "Text6"), Desk::Text("Form1", "Text5"));
-    QVERIFY(Desk::Find<QAbstractButton>("Form1", "Option5")->isChecked());
+    QCOMPARE(ShownText("Form1", "Label3"), QStringLiteral("Write Ok"));
+    QCOMPARE(ShownText("Form1", "Label2"), QStringLiteral("isp mode is out"));
+    QCOMPARE(ShownText("Form1", "Text6"), ShownText("Form1", "Text5"));
+    QVERIFY(ByName<QAbstractButton>("Form1", "Option5")->isChecked());
     const auto& images = desk_->tool.vskImages;
     QVERIFY(std::equal(images.CodeBuffer.begin(), images.CodeBuffer.begin() + images.CodeMax + 1,
                        desk_->board.vsk830.Bank(0).Cells().begin()));
@@ -55,11 +55,11 @@ class VskWriterWindowTest : public QObject {
     desk_->board.Connect(simulator::ConnectedChip::Vsk630);
     Desk::Press("Main", "Command2");
     ChooseFile(QStringLiteral(SOURCE_FOLDER "/samples/vsk630/kiosk.H00"));
-    Desk::Find<QAction>("Form1", "Lnf")->trigger();
+    ByName<QAction>("Form1", "Lnf")->trigger();
     Desk::Press("Form1", "Option4");
     Desk::Press("Form1", "Command4");
-    QCOMPARE(Desk::Text("Form1", "Label3"), QStringLiteral("Write Ok"));
-    QCOMPARE(Desk::Text("Form1", "Text6"), Desk::Text("Form1", "Text5"));
+    QCOMPARE(ShownText("Form1", "Label3"), QStringLiteral("Write Ok"));
+    QCOMPARE(ShownText("Form1", "Text6"), ShownText("Form1", "Text5"));
     const auto& images = desk_->tool.vskImages;
     QVERIFY(images.CodeBank1Max > 256);
     QVERIFY(std::equal(images.CodeBank1.begin(), images.CodeBank1.begin() + images.CodeBank1Max + 1,
@@ -69,18 +69,18 @@ class VskWriterWindowTest : public QObject {
   void entersIspModeAnewByTheKeyboardAndByASecondClick() {
     desk_->board.Connect(simulator::ConnectedChip::None);
     Desk::Press("Form1", "Option4");
-    QCOMPARE(Desk::Text("Form1", "Label2"), QStringLiteral("isp mode is no exist"));
+    QCOMPARE(ShownText("Form1", "Label2"), QStringLiteral("isp mode is no exist"));
     QCOMPARE(Colour("Label2"), QColor(255, 0, 0));
     desk_->board.Connect(simulator::ConnectedChip::Vsk830);
     Desk::Press("Form1", "Option4");
-    QCOMPARE(Desk::Text("Form1", "Label2"), QStringLiteral("isp mode is exist"));
+    QCOMPARE(ShownText("Form1", "Label2"), QStringLiteral("isp mode is exist"));
     QCOMPARE(Colour("Label2"), QColor(0, 0, 0));
     desk_->log.Clear();
     Activate();
-    Desk::Find<QWidget>("Form1", "Option4")->setFocus();
-    QTest::keyClick(Desk::Find<QWidget>("Form1", "Option4"), Qt::Key_Down);
+    ByName<QWidget>("Form1", "Option4")->setFocus();
+    QTest::keyClick(ByName<QWidget>("Form1", "Option4"), Qt::Key_Down);
     QCOMPARE(desk_->log.Lines().size(), std::size_t{1});  // one quit frame for one key
-    QCOMPARE(Desk::Text("Form1", "Label2"), QStringLiteral("isp mode is out"));
+    QCOMPARE(ShownText("Form1", "Label2"), QStringLiteral("isp mode is out"));
   }
 
   void statusTextsAreToldToAScreenReader() {
@@ -93,7 +93,7 @@ class VskWriterWindowTest : public QObject {
       }
     });
     desk_->board.Connect(simulator::ConnectedChip::None);
-    auto* status = Desk::Find<QLabel>("Form1", "Label2");
+    auto* status = ByName<QLabel>("Form1", "Label2");
     Desk::Press("Form1", "Option4");
     QCOMPARE(Told(status, QAccessible::Name), QStringLiteral("isp mode is no exist"));
     QCOMPARE(Told(status, QAccessible::Description), QStringLiteral("Isp Mode Status, in red"));
@@ -104,7 +104,7 @@ class VskWriterWindowTest : public QObject {
     QCOMPARE(Told(status, QAccessible::Description), QStringLiteral("Isp Mode Status"));
     Desk::Press("Form1", "Option7");
     Desk::Press("Form1", "Command4");
-    auto* operation = Desk::Find<QLabel>("Form1", "Label3");
+    auto* operation = ByName<QLabel>("Form1", "Label3");
     QCOMPARE(Told(operation, QAccessible::Name), QStringLiteral("Blank ok"));
     QCOMPARE(Told(operation, QAccessible::Description), QStringLiteral("Isp Operate Status"));
     QVERIFY(announced.contains(operation));
@@ -112,7 +112,7 @@ class VskWriterWindowTest : public QObject {
     ChooseFile(QStringLiteral(SOURCE_FOLDER "/samples/vsk830/thermostat.hex"));
     Desk::Press("Form1", "Command1");
     for (const char* box : {"Text2", "Text3", "Text4", "Text5", "Text6"}) {
-      auto* control = Desk::Find<QLineEdit>("Form1", box);
+      auto* control = ByName<QLineEdit>("Form1", box);
       QVERIFY2(announced.contains(control), box);
       QCOMPARE(Told(control, QAccessible::Value), control->text());
     }
@@ -127,26 +127,26 @@ class VskWriterWindowTest : public QObject {
     name += ".B00";
     ChooseFile(QString::fromStdString(desk_->folder.Write(name, std::string(0x2000, '1'))));
     Desk::Press("Form1", "Command1");
-    const auto* maximum = Desk::Find<QLineEdit>("Form1", "Text4");
+    const auto* maximum = ByName<QLineEdit>("Form1", "Text4");
     QCOMPARE(maximum->text(), QStringLiteral("1FFF  FFFFFFFF"));
     QCOMPARE(maximum->cursorPosition(), 0);
     QCOMPARE(maximum->toolTip(), maximum->text());
-    const auto* file = Desk::Find<QLineEdit>("Form1", "Text2");
+    const auto* file = ByName<QLineEdit>("Form1", "Text2");
     QCOMPARE(file->cursorPosition(), file->text().size());
     QCOMPARE(file->toolTip(), file->text());
-    QCOMPARE(Desk::Find<QLineEdit>("Form1", "Text3")->toolTip(), QString());
+    QCOMPARE(ByName<QLineEdit>("Form1", "Text3")->toolTip(), QString());
   }
 
   void tabEntersAnOptionGroupAtItsSelectedOption() {
     Activate();
     const auto next = [](const char* from) {
-      Desk::Find<QWidget>("Form1", from)->setFocus();
-      QTest::keyClick(Desk::Find<QWidget>("Form1", from), Qt::Key_Tab);
+      ByName<QWidget>("Form1", from)->setFocus();
+      QTest::keyClick(ByName<QWidget>("Form1", from), Qt::Key_Tab);
       return QApplication::focusWidget()->objectName();
     };
     QCOMPARE(next("Command1"), QStringLiteral("Option8"));
     QCOMPARE(next("Option8"), QStringLiteral("Option1"));
-    QTest::keyClick(Desk::Find<QWidget>("Form1", "Option1"), Qt::Key_Down);
+    QTest::keyClick(ByName<QWidget>("Form1", "Option1"), Qt::Key_Down);
     QCOMPARE(desk_->tool.isp.ChipSelect, VskChip::Vsk630);
     QCOMPARE(next("Option8"), QStringLiteral("Option2"));
   }
@@ -155,9 +155,9 @@ class VskWriterWindowTest : public QObject {
     Desk::Press("Form1", "Option4");
     desk_->board.faults.sdaStuckLow = true;
     Desk::Press("Form1", "Option5");
-    QCOMPARE(Desk::Text("Form1", "Label2"), QStringLiteral("isp mode is not out"));
-    QVERIFY(!Desk::Find<QAbstractButton>("Form1", "Option5")->isChecked());
-    QVERIFY(!Desk::Find<QAbstractButton>("Form1", "Option4")->isChecked());
+    QCOMPARE(ShownText("Form1", "Label2"), QStringLiteral("isp mode is not out"));
+    QVERIFY(!ByName<QAbstractButton>("Form1", "Option5")->isChecked());
+    QVERIFY(!ByName<QAbstractButton>("Form1", "Option4")->isChecked());
   }
 
   void optionsChooseWhatRunDoes() {
@@ -166,9 +166,9 @@ class VskWriterWindowTest : public QObject {
       Desk::Press("Form1", options[i]);
       QCOMPARE(static_cast<int>(desk_->tool.vskWriter.IspOperate), i + 1);
     }
-    Desk::Window("Form1")->close();
+    ShownWindow("Form1")->close();
     Desk::Press("Main", "Command1");
-    QVERIFY(Desk::Find<QAbstractButton>("Form1", "Option8")->isChecked());
+    QVERIFY(ByName<QAbstractButton>("Form1", "Option8")->isChecked());
     QCOMPARE(desk_->tool.vskWriter.IspOperate, IspOperation::PageLoad);  // outlives the window
   }
 
@@ -178,34 +178,34 @@ class VskWriterWindowTest : public QObject {
     Desk::Press("Form1", "Option10");
     AnswerInput(QStringLiteral("10"));
     Desk::Press("Form1", "Command4");
-    QVERIFY(Desk::Text("Form1", "Text1").startsWith(QStringLiteral("this is 10  page (Load Hex")));
-    auto* display = Desk::Find<QPlainTextEdit>("Form1", "Text1");
+    QVERIFY(ShownText("Form1", "Text1").startsWith(QStringLiteral("this is 10  page (Load Hex")));
+    auto* display = ByName<QPlainTextEdit>("Form1", "Text1");
     QCOMPARE(display->document()->blockCount(), 17);
     QCOMPARE(display->verticalScrollBar()->maximum(), 0);
     QCOMPARE(display->horizontalScrollBar()->maximum(), 0);
-    QCOMPARE(Told(display, QAccessible::Value), Desk::Text("Form1", "Text1"));
+    QCOMPARE(Told(display, QAccessible::Value), ShownText("Form1", "Text1"));
     QTest::keyClick(display, Qt::Key_PageDown);
-    QVERIFY(Desk::Text("Form1", "Text1").startsWith(QStringLiteral("this is 11  page")));
+    QVERIFY(ShownText("Form1", "Text1").startsWith(QStringLiteral("this is 11  page")));
     QTest::keyClick(display, Qt::Key_PageUp);
-    QVERIFY(Desk::Text("Form1", "Text1").startsWith(QStringLiteral("this is 10  page")));
+    QVERIFY(ShownText("Form1", "Text1").startsWith(QStringLiteral("this is 10  page")));
   }
 
   void menuShortcutsWinOverTheTextBoxes() {
-    auto* file = Desk::Find<QLineEdit>("Form1", "Text2");
+    auto* file = ByName<QLineEdit>("Form1", "Text2");
     Desk::Press("Form1", "Option4");
     Activate();
     file->setFocus();
     QTest::keyClick(file, Qt::Key_B, Qt::ControlModifier);
-    QCOMPARE(Desk::Text("Form1", "Label3"), QStringLiteral("Blank ok"));
-    QVERIFY(Desk::Find<QAbstractButton>("Form1", "Option8")->isChecked());
+    QCOMPARE(ShownText("Form1", "Label3"), QStringLiteral("Blank ok"));
+    QVERIFY(ByName<QAbstractButton>("Form1", "Option8")->isChecked());
     QCOMPARE(desk_->tool.vskWriter.IspOperate, IspOperation::EraseAll);
     QTest::keyClick(file, Qt::Key_A, Qt::ControlModifier);
-    QVERIFY(Desk::Window("Form2") != nullptr);
-    Desk::Window("Form2")->close();
+    QVERIFY(ShownWindow("Form2") != nullptr);
+    ShownWindow("Form2")->close();
     Activate();
     desk_->log.Clear();
-    QTest::keyClick(Desk::Find<QPlainTextEdit>("Form1", "Text1"), Qt::Key_X, Qt::ControlModifier);
-    QVERIFY(Desk::Window("Form1") == nullptr);
+    QTest::keyClick(ByName<QPlainTextEdit>("Form1", "Text1"), Qt::Key_X, Qt::ControlModifier);
+    QVERIFY(ShownWindow("Form1") == nullptr);
     QCOMPARE(desk_->log.Lines().front(), std::string("S 96 48 00- P"));
     QVERIFY(!desk_->tool.isp.IspModeOn);
   }
@@ -213,7 +213,7 @@ class VskWriterWindowTest : public QObject {
   void theCloseBoxSendsNothingAndKeepsIspMode() {
     Desk::Press("Form1", "Option4");
     desk_->log.Clear();
-    Desk::Window("Form1")->close();
+    ShownWindow("Form1")->close();
     QVERIFY(desk_->log.Lines().empty());
     QVERIFY(desk_->tool.isp.IspModeOn);
   }
@@ -224,42 +224,33 @@ class VskWriterWindowTest : public QObject {
         QString::fromStdString(desk_->folder.Write("a.hex", "!" + record.substr(1) + record)));
     Desk::Press("Form1", "Command1");
     auto* surface = static_cast<PrintSurface*>(
-        static_cast<QMainWindow*>(Desk::Window("Form1"))->centralWidget());
+        static_cast<QMainWindow*>(ShownWindow("Form1"))->centralWidget());
     QCOMPARE(surface->PrintedLines(), QStringList{QStringLiteral("error!!!")});
     QCOMPARE(Told(surface, QAccessible::Name), QStringLiteral("error!!!"));
 
-    const QString before = Desk::Text("Form1", "Text2");
+    const QString before = ShownText("Form1", "Text2");
     const QString broken = QString::fromStdString(desk_->folder.Write("b.hex", "no hex file\n"));
     QString said, reason;
-    QTimer::singleShot(1, qApp, [&] { ConfirmAfterFile(broken, said, reason); });
+    ChooseFile(broken);
+    AnswerDialog<QMessageBox>([&](QMessageBox& box) {
+      said = box.text();
+      reason = box.informativeText();
+      box.accept();
+    });
     Desk::Press("Form1", "Command1");
     QCOMPARE(said, QStringLiteral("path or file name error!!!"));
     QVERIFY(reason.contains(QStringLiteral("line 1, column 1")));
-    QCOMPARE(Desk::Text("Form1", "Text2"), before);
+    QCOMPARE(ShownText("Form1", "Text2"), before);
   }
 
  private:
   static void Activate() {
-    Desk::Window("Form1")->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(Desk::Window("Form1")));
+    ShownWindow("Form1")->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(ShownWindow("Form1")));
   }
   static QColor Colour(const char* label) {
-    return Desk::Find<QLabel>("Form1", label)->palette().color(QPalette::WindowText);
+    return ByName<QLabel>("Form1", label)->palette().color(QPalette::WindowText);
   }
-  /// The file dialog is open: chooses `file`, then confirms the message that follows.
-  static void ConfirmAfterFile(const QString& file, QString& said, QString& reason) {
-    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-    QVERIFY(dialog != nullptr);
-    dialog->setDirectory(QFileInfo(file).path());
-    dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(file);
-    AnswerDialog<QMessageBox>([&](QMessageBox* box) {
-      said = box->text();
-      reason = box->informativeText();
-      box->accept();
-    });
-    static_cast<QDialog*>(dialog)->accept();
-  }
-
   std::unique_ptr<Desk> desk_;
 };
 

@@ -20,6 +20,7 @@
 #include "text/hex_text.h"
 #include "tool/tool.h"
 #include "ui/launcher.h"
+#include "widgets/by_name.h"
 #include "widgets/controls.h"
 
 /// What passes on the bus; `hook` runs once, at the next START, while an operation holds the
@@ -63,26 +64,8 @@ struct Desk {
     launcher->show();
   }
 
-  /// The visible window of this name; null when there is none.
-  static QWidget* Window(const char* name) {
-    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-      if (window->objectName() == QLatin1String(name) && window->isVisible()) return window;
-    }
-    return nullptr;
-  }
-  template <typename Control>
-  static Control* Find(const char* window, const char* name) {
-    auto* control = Window(window)->findChild<Control*>(QLatin1String(name));
-    if (control == nullptr) qFatal("no control %s in %s", name, window);
-    return control;
-  }
   static void Press(const char* window, const char* name) {
-    QTest::mouseClick(Find<QAbstractButton>(window, name), Qt::LeftButton, {}, QPoint(8, 8));
-  }
-  static QString Text(const char* window, const char* name) {
-    auto* control = Find<QWidget>(window, name);
-    return control->property(control->inherits("QPlainTextEdit") ? "plainText" : "text").toString();
+    QTest::mouseClick(ByName<QAbstractButton>(window, name), Qt::LeftButton, {}, QPoint(8, 8));
   }
 };
 
@@ -91,36 +74,21 @@ inline QString Told(QWidget* control, QAccessible::Text what) {
   return QAccessible::queryAccessibleInterface(control)->text(what);
 }
 
-/// Answers the next modal dialog with `answer`, which is given the dialog. By a timer: what is
-/// queued at once comes before the dialog of an operation.
-template <typename Dialog, typename Answer>
-void AnswerDialog(Answer answer) {
-  QTimer::singleShot(1, qApp, [answer] {
-    auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
-    QVERIFY2(dialog != nullptr, "the expected dialog did not open");
-    answer(dialog);
-  });
-}
-
 /// Confirms the next message box; its text goes to `text`.
 inline void ConfirmMessage(QString& text) {
-  AnswerDialog<QMessageBox>([&text](QMessageBox* box) {
-    text = box->text();
-    QTest::keyClick(box, Qt::Key_Enter);
+  AnswerDialog<QMessageBox>([&text](QMessageBox& box) {
+    text = box.text();
+    QTest::keyClick(&box, Qt::Key_Enter);
   });
 }
 
 inline void AnswerInput(const QString& answer) {
-  AnswerDialog<QInputDialog>([answer](QInputDialog* box) {
-    box->setTextValue(answer);
-    box->accept();
+  AnswerDialog<QInputDialog>([answer](QInputDialog& box) {
+    box.setTextValue(answer);
+    box.accept();
   });
 }
 
 inline void ChooseFile(const QString& file) {
-  AnswerDialog<QFileDialog>([file](QFileDialog* dialog) {
-    dialog->setDirectory(QFileInfo(file).path());
-    dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(file);
-    static_cast<QDialog*>(dialog)->accept();
-  });
+  AnswerDialog<QFileDialog>([file](QFileDialog& dialog) { Choose(dialog, file); });
 }

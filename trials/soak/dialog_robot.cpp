@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QEvent>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -14,6 +13,7 @@
 
 #include "soak/known_texts.h"
 #include "soak/random_faults.h"
+#include "widgets/by_name.h"
 
 DialogRobot::DialogRobot(std::mt19937& random, Tally& tally) : random_(random), tally_(tally) {
   qApp->installEventFilter(this);
@@ -86,8 +86,6 @@ void DialogRobot::Answer(QDialog* dialog) {
     input->accept();
   } else if (auto* files = qobject_cast<QFileDialog*>(dialog)) {
     if (file.isEmpty()) return files->reject();
-    files->setDirectory(QFileInfo(file).path());
-    files->findChild<QLineEdit*>("fileNameEdit")->setText(file);
-    static_cast<QDialog*>(files)->accept();
+    Choose(*files, file);
   }
 }

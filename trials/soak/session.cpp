@@ -14,6 +14,7 @@
 #include "soak/image_files.h"
 #include "soak/verdict.h"
 #include "text/hex_text.h"
+#include "widgets/by_name.h"
 
 namespace {
 
@@ -77,28 +78,13 @@ Session::Session(Random& random, DialogRobot& robot, Tally& tally)
   ChangeBoard();
 }
 
-QWidget* Session::Window(const char* name) const {
-  QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-  for (QWidget* window : QApplication::topLevelWidgets()) {
-    if (window->objectName() == QLatin1String(name) && window->isVisible()) return window;
-  }
-  return nullptr;
-}
-
-template <typename Control>
-Control* Session::Find(const char* window, const char* name) const {
-  auto* control = Window(window)->findChild<Control*>(QLatin1String(name));
-  if (control == nullptr) qFatal("no control %s in %s", name, window);
-  return control;
-}
-
 void Session::Click(const char* window, const char* button) const {
-  Find<QAbstractButton>(window, button)->click();
+  ByName<QAbstractButton>(window, button)->click();
 }
 
 const char* Session::OpenWriterName() const {
   for (const char* name : {"Form1", "RTD2120Write"}) {
-    if (Window(name) != nullptr) return name;
+    if (ShownWindow(name) != nullptr) return name;
   }
   return nullptr;
 }
@@ -143,15 +129,15 @@ void Session::ChangeBoard() {
 void Session::Settings() {
   const char* writer = OpenWriterName();
   if (writer == nullptr) return OpenWriter();
-  Find<QAction>(writer, writer == std::string("Form1") ? "about" : "About")->trigger();
+  ByName<QAction>(writer, writer == std::string("Form1") ? "about" : "About")->trigger();
   if (Pick(random_, 0, 2) == 0) {
-    Find<QSlider>("Form2", "HScroll1")->setValue(static_cast<int>(Pick(random_, 1, 10)));
+    ByName<QSlider>("Form2", "HScroll1")->setValue(static_cast<int>(Pick(random_, 1, 10)));
   }
   constexpr std::array kAddresses{"378", "0", "278", "", "3G", "FFFF"};
   const bool elsewhere = Pick(random_, 0, 3) == 0;
-  Find<QLineEdit>("Form2", "Text3")->setText(kAddresses[elsewhere ? Pick(random_, 1, 5) : 0]);
+  ByName<QLineEdit>("Form2", "Text3")->setText(kAddresses[elsewhere ? Pick(random_, 1, 5) : 0]);
   Click("Form2", "Enter");
-  if (Window("Form2") != nullptr) Click("Form2", "Command1");
+  if (ShownWindow("Form2") != nullptr) Click("Form2", "Command1");
 }
 
 void Session::Load(const char* window, const char* button) {
@@ -174,13 +160,13 @@ void Session::ProgramVsk() {
                      tool_->isp.IspModeOn && board_.Chip()->InIspMode() && ImageFits(*tool_);
   BeginRun();
   if (Pick(random_, 0, 3) == 0) {
-    Find<QAction>("Form1", "Program")->trigger();
+    ByName<QAction>("Form1", "Program")->trigger();
   } else {
     Click("Form1", "Option8");
     Click("Form1", "Command4");
   }
   EndRun();
-  auto* status = Find<QLabel>("Form1", "Label3");
+  auto* status = ByName<QLabel>("Form1", "Label3");
   if (status->text() == QLatin1String("Write Ok")) {
     JudgeWriteOk(*tool_, board_, tally_);
     if (status->palette().color(QPalette::WindowText) == QColor(255, 0, 0)) ++tally_.claimsInRed;
@@ -197,7 +183,7 @@ void Session::OtherVskStep() {
   BeginRun();
   switch (Pick(random_, 0, 7)) {
     case 0: {
-      auto* text = Find<QPlainTextEdit>("Form1", "Text1");
+      auto* text = ByName<QPlainTextEdit>("Form1", "Text1");
       QKeyEvent key(QEvent::KeyPress, Pick(random_, 0, 1) == 0 ? Qt::Key_PageDown : Qt::Key_PageUp,
                     Qt::NoModifier);
       QApplication::sendEvent(text, &key);
@@ -210,7 +196,7 @@ void Session::OtherVskStep() {
       Click("Form1", Pick(random_, 0, 1) == 0 ? "Option1" : "Option2");
       break;
     case 3:
-      Find<QAction>("Form1", "Blank_Entire")->trigger();
+      ByName<QAction>("Form1", "Blank_Entire")->trigger();
       break;
     default:
       Click("Form1", "Option4");
@@ -230,7 +216,7 @@ void Session::RunRtd() {
   BeginRun();
   Click("RTD2120Write", "Run");
   EndRun();
-  auto* status = Find<QPlainTextEdit>("RTD2120Write", "WriteStatus");
+  auto* status = ByName<QPlainTextEdit>("RTD2120Write", "WriteStatus");
   const QString text = status->toPlainText();
   const auto claimsBefore = tally_.claims;
   JudgeCrcOk(text, *tool_, board_, crcRange_, tally_);
@@ -269,9 +255,9 @@ void Session::Step() {
   } else if (choice < 8) {  // leaves; the next step opens another writer
     const bool vsk = writer == std::string("Form1");
     if (Pick(random_, 0, 1) == 0) {
-      Window(writer)->close();
+      ShownWindow(writer)->close();
     } else {
-      Find<QAction>(writer, vsk ? "Exit" : "exit")->trigger();
+      ByName<QAction>(writer, vsk ? "Exit" : "exit")->trigger();
     }
   } else if (choice < 10) {
     board_.PowerCycle();

@@ -64,9 +64,6 @@ class Session {
   void StepRtd();
   void RunRtd();
 
-  QWidget* Window(const char* name) const;
-  template <typename Control>
-  Control* Find(const char* window, const char* name) const;
   void Click(const char* window, const char* button) const;
   /// Null when the operator's last step closed the window.
   const char* OpenWriterName() const;
