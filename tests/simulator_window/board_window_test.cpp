@@ -4,14 +4,15 @@
 
 #include <QAccessible>
 #include <QApplication>
-#include <QFileDialog>
-#include <QLineEdit>
 #include <QMessageBox>
 #include <QScreen>
 #include <QScrollBar>
 #include <QTest>
 
+#include "bus/i2c_master.h"
+#include "support/board_bench.h"
 #include "support/temp_folder.h"
+#include "widgets/by_name.h"
 #include "widgets/controls.h"
 
 using namespace simulator;
@@ -23,8 +24,8 @@ class BoardWindowTest : public QObject {
   void initTestCase() { ApplyApplicationStyle(); }
   void init() {
     window_.reset();
-    board_ = std::make_unique<SimulatedBoard>(CableWiring());
-    board_->Connect(ConnectedChip::Vsk830);
+    bench_ = std::make_unique<Bench>();
+    board_ = &bench_->board;
     window_ = std::make_unique<BoardWindow>(*board_);
   }
 
@@ -35,25 +36,21 @@ class BoardWindowTest : public QObject {
     QVERIFY2(least.height() <= 480 - 44, qPrintable(QString::number(least.height())));
   }
 
-  void opensInsideTheScreenBesideTheLauncher_data() {
-    QTest::addColumn<QPoint>("launcherAt");
-    QTest::newRow("middle") << QPoint(288, 250);
-    QTest::newRow("bottom right") << QPoint(570, 500);
-    QTest::newRow("left") << QPoint(0, 0);
-  }
   void opensInsideTheScreenBesideTheLauncher() {
-    QFETCH(QPoint, launcherAt);
-    QWidget launcher;
-    launcher.setFixedSize(200, 287);
-    launcher.move(launcherAt);
-    launcher.show();
-    window_->resize(2000, 2000);
-    window_->ShowBeside(launcher);
-    QVERIFY(QTest::qWaitForWindowActive(&launcher));
-    QVERIFY(window_->isVisible());
-    QVERIFY(launcher.screen()->availableGeometry().contains(window_->frameGeometry()));
-    QVERIFY(launcher.screen()->availableGeometry().contains(launcher.frameGeometry()));
-    QVERIFY(!window_->geometry().intersects(launcher.geometry()));
+    for (const QPoint launcherAt : {QPoint(288, 250), QPoint(570, 500), QPoint(0, 0)}) {
+      QWidget launcher;
+      launcher.setFixedSize(200, 287);
+      launcher.move(launcherAt);
+      launcher.show();
+      window_->resize(2000, 2000);
+      window_->ShowBeside(launcher);
+      QVERIFY(QTest::qWaitForWindowActive(&launcher));
+      QVERIFY(window_->isVisible());
+      QVERIFY(launcher.screen()->availableGeometry().contains(window_->frameGeometry()));
+      QVERIFY(launcher.screen()->availableGeometry().contains(launcher.frameGeometry()));
+      QVERIFY(!window_->geometry().intersects(launcher.geometry()));
+      window_->hide();
+    }
   }
 
   void closedItLeavesAButtonThatOpensItAgain() {
@@ -109,21 +106,19 @@ class BoardWindowTest : public QObject {
     refused->setChecked(true);
     window_->Refresh();
     QVERIFY(refused->isChecked());
-    Frame();
+    Frame({0x94});
     window_->Refresh();
     QVERIFY(!refused->isChecked());
     QVERIFY(!board_->faults.refusedByte);
   }
 
   void aPowerCycleEndsWhatHangs() {
-    for (const char* fault : {"BusyForEver", "SdaStuckLow"}) {
-      Find<QCheckBox>(fault)->setChecked(true);
-    }
+    const auto faults = {Find<QCheckBox>("BusyForEver"), Find<QCheckBox>("SdaStuckLow")};
+    for (QCheckBox* fault : faults) fault->setChecked(true);
     QVERIFY(board_->faults.busyForEver && board_->faults.sdaStuckLow);
     Find<QPushButton>("PowerCycle")->click();
-    QVERIFY(!board_->faults.busyForEver && !board_->faults.sdaStuckLow);
-    QVERIFY(!Find<QCheckBox>("BusyForEver")->isChecked());
-    QVERIFY(!Find<QCheckBox>("SdaStuckLow")->isChecked());
+    QVERIFY(board_->faults == Faults{});
+    for (const QCheckBox* fault : faults) QVERIFY(!fault->isChecked());
   }
 
   void theFlashKeepsItsPlaceAndShowsWhatChanged() {
@@ -135,7 +130,9 @@ class BoardWindowTest : public QObject {
     const int top = cells->rowAt(0);
     QCOMPARE(model->headerData(top, Qt::Vertical).toString(), QStringLiteral("ABC0"));
 
-    Write(0xAB, {'H', 'i', 0x00});
+    Frame({0x5A, 0xA5});
+    Frame({0x96, 0xA0, 0xAB});
+    Frame({0x94, 0x00, 'H', 'i', 0x00});
     window_->Refresh();
     QCOMPARE(cells->rowAt(0), top);
     const auto at = [model](int row, int column, int role = Qt::DisplayRole) {
@@ -146,14 +143,15 @@ class BoardWindowTest : public QObject {
     QVERIFY(at(0xAB0, 2, Qt::BackgroundRole).isValid());
     QVERIFY(!at(0xAB0, 3, Qt::BackgroundRole).isValid());
 
-    Write(0xAC, {0x7F});
+    Frame({0x96, 0xA0, 0xAC});
+    Frame({0x94, 0x00, 0x7F});
     window_->Refresh();
     QVERIFY(!at(0xAB0, 2, Qt::BackgroundRole).isValid());
     QVERIFY(at(0xAC0, 0, Qt::BackgroundRole).isValid());
   }
 
   void liveLabelsAreReadAsTheyAreShown() {
-    Frame();
+    Frame({0x94});
     window_->Refresh();
     const auto name = [this](const char* label) {
       return QAccessible::queryAccessibleInterface(Find<QLabel>(label))->text(QAccessible::Name);
@@ -165,37 +163,38 @@ class BoardWindowTest : public QObject {
   void records() {
     const TempFolder folder;
     auto* record = Find<QPushButton>("Record");
-    Choose((folder / "session").string());
-    record->click();
+    PressRecord(folder / "session");
     QVERIFY(record->isChecked());
     QVERIFY(record->text().contains(QStringLiteral("Recording to session.vcd")));
-    Frame();
+    Frame({0x94});
     record->click();
     QVERIFY(!record->isChecked());
     QVERIFY(folder.Read("session.vcd").find("0d") != std::string::npos);
   }
 
-  void aRecordingThatCannotBeWrittenIsTold_data() {
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QString>("reason");
-    QTest::newRow("no such folder") << "/nowhere/bus.vcd"
-                                    << "No such file or directory";
-    QTest::newRow("full disk") << "/dev/full"
-                               << "No space left on device";
-  }
   void aRecordingThatCannotBeWrittenIsTold() {
-    QFETCH(QString, file);
-    QFETCH(QString, reason);
-    const TempFolder folder;
-    std::filesystem::create_symlink(file.toStdString(), folder / "bus.vcd");
-    QString told;
-    Choose((folder / "bus.vcd").string(), &told);
-    Find<QPushButton>("Record")->click();
-    QVERIFY2(told.contains(reason), qPrintable(told));
-    QVERIFY(!Find<QPushButton>("Record")->isChecked());
+    for (const auto& [target, reason] : {std::pair{"/nowhere/bus.vcd", "No such file or directory"},
+                                         {"/dev/full", "No space left on device"}}) {
+      const TempFolder folder;
+      std::filesystem::create_symlink(target, folder / "bus.vcd");
+      QString told;
+      AnswerDialog<QMessageBox>([&told](QMessageBox& box) { Confirm(box, told); });
+      PressRecord(folder / "bus.vcd");
+      QVERIFY2(told.contains(QLatin1String(reason)), qPrintable(told));
+      QVERIFY(!Find<QPushButton>("Record")->isChecked());
+    }
   }
 
  private:
+  /// Agrees to replace a file, if asked; reads and confirms the message that follows.
+  static void Confirm(QMessageBox& box, QString& told) {
+    told = box.text() + box.informativeText();
+    QAbstractButton* replace = box.button(QMessageBox::Yes);
+    if (replace == nullptr) return box.accept();
+    AnswerDialog<QMessageBox>([&told](QMessageBox& message) { Confirm(message, told); });
+    replace->click();
+  }
+
   template <typename Control>
   Control* Find(const char* name) {
     auto* control = window_->findChild<Control*>(QLatin1String(name));
@@ -203,62 +202,24 @@ class BoardWindowTest : public QObject {
     return control;
   }
 
-  /// Answers the file dialog. With `told`: replaces a file that is there, and confirms the message
-  /// that follows.
-  static void Choose(const std::string& file, QString* told = nullptr) {
-    QTimer::singleShot(0, qApp, [file, told] {
-      auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-      dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))
-          ->setText(QString::fromStdString(file));
-      if (told != nullptr) QTimer::singleShot(0, qApp, [told] { Answer(told); });
-      static_cast<QDialog*>(dialog)->accept();
-    });
+  /// Takes this file in the dialog that follows.
+  void PressRecord(const std::filesystem::path& path) {
+    const QString file = QString::fromStdString(path.string());
+    AnswerDialog<QFileDialog>([file](QFileDialog& dialog) { Choose(dialog, file); });
+    Find<QPushButton>("Record")->click();
   }
-  static void Answer(QString* told) {
-    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    QAbstractButton* replace = box == nullptr ? nullptr : box->button(QMessageBox::Yes);
-    if (box == nullptr || replace != nullptr) QTimer::singleShot(0, qApp, [told] { Answer(told); });
-    if (replace != nullptr) return replace->click();
-    if (box == nullptr) return;
-    *told += box->text() + box->informativeText();
-    box->accept();
+  void Frame(std::initializer_list<int> bytes) {
+    bench_->master.I2cStart();
+    for (const int byte : bytes) bench_->master.I2cWriteByte(byte);
+    bench_->master.I2cStop();
   }
 
-  /// One frame with one byte on the bus, which programs nothing.
-  void Frame() {
-    Drive(true, true);
-    Drive(false, true);
-    for (int clock = 0; clock < 9; ++clock) {
-      Drive(false, false);
-      Drive(false, true);
-    }
-    Drive(false, false);
-    Drive(false, true);
-    Drive(true, true);
-  }
-  void Drive(bool sda, bool scl) {
-    board_->cable.DlPortWritePortUchar(0x378, sda ? 0 : 0x80);
-    board_->cable.DlPortWritePortUchar(0x37A, scl ? 0 : 0x08);
-  }
-
-  /// Programs the beginning of a page of the VSK830.
-  void Write(std::uint8_t page, const std::vector<std::uint8_t>& bytes) {
-    VskChip& chip = board_->vsk830;
-    for (const auto& frame : {std::vector<std::uint8_t>{0x5A, 0xA5}, {0x96, 0xA0, page}}) {
-      Send(chip, frame);
-    }
-    std::vector<std::uint8_t> data{0x94, 0x00};
-    data.insert(data.end(), bytes.begin(), bytes.end());
-    Send(chip, data);
-  }
-  static void Send(VskChip& chip, const std::vector<std::uint8_t>& frame) {
-    chip.OnStart();
-    chip.OnAddress(frame[0]);
-    for (std::size_t i = 1; i < frame.size(); ++i) chip.OnWrite(frame[i]);
-    chip.OnStop();
-  }
-
-  std::unique_ptr<SimulatedBoard> board_;
+  struct Bench : BoardBench {
+    Bench() : BoardBench(CableWiring(), {}, ConnectedChip::Vsk830) {}
+    tongxun::I2cMaster master{port, timing};
+  };
+  std::unique_ptr<Bench> bench_;
+  SimulatedBoard* board_ = nullptr;
   std::unique_ptr<BoardWindow> window_;
 };
 

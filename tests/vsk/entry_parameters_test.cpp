@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "support/temp_folder.h"
 
 namespace {
@@ -28,58 +30,59 @@ TEST_F(EntryParametersTest, ReadsUpToElevenBytesAndEndsThemWithZero) {
   EXPECT_TRUE(std::filesystem::exists(folder / "Initial/new.cod")) << "created empty";
 }
 
+/// The boxes of the window, from the top, with "|" between them.
+fileop::SecurityEntry Typed(const std::string& boxes) {
+  std::array<std::string, 6> texts;
+  std::istringstream in(boxes);
+  for (std::string& text : texts) std::getline(in, text, '|');
+  return {texts[0], texts[1], {texts[2], texts[3], texts[4], texts[5]}};
+}
+
 TEST_F(EntryParametersTest, TheSecurityCheck) {
-  const std::string byteMessage = "please input two word HEX number:(00-FF)";
-  const std::string countMessage = "please input two word HEX number:(01-04)";
+  const std::string wrongByte = "please input two word HEX number:(00-FF)";
+  const std::string wrongCount = "please input two word HEX number:(01-04)";
   struct Case {
-    fileop::SecurityEntry entry;
-    bool accepted;
+    const char* typed;
     std::string message;
-    std::string file;
+    std::string file = "";  // empty when the entry is refused, and the file is removed
   };
-  const Case cases[] = {
-      {{"94", "01", {"5a", "", "", ""}}, true, "", std::string("\x94\x01\x5A\0", 4)},
-      {{" 94 ", "02", {"5A", "A5", "zz", ""}}, true, "", "\x94\x02\x5A\xA5"},
-      {{"94", "03", {"01", "02", "03", ""}}, true, "", "\x94\x03\x01\x02\x03"},
-      {{"94", "04", {"01", "02", "03", "04"}}, true, "", "\x94\x04\x01\x02\x03\x04"},
-      {{"", "01", {"5A", "", "", ""}}, false, "", ""},
-      {{"9", "05", {"5A", "", "", ""}}, false, byteMessage, ""},
-      {{"9G", "01", {"5A", "", "", ""}}, false, "", ""},
-      {{"94", "", {"5A", "", "", ""}}, false, "", ""},
-      {{"94", "1", {"5A", "", "", ""}}, false, countMessage, ""},
-      {{"94", "0x", {"5A", "", "", ""}}, false, "", ""},
-      {{"94", "05", {"5A", "", "", ""}}, false, countMessage, ""},
-      {{"94", "00", {"5A", "", "", ""}}, false, countMessage, ""},
-      {{"94", "02", {"5A", "", "", ""}}, false, "", ""},
-      {{"94", "02", {"5A", "123", "", ""}}, false, byteMessage, ""},
-      {{"94", "02", {"5A", "G1", "", ""}}, false, "", ""},
-      {{"\u00E9", "01", {"5A", "", "", ""}}, false, byteMessage, ""},
-  };
+  const Case cases[] = {{"94|01|5a", "", std::string("\x94\x01\x5A\0", 4)},
+                        {" 94 |02|5A|A5|zz", "", "\x94\x02\x5A\xA5"},
+                        {"94|03|01|02|03", "", "\x94\x03\x01\x02\x03"},
+                        {"94|04|01|02|03|04", "", "\x94\x04\x01\x02\x03\x04"},
+                        {"|01|5A", ""},
+                        {"9|05|5A", wrongByte},
+                        {"\u00E9|01|5A", wrongByte},
+                        {"9G|01|5A", ""},
+                        {"94||5A", ""},
+                        {"94|1|5A", wrongCount},
+                        {"94|0x|5A", ""},
+                        {"94|05|5A", wrongCount},
+                        {"94|00|5A", wrongCount},
+                        {"94|02|5A", ""},
+                        {"94|02|5A|123", wrongByte},
+                        {"94|02|5A|G1", ""}};
   for (const Case& c : cases) {
-    const auto path = folder / "security.cod";
-    folder.Write("security.cod", "");
-    const auto check = fileop::CheckSecurityEntry(c.entry, path);
-    const std::string what = c.entry.address + " " + c.entry.count + " " + c.entry.codes[1];
-    EXPECT_EQ(check.accepted, c.accepted) << what;
-    EXPECT_EQ(check.message, c.message) << what;
-    EXPECT_EQ(std::filesystem::exists(path), c.accepted) << what;
-    EXPECT_EQ(folder.Read("security.cod"), c.file) << what;
+    const auto path = folder.Write("security.cod", "");
+    const auto check = fileop::CheckSecurityEntry(Typed(c.typed), path);
+    EXPECT_EQ(check.accepted, !c.file.empty()) << c.typed;
+    EXPECT_EQ(check.message, c.message) << c.typed;
+    EXPECT_EQ(std::filesystem::exists(path), check.accepted) << c.typed;
+    EXPECT_EQ(folder.Read("security.cod"), c.file) << c.typed;
   }
 }
 
-TEST_F(EntryParametersTest, AFileThatCannotBeWrittenStaysAsItIs) {
-  const auto path = folder.Write("security.cod", "abc");
+TEST_F(EntryParametersTest, AFileIsOverwrittenButNotCutAndStaysWhenItCannotBeWritten) {
+  const auto path = folder.Write("security.cod", "abcdefgh");
+  EXPECT_TRUE(fileop::CheckSecurityEntry(Typed("94|01|5A"), path).accepted);
+  EXPECT_EQ(folder.Read("security.cod"), std::string("\x94\x01\x5A\0efgh", 8));
+
+  folder.Write("security.cod", "abc");
   std::filesystem::create_directory(folder / "security.cod.part");
-  const auto check = fileop::CheckSecurityEntry({"94", "01", {"5A", "", "", ""}}, path);
+  const auto check = fileop::CheckSecurityEntry(Typed("94|01|5A"), path);
   EXPECT_FALSE(check.accepted);
   EXPECT_EQ(check.message.find("the entry parameters could not be written to " + path + ": "), 0U);
   EXPECT_EQ(folder.Read("security.cod"), "abc");
-}
-
-TEST_F(EntryParametersTest, AnExistingFileIsOverwrittenButNotCut) {
-  const auto path = folder.Write("security.cod", "abcdefgh");
-  EXPECT_TRUE(fileop::CheckSecurityEntry({"94", "01", {"5A", "", "", ""}}, path).accepted);
-  EXPECT_EQ(folder.Read("security.cod"), std::string("\x94\x01\x5A\0efgh", 8));
 }
 
 }  // namespace

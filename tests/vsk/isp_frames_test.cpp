@@ -10,7 +10,6 @@
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 struct IspFramesTest : testing::Test {
   ScriptedTarget target;
@@ -23,57 +22,47 @@ struct IspFramesTest : testing::Test {
   std::vector<std::string> Lines() { return bench->TakeFrames(); }
 };
 
-TEST_F(IspFramesTest, WriteFramesAndTheAddressByte) {
-  frames.IspTxBuf[0] = 0x12;
-  frames.IspTxBuf[1] = 0x34;
-  int count = 2;
-  EXPECT_TRUE(frames.IspWriteFrame(0x95, count, true));
-  EXPECT_EQ(count, 0);
-  EXPECT_THAT(Lines(), ElementsAre("S 94 12 34 P"));
-  count = 0;
-  EXPECT_TRUE(frames.IspWriteFrame(0x94, count, false));
-  EXPECT_THAT(Lines(), ElementsAre("S 94"));
-  count = -1;
-  EXPECT_TRUE(frames.IspWriteFrame(0x94, count, true));
-  EXPECT_THAT(Lines(), ElementsAre("S P"));
-}
-
-TEST_F(IspFramesTest, ARefusedByteEndsTheFrameWithAStop) {
-  frames.IspTxBuf[0] = 0x12;
-  frames.IspTxBuf[1] = 0x34;
-  frames.IspTxBuf[2] = 0x56;
+TEST_F(IspFramesTest, WriteFrames) {
+  frames.IspTxBuf = {0x12, 0x34, 0x56};
+  struct Case {
+    int address, count;
+    bool stop;
+    const char* frame;
+  };
+  for (const Case& c :
+       {Case{0x95, 2, true, "S 94 12 34 P"}, {0x94, 0, false, "S 94"}, {0x94, -1, true, "S P"}}) {
+    int count = c.count;
+    EXPECT_TRUE(frames.IspWriteFrame(c.address, count, c.stop));
+    EXPECT_EQ(count, 0);
+    EXPECT_THAT(Lines(), ElementsAre(c.frame));
+  }
   for (const auto& [refuse, line] : {std::pair{0, "S 94- P"}, {2, "S 94 12 34- P"}}) {
     target.refuse = refuse;
     int count = 3;
     EXPECT_FALSE(frames.IspWriteFrame(0x94, count, false));
-    EXPECT_THAT(Lines(), ElementsAre(line));
+    EXPECT_THAT(Lines(), ElementsAre(line)) << "ended with a STOP";
   }
 }
 
 TEST_F(IspFramesTest, ReadFramesAcknowledgeAllButTheLastByte) {
-  target.replies = {1, 2, 3, 4, 5};
-  int count = 5;
+  target.replies = {0x12, 0x34, 0x56, 0x9A, 0xBC};
   frames.IspRxBuf[5] = 77;
+  frames.ReadHwCrc();
+  EXPECT_EQ(frames.HwCrc, 0x9ABC);
+  EXPECT_THAT(Lines(), ElementsAre("S 97 [12] [34] [56] [9A] [BC]- P"));
+  EXPECT_EQ(frames.IspRxBuf[5], 77);
+  int count = 1;
   EXPECT_TRUE(frames.IspReadFrame(0x94, count));
   EXPECT_EQ(count, 0);
-  EXPECT_THAT(Lines(), ElementsAre("S 95 [01] [02] [03] [04] [05]- P"));
-  EXPECT_EQ(frames.IspRxBuf[4], 5);
-  EXPECT_EQ(frames.IspRxBuf[5], 77);
-  target.refuse = 0;
-  count = 1;
-  EXPECT_FALSE(frames.IspReadFrame(0x94, count));
-  EXPECT_EQ(frames.IspRxBuf[0], 1);
-  EXPECT_THAT(Lines(), ElementsAre("S 95- P"));
-}
-
-TEST_F(IspFramesTest, WriteThenReadRepeatsTheStart) {
-  target.replies = {0xAB};
-  frames.IspTxBuf[0] = 0;
   EXPECT_TRUE(frames.IspWriteReadFrame(0x94, 1, 1));
-  EXPECT_THAT(Lines(), ElementsAre("S 94 00 Sr 95 [AB]- P"));
+  EXPECT_THAT(Lines(), ElementsAre("S 95 [BC]- P", "S 94 00 Sr 95 [BC]- P"));
+
   target.refuse = 0;
   EXPECT_FALSE(frames.IspWriteReadFrame(0x94, 1, 1)) << "the read phase follows all the same";
   EXPECT_THAT(Lines(), ElementsAre("S 94- P", "S 95- P"));
+  EXPECT_EQ(frames.IspRxBuf[0], 0xBC);
+  frames.ReadHwCrc();
+  EXPECT_EQ(frames.HwCrc, 0);
 }
 
 /// The delay before the CRC is read, and the bus released before the repeated START.
@@ -91,10 +80,7 @@ TEST(IspFramesOnTheLines, DelaysAroundReads) {
 
 TEST_F(IspFramesTest, CountsBeyondTheBuffersTouchNoLine) {
   const std::uint64_t before = bench->board.cable.Accesses();
-  for (int count : {513, 1000, -2}) {
-    EXPECT_FALSE(frames.IspWriteFrame(0x94, count, true));
-    EXPECT_FALSE(frames.IspWriteFrameRaw(0x94, count, true));
-  }
+  for (int count : {513, 1000, -2}) EXPECT_FALSE(frames.IspWriteFrame(0x94, count, true));
   for (int count : {514, -1}) EXPECT_FALSE(frames.IspReadFrame(0x94, count));
   EXPECT_FALSE(frames.IspWriteReadFrame(0x94, 513, 1));
   EXPECT_FALSE(frames.IspWriteReadFrame(0x94, 1, 514));
@@ -103,16 +89,6 @@ TEST_F(IspFramesTest, CountsBeyondTheBuffersTouchNoLine) {
   EXPECT_TRUE(frames.IspWriteFrame(0x94, most, true));
   most = 513;
   EXPECT_TRUE(frames.IspReadFrame(0x94, most));
-}
-
-TEST_F(IspFramesTest, TheChipsCrc) {
-  target.replies = {0x12, 0x34, 0x56, 0x9A, 0xBC};
-  frames.ReadHwCrc();
-  EXPECT_EQ(frames.HwCrc, 0x9ABC);
-  EXPECT_THAT(Lines(), ElementsAre("S 97 [12] [34] [56] [9A] [BC]- P"));
-  target.refuse = 0;
-  frames.ReadHwCrc();
-  EXPECT_EQ(frames.HwCrc, 0);
 }
 
 }  // namespace

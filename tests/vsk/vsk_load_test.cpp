@@ -45,18 +45,13 @@ TEST_F(VskLoadTest, OneFileShowsTheChecks) {
               ElementsAre("choose Hexfile (*.hex)|*.hex|Binfile (*.bin)|*.bin", "clear", "Text4 12",
                           StartsWith("Text5 "), "Text3 6", "Text6 ", "Text2 " + Path("img.Hex")));
   EXPECT_TRUE(images->CodeLoaded);
-  for (const char* name : {"x.bin", "code", "code.txt"}) {
-    const Lines said = Load(name, "123456789");
-    EXPECT_THAT(said, Contains("Text5 AEE7")) << name;
-    EXPECT_THAT(said, Contains("Text3 1DD")) << name;
-  }
+  EXPECT_THAT(Load("code.txt", "123456789"), testing::IsSupersetOf({"Text5 AEE7", "Text3 1DD"}));
   images->CodeCrc = 0xFFFF;
   EXPECT_FALSE(images->CrcMatches(-1)) << "never read from the chip";
   EXPECT_TRUE(images->CrcMatches(0xFFFF));
 }
 
 TEST_F(VskLoadTest, OneFileRefusedCancelledAndEmpty) {
-  EXPECT_EQ(Load("img.hex", ":zz").back(), kRefusal) << "no box changes";
   EXPECT_EQ(Load("").back(), "Text2 ");
   EXPECT_FALSE(images->CodeLoaded);
   images->CodeMax = 1;
@@ -95,34 +90,32 @@ TEST_F(VskLoadTest, APair) {
               ElementsAre(StartsWith("choose"), "clear", "beep", "beep", kRefusal, "Text4 12  12",
                           StartsWith("Text3 "), StartsWith("Text5 "), "Text6 ",
                           "Text2 " + Path("two.H00")));
-  EXPECT_THAT(folder.Names(),
-              testing::UnorderedElementsAre("img.b00", "img.b01", "Img.h00", "Img.h01", "one.b00",
-                                            "two.H00", "two.H01"));
-  EXPECT_EQ(Load("").back(), "Text2 ");
+  EXPECT_EQ(folder.Names().size(), 7U) << "none was created";
 }
 
 TEST_F(VskLoadTest, ARefusedFileRefusesThePairAndAMissingFirstFileWhateverItsKind) {
   images->CodeBuffer.fill(0x55);
   images->CodeMax = images->CodeBank0Max = 7;
-  folder.Write("first.H00", "abc");
-  folder.Write("first.H01", kData + kEnd);
-  folder.Write("second.H00", kData + kEnd);
-  folder.Write("second.H01", "abc");
-  folder.Write("missing.H00", kData + kEnd);
-  for (const auto& [name, reason] : {std::pair{"first.H00", "first.H00"},
-                                     {"second.H00", "second.H01"},
-                                     {"missing.H00", "missing.H01: the file does not exist"},
-                                     {"none.H00", "none.H00: the file does not exist"},
-                                     {"none.B00", "the file does not exist"},
-                                     {"none.hex", "the file does not exist"},
-                                     {"none.bin", "the file does not exist"}}) {
+  for (const char* good : {"first.H01", "second.H00", "missing.H00"})
+    folder.Write(good, kData + kEnd);
+  for (const char* bad : {"first.H00", "second.H01", "bad.hex"}) folder.Write(bad, "abc");
+  const std::pair<const char*, const char*> rows[] = {
+      {"first.H00", "first.H00"},
+      {"second.H00", "second.H01"},
+      {"missing.H00", "missing.H01: the file does not exist"},
+      {"none.H00", "none.H00: the file does not exist"},
+      {"none.B00", "not exist"},
+      {"none.hex", "not exist"},
+      {"none.bin", "not exist"},
+      {"bad.hex", "line 1"}};
+  for (const auto& [name, reason] : rows) {
     EXPECT_THAT(Load(name), ElementsAre(StartsWith("choose"), "beep", "beep", kRefusal)) << name;
     EXPECT_THAT(view.lastDetail, HasSubstr(reason));
     EXPECT_FALSE(images->CodeLoaded) << name;
     EXPECT_EQ(images->CodeMax + images->CodeBank0Max, 14) << name;
     EXPECT_EQ(images->CodeBuffer[0x10], 0x55) << name;
   }
-  EXPECT_EQ(folder.Names().size(), 5U) << "none is created";
+  EXPECT_EQ(folder.Names().size(), 6U) << "none is created";
 }
 
 TEST_F(VskLoadTest, AModelsLastCellIsTheLastThatIsFilled) {

@@ -45,15 +45,8 @@ TEST_F(VskWriterTest, TellsWhatWasProgrammedOrErased) {
     writer.IspOperate = operation;
     writer.Run(view);  // the questions of the last two are cancelled
   }
-  EXPECT_THAT(
-      told, ElementsAre(RunLine{.chip = "VSK830",
-                                .operation = "Program",
-                                .file = "a.hex",
-                                .size = 3,
-                                .crc = crc,
-                                .chipCrc = crc,
-                                .result = "Write Ok"},
-                        RunLine{.chip = "VSK830", .operation = "Erase All", .result = "Blank ok"}));
+  EXPECT_THAT(told, ElementsAre(RunLine{"VSK830", "Program", "a.hex", 3, crc, crc, "Write Ok"},
+                                RunLine{"VSK830", "Erase All", "", 0, "", "", "Blank ok"}));
 }
 
 TEST_F(VskWriterTest, ProgramAndPageLoadNeedAnImage) {
