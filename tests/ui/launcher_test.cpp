@@ -5,8 +5,7 @@ class LauncherTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void init() { desk_ = std::make_unique<Desk>(); }
-  void cleanup() { desk_.reset(); }
+  void init() { desk_.emplace(); }
 
   void freshInstallation() {
     std::filesystem::remove_all(desk_->folder / "program/Initial");
@@ -29,7 +28,6 @@ class LauncherTest : public QObject {
     desk_->Start();
     QVERIFY(ShownWindow("Form3") == nullptr);
     QCOMPARE(desk_->launcher->windowTitle(), QStringLiteral("Main"));
-    QCOMPARE(desk_->launcher->size(), QSize(3360 / 15, 4305 / 15));
     QCOMPARE(tool.port.PortBase, 0x278);
     QCOMPARE(tool.port.DataShadow, std::int16_t{0x7F});
     QCOMPARE(tool.boards.CurrentBoard, std::int16_t{1});
@@ -41,26 +39,45 @@ class LauncherTest : public QObject {
     QCOMPARE(tool.vskImages.CodeBuffer[65536], std::uint8_t{0xFF});
   }
 
-  void opensTheVskWriterOnce() {
+  void opensTheVskWriterOnceAndSwitchesItsChip() {
     desk_->Start();
     Desk::Press("Main", "Command1");
     QWidget* writer = ShownWindow("Form1");
-    QVERIFY(writer != nullptr);
     QCOMPARE(desk_->launcher->WriterState, OpenWriter::Vsk);
-    QCOMPARE(ShownText("Form1", "Text1"),
-             QStringLiteral(" %1").arg(desk_->tool.timing.TickPollCount));
+    const auto count = desk_->tool.timing.TickPollCount;
+    QCOMPARE(ShownText("Form1", "Text1"), QStringLiteral(" %1").arg(count));
     QVERIFY(!ByName<QAction>("Form1", "Lcf")->isEnabled());
     QVERIFY(ByName<QAction>("Form1", "Lnf")->isEnabled());
-    Desk::Press("Main", "Command1");
+    Desk::Press("Main", "Command2");
     QCOMPARE(ShownWindow("Form1"), writer);
+    QCOMPARE(desk_->tool.isp.ChipSelect, VskChip::Vsk630);
+    QVERIFY(ByName<QAbstractButton>("Form1", "Option2")->isChecked());
+    Desk::Press("Form1", "Option1");
+    QCOMPARE(desk_->tool.isp.ChipSelect, VskChip::Vsk830);
+    Desk::Press("Form1", "Option2");
 
     writer->close();
     QCOMPARE(desk_->launcher->WriterState, OpenWriter::None);
     QVERIFY(ShownWindow("Form1") == nullptr);
-    desk_->tool.isp.ChipSelect = VskChip::Vsk630;
     Desk::Press("Main", "Command1");
     QCOMPARE(desk_->tool.isp.ChipSelect, VskChip::Vsk830);
     QCOMPARE(ShownText("Form1", "Text1"), QString());
+  }
+
+  void oneWriterAtATime() {
+    desk_->Start();
+    for (int round = 0; round < 2; ++round) {
+      Desk::Press("Main", "Command3");
+      QWidget* writer = ShownWindow("RTD2120Write");
+      QVERIFY(writer != nullptr && ShownWindow("Form1") == nullptr);
+      QCOMPARE(desk_->launcher->WriterState, OpenWriter::Rtd2120);
+      Desk::Press("Main", "Command3");
+      QCOMPARE(ShownWindow("RTD2120Write"), writer);
+      if (round == 1) writer->close();
+      Desk::Press("Main", "Command2");
+      QVERIFY(ShownWindow("RTD2120Write") == nullptr && ShownWindow("Form1") != nullptr);
+      QCOMPARE(desk_->launcher->WriterState, OpenWriter::Vsk);
+    }
   }
 
   /// Close requests queue up while an operation holds the thread.
@@ -81,23 +98,10 @@ class LauncherTest : public QObject {
     QCOMPARE(desk_->launcher->WriterState, OpenWriter::None);
   }
 
-  void switchesTheChipOfAnOpenWindow() {
-    desk_->Start();
-    Desk::Press("Main", "Command1");
-    QWidget* writer = ShownWindow("Form1");
-    Desk::Press("Main", "Command2");
-    QCOMPARE(ShownWindow("Form1"), writer);
-    QCOMPARE(desk_->tool.isp.ChipSelect, VskChip::Vsk630);
-    QVERIFY(ByName<QAbstractButton>("Form1", "Option2")->isChecked());
-    Desk::Press("Form1", "Option1");
-    QCOMPARE(desk_->tool.isp.ChipSelect, VskChip::Vsk830);
-  }
-
   void exitAndTheCloseBoxEndTheProgram() {
     for (const bool byButton : {true, false}) {
-      desk_ = std::make_unique<Desk>();
+      desk_.emplace();
       desk_->Start();
-      Desk::Press("Main", "Command1");
       QTimer::singleShot(0, qApp, [this, byButton] {
         byButton ? Desk::Press("Main", "Command4") : static_cast<void>(desk_->launcher->close());
       });
@@ -107,7 +111,7 @@ class LauncherTest : public QObject {
   }
 
  private:
-  std::unique_ptr<Desk> desk_;
+  std::optional<Desk> desk_;
 };
 
 QTEST_MAIN(LauncherTest)

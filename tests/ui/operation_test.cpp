@@ -49,7 +49,7 @@ class OperationTest : public QObject {
 
  private slots:
   void init() {
-    desk_ = std::make_unique<Desk>();
+    desk_.emplace();
     desk_->board.Connect(simulator::ConnectedChip::Rtd2120);
     desk_->Start();
     Desk::Press("Main", "Command3");
@@ -64,7 +64,6 @@ class OperationTest : public QObject {
     QVERIFY(oneRun_ > 0);
     desk_->log.Clear();
   }
-  void cleanup() { desk_.reset(); }
 
   void inputIsDiscarded_data() {
     QTest::addColumn<std::function<void()>>("input");
@@ -137,7 +136,7 @@ class OperationTest : public QObject {
   }
   static QWidget* Control(const char* name) { return ByName<QWidget>("RTD2120Write", name); }
 
-  std::unique_ptr<Desk> desk_;
+  std::optional<Desk> desk_;
   QWidget* writer_ = nullptr;
   std::size_t oneRun_ = 0;  // frames
 };

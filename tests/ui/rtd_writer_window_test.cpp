@@ -1,4 +1,4 @@
-// The RTD2120 writer window, and the launcher with two writers.
+// The RTD2120 writer window.
 #include "ui/window_test.h"
 
 using namespace tongxun2120;
@@ -8,47 +8,19 @@ class RtdWriterWindowTest : public QObject {
 
  private slots:
   void init() {
-    desk_ = std::make_unique<Desk>();
+    desk_.emplace();
     desk_->board.Connect(simulator::ConnectedChip::Rtd2120);
     desk_->Start();
     Desk::Press("Main", "Command3");
-  }
-  void cleanup() { desk_.reset(); }
-
-  void writesBothSampleBanks() {
-    const QString folder = QStringLiteral(SOURCE_FOLDER "/samples/rtd2120/");
-    ChooseFile(folder + "panel-bank1.hex");
-    Desk::Press("RTD2120Write", "Com64K");
-    ChooseFile(folder + "panel-bank2.hex");
-    Desk::Press("RTD2120Write", "Com64_96K");
-    auto& images = desk_->tool.rtdImages;
-    QCOMPARE(ShownText("RTD2120Write", "Bank2File"), folder + "panel-bank2.hex");
-    QCOMPARE(ShownText("RTD2120Write", "Bank2MaxAddr"), QString::number(images.Bank2Max));
-    QCOMPARE(ShownText("RTD2120Write", "Bank2CheckSum"),
-             QString::fromStdString(HexText(images.RtdBankSum)));
-    Desk::Press("RTD2120Write", "BothBank");
-    Desk::Press("RTD2120Write", "Run");
-    const QString status = ShownText("RTD2120Write", "WriteStatus");
-    QCOMPARE(status.count(QStringLiteral("CRC OK.")), 2);
-    for (const Bank bank : {Bank::First, Bank::Second}) {
-      const BankImage image = images.Of(bank);
-      const auto bytes = image.maximum + 1;
-      QVERIFY(bytes > 256);
-      QVERIFY(std::equal(image.cells.begin(), image.cells.begin() + bytes,
-                         desk_->board.rtd2120.Bank(static_cast<int>(bank)).Cells().begin()));
-    }
-    Desk::Press("RTD2120Write", "EraseOp");
-    Desk::Press("RTD2120Write", "Run");
-    QCOMPARE(ShownText("RTD2120Write", "WriteStatus"), QStringLiteral("Erase MCU OK.\n"));
-    QVERIFY(desk_->board.rtd2120.InIspMode());
   }
 
   void errorsAreRedAndTheNextRunIsBlack() {
     desk_->board.Connect(simulator::ConnectedChip::None);
     Desk::Press("RTD2120Write", "Run");
-    QCOMPARE(ShownText("RTD2120Write", "WriteStatus"), QStringLiteral("MCU link error"));
-    QCOMPARE(Colour(), QColor(255, 0, 0));
-    auto* status = ByName<QWidget>("RTD2120Write", "WriteStatus");
+    auto* status = ByName<QPlainTextEdit>("RTD2120Write", "WriteStatus");
+    const auto colour = [&] { return status->palette().color(QPalette::Text); };
+    QCOMPARE(status->toPlainText(), QStringLiteral("MCU link error"));
+    QCOMPARE(colour(), QColor(255, 0, 0));
     QCOMPARE(Told(status, QAccessible::Value), QStringLiteral("MCU link error"));
     QVERIFY(Told(status, QAccessible::Description).endsWith(QStringLiteral("in red")));
     desk_->board.Connect(simulator::ConnectedChip::Rtd2120);
@@ -56,49 +28,26 @@ class RtdWriterWindowTest : public QObject {
     ConfirmMessage(said);
     Desk::Press("RTD2120Write", "Run");
     QCOMPARE(said, QStringLiteral("Please load code in Buffer 1"));
-    QCOMPARE(Colour(), QColor(0, 0, 0));
-    QVERIFY(!desk_->board.rtd2120.InIspMode());
+    QCOMPARE(colour(), QColor(0, 0, 0));
   }
 
   void reopeningKeepsTheImagesAndResetsTheModes() {
+    auto& writer = desk_->tool.rtdWriter;
     desk_->tool.rtdImages.Bank1Loaded = true;
     Desk::Press("RTD2120Write", "SecondBank");
     Desk::Press("RTD2120Write", "EraseOp");
-    QCOMPARE(desk_->tool.rtdWriter.BankMode, RtdBankMode::Second);
+    QCOMPARE(writer.BankMode, RtdBankMode::Second);
+    QCOMPARE(writer.OperateMode, RtdOperateMode::EraseOnly);
     ByName<QAction>("RTD2120Write", "exit")->trigger();
     QVERIFY(ShownWindow("RTD2120Write") == nullptr);
     QCOMPARE(desk_->launcher->WriterState, OpenWriter::None);
     Desk::Press("Main", "Command3");
     QVERIFY(desk_->tool.rtdImages.Bank1Loaded);
     QCOMPARE(ShownText("RTD2120Write", "Bank1File"), QString());
-    QCOMPARE(desk_->tool.rtdWriter.BankMode, RtdBankMode::First);
-    QCOMPARE(desk_->tool.rtdWriter.OperateMode, RtdOperateMode::Automatic);
-  }
-
-  void oneWriterAtATime() {
-    QCOMPARE(desk_->launcher->WriterState, OpenWriter::Rtd2120);
-    QWidget* writer = ShownWindow("RTD2120Write");
-    Desk::Press("Main", "Command3");
-    QCOMPARE(ShownWindow("RTD2120Write"), writer);
-    Desk::Press("Main", "Command2");
-    QVERIFY(ShownWindow("RTD2120Write") == nullptr);
-    QVERIFY(ShownWindow("Form1") != nullptr);
-    QCOMPARE(desk_->launcher->WriterState, OpenWriter::Vsk);
-    Desk::Press("Main", "Command3");
-    QVERIFY(ShownWindow("Form1") == nullptr);
-    QVERIFY(ShownWindow("RTD2120Write") != nullptr);
-    QCOMPARE(desk_->launcher->WriterState, OpenWriter::Rtd2120);
-    ShownWindow("RTD2120Write")->close();
-    Desk::Press("Main", "Command1");
-    QVERIFY(ShownWindow("Form1") != nullptr);
-    QVERIFY(ShownWindow("RTD2120Write") == nullptr);
-  }
-
-  void aboutOpensTheSettingsBesideAUsableWindow() {
-    ByName<QAction>("RTD2120Write", "About")->trigger();
-    QVERIFY(ShownWindow("Form2") != nullptr);
+    QCOMPARE(writer.BankMode, RtdBankMode::First);
+    QCOMPARE(writer.OperateMode, RtdOperateMode::Automatic);
     Desk::Press("RTD2120Write", "BothBank");
-    QCOMPARE(desk_->tool.rtdWriter.BankMode, RtdBankMode::Both);
+    QCOMPARE(writer.BankMode, RtdBankMode::Both);
   }
 
   void aDroppedFileLoadsIntoItsRow() {
@@ -116,17 +65,17 @@ class RtdWriterWindowTest : public QObject {
     };
     QVERIFY(!drop("WriteStatus"));
     QVERIFY(drop("Bank2MaxAddr"));
+    const auto& images = desk_->tool.rtdImages;
+    QVERIFY(images.Bank2Loaded && !images.Bank1Loaded);
+    const QString sum = QString::fromStdString(HexText(images.RtdBankSum));
     QCOMPARE(ShownText("RTD2120Write", "Bank2File"), file);
+    QCOMPARE(ShownText("RTD2120Write", "Bank2MaxAddr"), QString::number(images.Bank2Max));
+    QCOMPARE(ShownText("RTD2120Write", "Bank2CheckSum"), sum);
     QCOMPARE(ShownText("RTD2120Write", "Bank1File"), QString());
-    QVERIFY(desk_->tool.rtdImages.Bank2Loaded && !desk_->tool.rtdImages.Bank1Loaded);
   }
 
  private:
-  static QColor Colour() {
-    return ByName<QPlainTextEdit>("RTD2120Write", "WriteStatus")->palette().color(QPalette::Text);
-  }
-
-  std::unique_ptr<Desk> desk_;
+  std::optional<Desk> desk_;
 };
 
 QTEST_MAIN(RtdWriterWindowTest)

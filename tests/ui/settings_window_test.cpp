@@ -6,11 +6,10 @@ class SettingsWindowTest : public QObject {
 
  private slots:
   void init() {
-    desk_ = std::make_unique<Desk>();
+    desk_.emplace();
     desk_->Start();
     Desk::Press("Main", "Command1");
   }
-  void cleanup() { desk_.reset(); }
 
   void opensFromEitherWayWithTheState() {
     calibrations_ = 0;
@@ -41,46 +40,36 @@ class SettingsWindowTest : public QObject {
     std::filesystem::create_directory(desk_->folder / "config/chipport.log");
     Open();
     for (const bool told : {false, true}) {
-      QString detail;
-      AnswerDialog<QMessageBox>([&detail](QMessageBox& box) {
-        detail = box.informativeText();
-        box.accept();
-      });
+      QString said, detail;
+      ConfirmMessage(said, &detail);
       QTest::keyClick(ByName<QLineEdit>("Form2", "Text3"), Qt::Key_Return);
       QCOMPARE(detail.contains(QStringLiteral("holds for this run only")), !told);
     }
   }
 
-  void appliesAnAddress_data() {
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("message");
-    QTest::addColumn<int>("base");
-    QTest::addColumn<QString>("shown");
-    QTest::addColumn<QByteArray>("file");
-    const QString done = QStringLiteral("Parallel Address Modify is 0x");
-    const QString wrong = QStringLiteral("please input HEX number:(0000-FFFF)");
-    QTest::newRow("278") << "278" << done + "278" << 0x278 << "278" << QByteArray("\x02\x78");
-    QTest::newRow("blanks") << " ec " << done + "EC" << 0xEC << " ec " << QByteArray("\0\xEC", 2);
-    QTest::newRow("zero") << "0" << done + "378" << 0x378 << "378" << QByteArray("\x03\x78");
-    QTest::newRow("empty") << "" << wrong << 0x300 << "300" << QByteArray("old");
-    QTest::newRow("no digit") << "37G" << wrong << 0x300 << "300" << QByteArray("old");
-    QTest::newRow("prefix") << "0x37" << wrong << 0x300 << "300" << QByteArray("old");
-    QTest::newRow("sign") << "-1" << wrong << 0x300 << "300" << QByteArray("old");
+  void appliesAnAddress() {
+    Apply("278", 0x278, "278", "\x02\x78");
+    Apply(" ec ", 0xEC, " ec ", QByteArray("\0\xEC", 2));
+    Apply("0", 0x378, "378", "\x03\x78");
     // A text that is pasted may hold what no key types.
     const QString nul = QStringLiteral("37") + QChar(0) + QStringLiteral("8");
-    QTest::newRow("NUL") << nul << wrong << 0x300 << "300" << QByteArray("old");
+    for (const QString& wrong :
+         {QString(), QStringLiteral("37G"), QStringLiteral("0x37"), QStringLiteral("-1"), nul}) {
+      Apply(wrong, kOldBase, "300", "old");
+    }
   }
 
-  void appliesAnAddress() {
-    QFETCH(QString, typed);
-    QFETCH(QString, message);
-    QFETCH(int, base);
-    QFETCH(QString, shown);
-    QFETCH(QByteArray, file);
-    const bool accepted = message.startsWith(QStringLiteral("Parallel"));
+ private:
+  static constexpr int kOldBase = 0x300;
+
+  void Apply(const QString& typed, int base, const QString& shown, const QByteArray& file) {
+    const bool accepted = base != kOldBase;
+    const QString hex = QString::number(base, 16).toUpper();
+    const QString message = accepted ? "Parallel Address Modify is 0x" + hex
+                                     : QStringLiteral("please input HEX number:(0000-FFFF)");
     for (const bool byKey : {true, false}) {
       desk_->folder.Write("config/chipport.log", "old");
-      desk_->tool.port.PortBase = 0x300;
+      desk_->tool.port.PortBase = kOldBase;
       Open();
       auto* box = ByName<QLineEdit>("Form2", "Text3");
       box->setText(typed);
@@ -89,9 +78,8 @@ class SettingsWindowTest : public QObject {
       byKey ? QTest::keyClick(box, Qt::Key_Return) : Desk::Press("Form2", "Enter");
       QCOMPARE(said, message);
       QCOMPARE(desk_->tool.port.PortBase, base);
-      QCOMPARE(
-          QByteArray::fromStdString(desk_->folder.Read("config/chipport.log")).left(file.size()),
-          file);
+      const std::string written = desk_->folder.Read("config/chipport.log");
+      QCOMPARE(QByteArray::fromStdString(written).left(file.size()), file);
       const bool open = ShownWindow("Form2") != nullptr;
       QCOMPARE(open, byKey || !accepted);
       if (!open) continue;
@@ -101,8 +89,6 @@ class SettingsWindowTest : public QObject {
       ShownWindow("Form2")->close();
     }
   }
-
- private:
   void Open() {
     const auto shown = desk_->tool.timing.Calibrated;
     desk_->tool.timing.Calibrated = [this, shown](std::int32_t count) {
@@ -112,7 +98,7 @@ class SettingsWindowTest : public QObject {
     ByName<QAction>("Form1", "about")->trigger();
   }
 
-  std::unique_ptr<Desk> desk_;
+  std::optional<Desk> desk_;
   int calibrations_ = 0;
 };
 

@@ -14,6 +14,7 @@
 #include <QTest>
 #include <QTimer>
 #include <memory>
+#include <optional>
 
 #include "support/board_bench.h"
 #include "support/temp_folder.h"
@@ -67,6 +68,10 @@ struct Desk {
   static void Press(const char* window, const char* name) {
     QTest::mouseClick(ByName<QAbstractButton>(window, name), Qt::LeftButton, {}, QPoint(8, 8));
   }
+  static void Activate(const char* window) {
+    ShownWindow(window)->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(ShownWindow(window)));
+  }
 };
 
 /// What a screen reader is told of the control.
@@ -74,10 +79,11 @@ inline QString Told(QWidget* control, QAccessible::Text what) {
   return QAccessible::queryAccessibleInterface(control)->text(what);
 }
 
-/// Confirms the next message box; its text goes to `text`.
-inline void ConfirmMessage(QString& text) {
-  AnswerDialog<QMessageBox>([&text](QMessageBox& box) {
+/// Confirms the next message box; its texts go to `text` and `detail`.
+inline void ConfirmMessage(QString& text, QString* detail = nullptr) {
+  AnswerDialog<QMessageBox>([&text, detail](QMessageBox& box) {
     text = box.text();
+    if (detail != nullptr) *detail = box.informativeText();
     QTest::keyClick(&box, Qt::Key_Enter);
   });
 }
