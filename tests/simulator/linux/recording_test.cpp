@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 
 #include "bus/recording_port.h"
@@ -47,94 +48,63 @@ std::vector<std::string> Decoded(const std::filesystem::path& file) {
   return frames;
 }
 
-void ProgramVsk(Tool& tool, VskChip chip) {
+/// Writes 300 bytes into each bank of the chip, and reads a page where that can be done.
+void Write(Tool& tool, ConnectedChip chip) {
   const auto image = Image(300);
   tongxun::VskImages& images = tool.vskImages;
   for (auto* cells : {&images.CodeBuffer, &images.CodeBank0, &images.CodeBank1}) {
     std::copy(image.begin(), image.end(), cells->begin());
   }
   images.CodeMax = images.CodeBank0Max = images.CodeBank1Max = 299;
-  tool.isp.ChipSelect = chip;
+  tool.rtdImages.Bank1Loaded = tool.rtdImages.Bank2Loaded = true;
+  tool.rtdImages.Bank1Max = tool.rtdImages.Bank2Max = 299;
+  if (chip == ConnectedChip::Rtd2120) {
+    tool.rtdWriter.BankMode = tongxun2120::RtdBankMode::Both;
+    RtdTranscript view;
+    return tool.rtdWriter.Run(view);
+  }
+  tool.isp.ChipSelect = chip == ConnectedChip::Vsk830 ? VskChip::Vsk830 : VskChip::Vsk630;
   tool.frames.IspParams = {0x94, 2, 0x5A, 0xA5};
   Transcript view;
   tool.isp.EnterIspMode(view);
   tool.isp.DoProgram(view);
   tool.isp.EnterIspMode(view);
   tool.isp.ReadChipPage(1, view);
-  EXPECT_EQ(tool.frames.IspRxBuf[0], image[256]);
 }
 
-void WriteRtd2120(Tool& tool) {
-  tongxun2120::RtdImages& images = tool.rtdImages;
-  images.Bank1Loaded = images.Bank2Loaded = true;
-  images.Bank1Max = images.Bank2Max = 299;
-  tool.rtdWriter.BankMode = tongxun2120::RtdBankMode::Both;
-  RtdTranscript view;
-  tool.rtdWriter.Run(view);
-  EXPECT_THAT(view.text, testing::EndsWith("CRC OK.\r\n"));
-}
-
-struct Recorded {
-  const char* name;
-  ConnectedChip chip;
-  void (*session)(Tool& tool);
-};
-
-void ExpectFrames(const Recorded& row) {
-  SCOPED_TRACE(row.name);
-  const TempFolder folder;
-  const auto board = std::make_unique<simulator::SimulatedBoard>(simulator::CableWiring());
-  board->Connect(row.chip);
-  simulator::FrameLog log;
-  board->wire.ListenTo(&log);
-  {
-    std::ofstream cableFile(folder / "cable.vcd");
-    simulator::VcdRecorder recorder(cableFile);
-    board->cable.ListenTo(&recorder);
-    std::uint64_t now_ns = 0;
-    RecordingPort port(board->cable, folder / "port.vcd", {}, [&] { return now_ns += 1000; });
-    FakeTicks ticks{4};
-    const auto tool = std::make_unique<Tool>(port, ticks, Directories{}, Problem{});
-    port.FollowBoards(tool->boards);
-    tool->boards.BoardTable[0] = simulator::CableWiring();
-    tool->port.InitPortShadows();
-    row.session(*tool);
-  }
-  ASSERT_GT(log.Lines().size(), 10U);
-  EXPECT_EQ(Decoded(folder / "cable.vcd"), log.Lines());
-
-  std::vector<std::string> seen = log.Lines();
-  for (std::string& frame : seen) {  // the one acknowledge that the tool does not look at
-    const std::size_t unseen = frame.find("Sr 95 [", 0);
-    if (row.chip == ConnectedChip::Rtd2120 && unseen != std::string::npos) {
-      frame.insert(unseen + 5, "-");
-    }
-  }
-  EXPECT_EQ(Decoded(folder / "port.vcd"), seen);
+/// As a tool that does not look at the acknowledge behind a repeated START records it.
+void LeaveOutAcknowledge(std::string& frame) {
+  const std::size_t at = frame.find("Sr 95 [");
+  if (at != std::string::npos) frame.insert(at + 5, "-");
 }
 
 TEST(Recording, IsReadAsTheFramesThatPassed) {
-  ExpectFrames({"VSK830", ConnectedChip::Vsk830, [](Tool& t) { ProgramVsk(t, VskChip::Vsk830); }});
-  ExpectFrames({"VSK630", ConnectedChip::Vsk630, [](Tool& t) { ProgramVsk(t, VskChip::Vsk630); }});
-  ExpectFrames({"RTD2120", ConnectedChip::Rtd2120, WriteRtd2120});
-}
-
-struct PortRecording : testing::Test {
-  /// Ten accesses to a recorded port; false when one did not come through.
-  bool Use(const std::filesystem::path& file, std::uint64_t mostAccesses) {
-    RecordingPort port(
-        board->cable, file, [this](const std::string& text) { told.push_back(text); },
-        [] { return 0; }, mostAccesses);
-    port.UsePort(0x378);
-    for (int i = 0; i < 9; ++i) port.DlPortWritePortUchar(0x378, static_cast<std::uint8_t>(i));
-    return port.DlPortReadPortUchar(0x379).has_value() && board->cable.Accesses() == 10;
+  for (const auto chip : {ConnectedChip::Vsk830, ConnectedChip::Vsk630, ConnectedChip::Rtd2120}) {
+    const TempFolder folder;
+    const auto board = std::make_unique<simulator::SimulatedBoard>(simulator::CableWiring());
+    board->Connect(chip);
+    simulator::FrameLog log;
+    board->wire.ListenTo(&log);
+    {
+      std::ofstream cableFile(folder / "cable.vcd");
+      simulator::VcdRecorder recorder(cableFile);
+      board->cable.ListenTo(&recorder);
+      std::uint64_t now_ns = 0;
+      RecordingPort port(board->cable, folder / "port.vcd", {}, [&] { return now_ns += 1000; });
+      FakeTicks ticks{4};
+      const auto tool = std::make_unique<Tool>(port, ticks, Directories{}, Problem{});
+      port.FollowBoards(tool->boards);
+      tool->boards.BoardTable[0] = simulator::CableWiring();
+      tool->port.InitPortShadows();
+      Write(*tool, chip);
+    }
+    std::vector<std::string> frames = log.Lines();
+    ASSERT_GT(frames.size(), 10U);
+    EXPECT_EQ(Decoded(folder / "cable.vcd"), frames);
+    if (chip == ConnectedChip::Rtd2120) std::ranges::for_each(frames, LeaveOutAcknowledge);
+    EXPECT_EQ(Decoded(folder / "port.vcd"), frames);
   }
-
-  TempFolder folder;
-  std::unique_ptr<simulator::SimulatedBoard> board =
-      std::make_unique<simulator::SimulatedBoard>(simulator::CableWiring());
-  std::vector<std::string> told;
-};
+}
 
 /// A port that is not there.
 struct NoPort final : PortIo {
@@ -142,28 +112,34 @@ struct NoPort final : PortIo {
   std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t) override { return std::nullopt; }
 };
 
-TEST_F(PortRecording, ShowsReadingsOfNoPortAsUnknown) {
-  NoPort none;
-  RecordingPort(none, folder / "bus.vcd", {}).DlPortReadPortUchar(1);
-  EXPECT_THAT(folder.Read("bus.vcd"), HasSubstr("\nxS0\nxS1\n"));
-}
-
-TEST_F(PortRecording, IsBounded) {
-  EXPECT_TRUE(Use(folder / "bus.vcd", 4));
-  EXPECT_THAT(folder.Read("bus.vcd"), HasSubstr("#8\n1D0\n$comment"));
-  EXPECT_THAT(folder.Read("bus.vcd"), Not(HasSubstr("#10\n")));
-  EXPECT_TRUE(told.empty());
-}
-
-TEST_F(PortRecording, ThatCannotBeWrittenIsToldOnce) {
-  for (const auto& [file, reason] :
-       {std::pair<std::filesystem::path, const char*>{"/dev/full", "/dev/full: No space left"},
-        {folder.Path(), "Is a directory"}}) {
-    told.clear();
-    board = std::make_unique<simulator::SimulatedBoard>(simulator::CableWiring());
-    EXPECT_TRUE(Use(file, 100));
-    EXPECT_THAT(told, testing::ElementsAre(HasSubstr(reason)));
+TEST(PortRecording, IsBoundedShowsNoPortAsUnknownAndIsToldOnceWhenItCannotBeWritten) {
+  const TempFolder folder;
+  struct Row {
+    std::filesystem::path file;
+    const char* reason = nullptr;  // why it cannot be written
+  };
+  for (const Row& row : {Row{folder / "bus.vcd"},
+                         {"/dev/full", "/dev/full: No space left"},
+                         {folder.Path(), "Is a directory"}}) {
+    std::vector<std::string> told;
+    simulator::SimulatedBoard board(simulator::CableWiring());
+    {
+      RecordingPort port(
+          board.cable, row.file, [&](const std::string& text) { told.push_back(text); },
+          [] { return 0; }, row.reason == nullptr ? 4 : 100);
+      port.UsePort(0x378);
+      for (int i = 0; i < 9; ++i) port.DlPortWritePortUchar(0x378, static_cast<std::uint8_t>(i));
+      EXPECT_TRUE(port.DlPortReadPortUchar(0x379).has_value());
+    }
+    EXPECT_EQ(board.cable.Accesses(), 10U) << "every access comes through";
+    ASSERT_EQ(told.size(), row.reason == nullptr ? 0U : 1U);
+    EXPECT_TRUE(told.empty() || told[0].find(row.reason) != std::string::npos);
   }
+  EXPECT_THAT(folder.Read("bus.vcd"),
+              testing::AllOf(HasSubstr("#8\n1D0\n$comment"), Not(HasSubstr("#10\n"))));
+  NoPort none;
+  RecordingPort(none, folder / "none.vcd", {}).DlPortReadPortUchar(1);
+  EXPECT_THAT(folder.Read("none.vcd"), HasSubstr("\nxS0\nxS1\n"));
 }
 
 }  // namespace
