@@ -211,6 +211,7 @@ TEST_F(RtdWriterTest, LoadsTheBankBuffers) {
               ElementsAre("choose Hexfile (*.hex)|*.hex|Binfile (*.bin)|*.bin", "clear",
                           "row 1 32767 " + sum + " " + (folder / "a.bin").string()));
   EXPECT_TRUE(images.Bank1Loaded);
+  EXPECT_EQ(images.Of(Bank::First).file, folder / "a.bin");
   for (const auto& [address, value] :
        {std::pair{0x8000U, 0xFF}, {0xFFFFU, 0xFF}, {0x10000U, 0x55}}) {
     EXPECT_EQ(images.RtdBank1Buffer[address], value) << "all cells are copied, the tail too";
