@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <deque>
 #include <string>
-#include <vector>
+#include <utility>
 
 #include "bus/bus_timing.h"
 #include "bus/iic_port.h"
@@ -31,25 +31,20 @@ class LineTrace final : public PortIo {
   std::deque<bool> sdaLow;
 
   void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) override {
-    const bool data = port == IicPort::kDefaultPortBase;
-    Word(std::string(data ? "D" : "C") + ((value & 1) != 0 ? "1" : "0"));
+    const char* line = port == IicPort::kDefaultPortBase ? "D" : "C";
+    Word(line + std::to_string(value & 1));
   }
   std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t) override {
     Word("?");
-    bool low = false;
-    if (!sdaLow.empty()) {
-      low = sdaLow.front();
-      sdaLow.pop_front();
-    }
+    const bool low = !sdaLow.empty() && sdaLow.front();
+    if (!sdaLow.empty()) sdaLow.pop_front();
     return low ? 0x40 : 0x00;
   }
 
   /// The words since the last call.
   std::string Take() {
     Delay();
-    std::string taken;
-    taken.swap(text_);
-    return taken;
+    return std::exchange(text_, {});
   }
 
  private:
