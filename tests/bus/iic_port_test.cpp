@@ -2,7 +2,6 @@
 #include "bus/iic_port.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <string>
 

@@ -1,7 +1,6 @@
 #include "image/readers.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <filesystem>

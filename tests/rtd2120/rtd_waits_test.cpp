@@ -1,7 +1,6 @@
 // The waits on status bits, against a target that answers from a list: which reading ends them,
 // what never counts, and how long they last.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <deque>
 

@@ -2,7 +2,6 @@
 #include "rtd2120/rtd_writer.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <functional>
 

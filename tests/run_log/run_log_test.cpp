@@ -16,22 +16,14 @@ struct RunLogTest : testing::Test {
   TempFolder folder;
   RunLog::Time now = sys_days(2026y / 11 / 2) + 4h + 3min + 5s + 900ms;
   std::vector<std::string> told;
-  RunLog log{folder / "state",
-             [] {
-               return RunLog::Way{"378", "ISP-1, plain"};
-             },
+  const RunLog::Way way{"378", "ISP-1, plain"};
+  RunLog log{folder / "state", [this] { return way; },
              [this](const std::string& message) { told.push_back(message); },
              [this] { return now; }};
 };
 
 TEST_F(RunLogTest, OneLineARun) {
-  log.Append({.chip = "VSK830",
-              .operation = "Program",
-              .file = "C:\\a \"b\".hex",
-              .size = 300,
-              .crc = "AEE7",
-              .chipCrc = "0",
-              .result = "CRC Error"});
+  log.Append({"VSK830", "Program", "C:\\a \"b\".hex", 300, "AEE7", "0", "CRC Error"});
   now += 24h;
   log.Append({.chip = "VSK630", .operation = "Erase All", .result = "Blank ok"});
   EXPECT_EQ(folder.Read("state/runs.csv"),

@@ -1,7 +1,6 @@
 #include "vsk/isp_frames.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "support/line_trace.h"
 #include "support/scripted_target.h"

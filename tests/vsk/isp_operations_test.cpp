@@ -1,7 +1,6 @@
 // Whole operations on the simulated VSK chips: the frames on the wire, and the transcript of what
 // the window showed.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "support/images.h"
 #include "support/vsk_bench.h"

@@ -1,7 +1,6 @@
 #include "vsk/vsk_load.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <memory>
 

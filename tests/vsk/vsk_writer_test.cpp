@@ -2,7 +2,6 @@
 #include "vsk/vsk_writer.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "support/vsk_bench.h"
 #include "text/hex_text.h"

@@ -1,6 +1,5 @@
 // Recordings of the bus: a logic analyser's own I2C decoder finds in them the frames that passed.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdio>
