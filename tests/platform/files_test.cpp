@@ -3,46 +3,76 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <vector>
-
 #include "platform/directories.h"
 #include "support/temp_folder.h"
 
-TEST(Files, SayWhyTheyCannotBeRead) {
-  const TempFolder folder;
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+struct Files : testing::Test {
+  TempFolder folder;
+
+  std::string Write(const char* name, const std::string& text) {
+    return WriteAtStart(folder / name, std::vector<std::uint8_t>(text.begin(), text.end()));
+  }
+};
+
+TEST_F(Files, SayWhyTheyCannotBeRead) {
   EXPECT_EQ(ReadFile(folder / "none", 9).problem, "the file does not exist");
   EXPECT_TRUE(ReadFile(folder / "none", 9).missing);
   EXPECT_EQ(ReadFile(folder.Path(), 9).problem, "it is a folder, not a file");
 }
 
-std::string WriteText(const std::filesystem::path& path, const std::string& text) {
-  return WriteAtStart(path, std::vector<std::uint8_t>(text.begin(), text.end()));
-}
-
-TEST(Files, WritingAtTheStartKeepsWhatFollows) {
-  const TempFolder folder;
+TEST_F(Files, WritingAtTheStartKeepsWhatFollows) {
   folder.Write("a", "12345");
-  EXPECT_EQ(WriteText(folder / "a", "xy"), "");
+  EXPECT_EQ(Write("a", "xy"), "");
   EXPECT_EQ(folder.Read("a"), "xy345");
   EXPECT_EQ(ReadFile(folder / "a", 3).bytes, "xy3");
-
-  EXPECT_EQ(WriteText(folder / "new/b", "z"), "");
+  EXPECT_EQ(Write("new/b", "z"), "");
   EXPECT_EQ(folder.Read("new/b"), "z");
-  EXPECT_NE(WriteText(folder / "new", "z"), "") << "a folder";
-  EXPECT_THAT(folder.Names(), testing::UnorderedElementsAre("a", "new"));
+  EXPECT_NE(Write("new", "z"), "") << "a folder";
+  EXPECT_THAT(folder.Names(), UnorderedElementsAre("a", "new"));
 }
 
-TEST(Files, ThatCannotBeReplacedKeepTheirContent) {
-  const TempFolder folder;
+TEST_F(Files, ThatCannotBeReplacedKeepTheirContent) {
   folder.Write("a", "old");
-  std::filesystem::create_directory(folder / "a.part");  // nothing can be written beside it
-  EXPECT_NE(WriteText(folder / "a", "newer"), "");
+  folder.Write("a.part/in the way", "");  // nothing can be written beside it
+  EXPECT_NE(Write("a", "newer"), "");
   EXPECT_EQ(folder.Read("a"), "old");
-  EXPECT_EQ(WriteText(folder / "a", "new"), "") << "it need not grow";
+  EXPECT_EQ(Write("a", "new"), "") << "it need not grow";
   EXPECT_EQ(folder.Read("a"), "new");
 }
 
-TEST(Directories, CutAtNul) {
+TEST_F(Files, OfTheProgramFolderAreAddedWhereMissingAndKept) {
+  std::vector<std::string> told;
+  const auto tell = [&told](const std::string& text) { told.push_back(text); };
+  const Directories pc{folder / "operator", {}, folder / "delivered"};
+  folder.Write("delivered/Initial/InitPort.csv", "newer table");
+  folder.Write("delivered/Initial/CurrIspBoard.csv", "0");
+  folder.Write("delivered/samples/chip/image.hex", ":00");
+  folder.Write("operator/Initial/InitPort.csv", "table with my board");
+  FillProgramFolder(pc, tell);
+  EXPECT_EQ(folder.Read("operator/Initial/InitPort.csv"), "table with my board");
+  EXPECT_EQ(folder.Read("operator/Initial/CurrIspBoard.csv"), "0");
+  EXPECT_EQ(folder.Read("operator/samples/chip/image.hex"), ":00");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder / "operator/Initial"), {}), 2);
+  EXPECT_THAT(told, IsEmpty());
+
+  const std::filesystem::path blocked = folder.Write("file", "no folder");
+  for (const auto& delivered : {folder / "delivered", std::filesystem::path()}) {
+    FillProgramFolder({blocked, {}, delivered}, tell);
+    EXPECT_THAT(told, ElementsAre(testing::HasSubstr(PathText(blocked / "Initial") +
+                                                     " (Not a directory)")));
+    told.clear();
+  }
+}
+
+TEST_F(Files, NamesAreCutAtNul) {
   EXPECT_EQ(CutAtNul(std::string("C:\\Win\0junk", 11)), "C:\\Win");
   EXPECT_EQ(CutAtNul("plain"), "plain");
 }
+
+}  // namespace

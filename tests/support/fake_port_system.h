@@ -1,20 +1,17 @@
 // A kernel with parallel ports, as far as the port code sees it. It keeps a record of the calls,
-// fails those it is told to fail, and holds to the real one's rules: the registers can be reached
-// only after the claim, the claim sets the control register to 0x0C, and a shared claim on a held
-// port sleeps.
+// fails those it is told to fail, and holds to the real one's rules: the claim sets the
+// control register to 0x0C, an exclusive claim is refused when other drivers are registered, and a
+// shared claim on a held port sleeps.
 #pragma once
 
 #include <linux/ppdev.h>
 #include <sys/ioctl.h>
-#include <sys/time.h>
 
 #include <array>
 #include <cerrno>
 #include <cstdio>
-#include <functional>
 #include <map>
 #include <memory>
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -22,101 +19,82 @@
 #include "platform/linux/linux_parallel_port.h"
 
 struct FakeKernel {
-  struct Failure {
-    int error = 0;
-    int times = -1;  // negative: always
-  };
-
-  std::map<std::string, Failure> failures;  // by the call's name, without its arguments
+  std::map<std::string, int> failures;  // errno by the call's name, without its arguments
   std::map<std::string, std::string> texts;
   std::map<std::string, std::vector<std::string>> folders;
   std::string group = "lp";
   bool root = false;
   std::array<std::uint8_t, 3> registers{0xA5, 0x78, 0x03};  // data, status, control
-  /// Run at every call: what else happens in the machine at that moment.
-  std::function<void(const std::string& name)> meanwhile = [](const std::string&) {};
+  std::string& holder = texts["/proc/sys/dev/parport/parport0/devices/active"];
+  bool othersRegistered = false;  // drivers on the usual port, idle or not
+  int opensUntilHeld = 0;         // at this call of open another driver takes the usual port
 
   bool open = false;
-  bool claimed = false;
   bool exclusive = false;
-  std::uint32_t longestClaim_ms = 0;     // bound of the last claim
-  std::optional<std::uint32_t> ioPorts;  // the first of the three allowed ones
-  std::string calls;                     // since the last `TakeCalls`
+  std::uint32_t ioPorts = 0;  // the first of the three allowed ones; 0: none is allowed
+  std::string calls;          // since the last `PortBench::Calls`
 
-  /// Adds a port that nobody holds.
   void AddPort(const std::string& name, const std::string& baseAddr) {
     folders["/proc/sys/dev/parport/"].push_back(name);
     texts["/proc/sys/dev/parport/" + name + "/base-addr"] = baseAddr;
-    Holder(name) = "none\n";
+    texts["/proc/sys/dev/parport/" + name + "/devices/active"] = "none\n";
   }
-  std::string& Holder(const std::string& name) {
-    return texts["/proc/sys/dev/parport/" + name + "/devices/active"];
-  }
-  std::string TakeCalls() { return std::exchange(calls, {}); }
 
   /// Records a call; minus errno when it has to fail.
   int Call(const std::string& name, const std::string& arguments = {}) {
     calls += (calls.empty() ? "" : " ") + name + arguments;
-    meanwhile(name);
-    Failure& failure = failures[name];
-    return failure.times-- == 0 ? failure.times = 0 : -failure.error;
+    return -failures[name];
   }
 };
 
-class FakePortSystem final : public PortSystem {
- public:
+struct FakePortSystem final : PortSystem {
   explicit FakePortSystem(FakeKernel& kernel) : kernel_(kernel) {}
 
   int Open(const std::string& path) override {
     const int failed = kernel_.Call("open", ":" + path);
+    if (--kernel_.opensUntilHeld == 0) kernel_.holder = "lp\n";
     kernel_.open = failed == 0;
     return kernel_.open ? kDescriptor : failed;
   }
   void Close(int descriptor) override {
     kernel_.Call("close");
-    if (descriptor == kDescriptor) kernel_.open = kernel_.claimed = kernel_.exclusive = false;
+    if (descriptor == kDescriptor) kernel_.open = kernel_.exclusive = false;
   }
 
   int Ioctl(int descriptor, unsigned long request, std::uint8_t* byte) override {
-    struct Request {
-      const char* name;
-      int reads = -1, writes = -1;  // a register
-    };
-    static const std::map<unsigned long, Request> kRequests{
-        {PPEXCL, {"PPEXCL"}},          {PPCLAIM, {"PPCLAIM"}},
-        {PPRELEASE, {"PPRELEASE"}},    {PPRDATA, {"PPRDATA", 0}},
-        {PPRSTATUS, {"PPRSTATUS", 1}}, {PPRCONTROL, {"PPRCONTROL", 2}},
-        {PPWDATA, {"PPWDATA", -1, 0}}, {PPWCONTROL, {"PPWCONTROL", -1, 2}}};
+    static const std::map<unsigned long, std::pair<const char*, std::size_t>> kRequests{
+        {PPEXCL, {"PPEXCL", 0}},   {PPCLAIM, {"PPCLAIM", 0}},      {PPRELEASE, {"PPRELEASE", 0}},
+        {PPRDATA, {"PPRDATA", 0}}, {PPRSTATUS, {"PPRSTATUS", 1}},  {PPRCONTROL, {"PPRCONTROL", 2}},
+        {PPWDATA, {"PPWDATA", 0}}, {PPWCONTROL, {"PPWCONTROL", 2}}};
     if (descriptor != kDescriptor || !kernel_.open) return -EBADF;
-    const Request& call = kRequests.at(request);
-    const int failed = kernel_.Call(call.name, call.writes < 0 ? "" : "=" + Hex(*byte));
-    if (failed != 0) return failed;
+    const auto& [name, registerNumber] = kRequests.at(request);
+    const bool writes = _IOC_DIR(request) == _IOC_WRITE;
+    if (const int failed = kernel_.Call(name, writes ? "=" + Hex(*byte) : "")) return failed;
     if (request == PPEXCL) kernel_.exclusive = true;
     if (request == PPCLAIM) return Claim();
-    if (byte != nullptr && !kernel_.claimed) return -EINVAL;
-    if (request == PPRELEASE) kernel_.claimed = false;
-    if (call.writes >= 0) kernel_.registers.at(static_cast<std::size_t>(call.writes)) = *byte;
-    if (call.reads >= 0) *byte = kernel_.registers.at(static_cast<std::size_t>(call.reads));
+    if (byte == nullptr) return 0;
+    std::uint8_t& value = kernel_.registers.at(registerNumber);
+    (writes ? value : *byte) = writes ? *byte : value;
     return 0;
   }
   int IoctlWithin(int descriptor, unsigned long request, std::uint32_t longest_ms) override {
-    kernel_.longestClaim_ms = longest_ms;
+    kernel_.Call("within", ":" + std::to_string(longest_ms));
     return Ioctl(descriptor, request, nullptr);
   }
 
   int IoPerm(std::uint32_t first, std::uint32_t count, bool allow) override {
-    const int failed =
-        kernel_.Call("ioperm", ":" + Hex(first) + "+" + Hex(count) + (allow ? "on" : "off"));
-    if (failed == 0) kernel_.ioPorts = allow ? std::optional(first) : std::nullopt;
+    const int failed = kernel_.Call("ioperm", ":" + Hex(first) + (allow ? "+" : "-") + Hex(count));
+    if (failed == 0) kernel_.ioPorts = allow ? first : 0;
     return failed;
   }
+  // The real process would die on a port that was not allowed; here it is told by an exception.
   void Out(std::uint32_t port, std::uint8_t value) override {
     kernel_.Call("out", ":" + Hex(port) + "=" + Hex(value));
-    Register(port) = value;
+    kernel_.registers.at(port - kernel_.ioPorts) = value;
   }
   std::uint8_t In(std::uint32_t port) override {
     kernel_.Call("in", ":" + Hex(port));
-    return Register(port);
+    return kernel_.registers.at(port - kernel_.ioPorts);
   }
 
   std::string ReadText(const std::string& path) override { return kernel_.texts[path]; }
@@ -135,17 +113,10 @@ class FakePortSystem final : public PortSystem {
     return text.data();
   }
   int Claim() {
-    for (const auto& [path, text] : kernel_.texts) {
-      const bool held = path.ends_with("/active") && text != "none\n" && !text.empty();
-      if (held && !kernel_.exclusive) return -EINTR;  // it has slept for the longest time
-    }
-    kernel_.claimed = true;
+    if (kernel_.exclusive && kernel_.othersRegistered) return -ENXIO;
+    if (!kernel_.exclusive && kernel_.holder == "lp\n") return -EINTR;  // it has slept that long
     kernel_.registers[2] = 0x0C;
     return 0;
-  }
-  /// The real process would die on a port that was not allowed; here it is told by an exception.
-  std::uint8_t& Register(std::uint32_t port) {
-    return kernel_.registers.at(port - kernel_.ioPorts.value());
   }
 
   FakeKernel& kernel_;
@@ -156,14 +127,14 @@ struct PortBench {
   FakeKernel kernel;
   std::vector<std::string> told;
   std::unique_ptr<PortIo> io = std::make_unique<LinuxParallelPort>(
-      std::make_unique<FakePortSystem>(kernel),
-      [this](const std::string& message) { told.push_back(message); });
+      std::make_unique<FakePortSystem>(kernel), [this](auto& text) { told.push_back(text); });
 
+  std::string Calls() { return std::exchange(kernel.calls, {}); }
   void AddUsualPort() { kernel.AddPort("parport0", "888\t1912\n"); }
   /// With the usual port in use and its calls forgotten.
   void UseUsualPort() {
     AddUsualPort();
     io->UsePort(0x378);
-    kernel.TakeCalls();
+    Calls();
   }
 };

@@ -6,22 +6,19 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <utility>
 
 namespace {
 
 std::string record;
 std::uint8_t served = 0;
 
-std::FILE* OpenRecordFile() {
-  const char* name = std::getenv("DLPORTIO_RECORD");
-  return name == nullptr ? nullptr : std::fopen(name, "ab");
-}
-
 void Record(const char* format, unsigned port, unsigned value) {
   char text[32];
   std::snprintf(text, sizeof text, format, port, value);
   record += std::string(text) + " ";
-  static std::FILE* const file = OpenRecordFile();
+  static const char* const name = std::getenv("DLPORTIO_RECORD");
+  static std::FILE* const file = name == nullptr ? nullptr : std::fopen(name, "ab");
   if (file == nullptr) return;
   std::fprintf(file, "%s\n", text);
   std::fflush(file);
@@ -44,8 +41,7 @@ std::uint8_t __stdcall DlPortReadPortUchar(std::uint32_t port) {
 /// Valid until the next call.
 const char* __stdcall TakeRecord() {
   static std::string taken;
-  taken.swap(record);
-  record.clear();
+  taken = std::exchange(record, {});
   return taken.c_str();
 }
 
