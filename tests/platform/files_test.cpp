@@ -9,8 +9,6 @@
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::UnorderedElementsAre;
 
 struct Files : testing::Test {
   TempFolder folder;
@@ -34,7 +32,7 @@ TEST_F(Files, WritingAtTheStartKeepsWhatFollows) {
   EXPECT_EQ(Write("new/b", "z"), "");
   EXPECT_EQ(folder.Read("new/b"), "z");
   EXPECT_NE(Write("new", "z"), "") << "a folder";
-  EXPECT_THAT(folder.Names(), UnorderedElementsAre("a", "new"));
+  EXPECT_THAT(folder.Names(), testing::UnorderedElementsAre("a", "new"));
 }
 
 TEST_F(Files, ThatCannotBeReplacedKeepTheirContent) {
@@ -59,7 +57,7 @@ TEST_F(Files, OfTheProgramFolderAreAddedWhereMissingAndKept) {
   EXPECT_EQ(folder.Read("operator/Initial/CurrIspBoard.csv"), "0");
   EXPECT_EQ(folder.Read("operator/samples/chip/image.hex"), ":00");
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder / "operator/Initial"), {}), 2);
-  EXPECT_THAT(told, IsEmpty());
+  EXPECT_THAT(told, ElementsAre());
 
   const std::filesystem::path blocked = folder.Write("file", "no folder");
   for (const auto& delivered : {folder / "delivered", std::filesystem::path()}) {

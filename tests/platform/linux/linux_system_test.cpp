@@ -18,7 +18,6 @@
 #include "support/temp_folder.h"
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 TEST(LinuxPortSystem, FailuresAreNegativeErrorNumbers) {
   const TempFolder folder;
@@ -49,7 +48,11 @@ TEST(LinuxPortSystem, ReadsTextsFoldersAndGroups) {
   for (const char* name : {"parport1/base-addr", "default", "parport0/base-addr"})
     folder.Write(name, "");
   EXPECT_THAT(system->ListFolder(folder.Path()), ElementsAre("default", "parport0", "parport1"));
-  EXPECT_THAT(system->ListFolder(folder / "none"), IsEmpty());
+  EXPECT_THAT(system->ListFolder(folder / "none"), ElementsAre());
+}
+
+TEST(LinuxFiles, DevicesAreNotRead) {
+  EXPECT_EQ(ReadFile("/dev/zero", 9).problem, "the file cannot be read: it is not a regular file");
 }
 
 TEST(LinuxFiles, OnAFullDiskTheOldContentIsKept) {
