@@ -1,7 +1,7 @@
 // A kernel with parallel ports, as far as the port code sees it. It keeps a record of the calls,
-// fails those it is told to fail, and holds to the real one's rules: the claim sets the
-// control register to 0x0C, an exclusive claim is refused when other drivers are registered, and a
-// shared claim on a held port sleeps.
+// fails those it is told to fail, and holds to the real one's rules: the claim sets the control
+// register to 0x0C, an exclusive claim is refused when other drivers are registered, and a shared
+// claim on a held port sleeps.
 #pragma once
 
 #include <linux/ppdev.h>

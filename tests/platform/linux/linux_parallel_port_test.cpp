@@ -127,7 +127,7 @@ struct Machine {
 
 void Prepare(const Machine& machine, FakeKernel& kernel) {
   const auto is = [&](const char* word) { return machine.differs.find(word) != std::string::npos; };
-  const std::array<std::pair<const char*, const char*>, 6> ports{
+  const std::array<std::pair<std::string, const char*>, 6> ports{
       {{"default", ""},
        {"parport1", "632\t888\n"},  // the second number is the ECP base
        {"parport0", "888\t1912\n"},
@@ -135,7 +135,7 @@ void Prepare(const Machine& machine, FakeKernel& kernel) {
        {"usb", "0\t0\n"},
        {"far", "65536\t0\n"}}};
   for (const auto& [name, base] : ports) {
-    if (!is("no ports") && !(is("no port0") && base[0] == '8')) kernel.AddPort(name, base);
+    if (!is("no ports") && !(is("no port0") && name == "parport0")) kernel.AddPort(name, base);
   }
   if (is("held")) kernel.holder = "lp\n";
   if (is("holder unknown")) kernel.holder = "";
