@@ -11,23 +11,14 @@ namespace {
 struct EntryParametersTest : testing::Test {
   TempFolder folder;
   std::array<std::int16_t, 11> params{};
-
-  void Read(const std::string& bytes) {
-    fileop::ReadSecurityFile(folder.Write("security.cod", bytes), params);
-  }
 };
 
-TEST_F(EntryParametersTest, ReadsUpToElevenBytesAndEndsThemWithZero) {
-  params.fill(77);
-  Read("\x94\x02\x5A\xA5");
-  EXPECT_EQ(params, (std::array<std::int16_t, 11>{0x94, 2, 0x5A, 0xA5, 0, 77, 77, 77, 77, 77, 77}));
-  Read(std::string(200, '\xFE'));
-  EXPECT_EQ(params[10], 0xFE);
-  Read("");
-  EXPECT_EQ(params[0], 0);
-  EXPECT_EQ(params[1], 0xFE);
+/// What it holds then is compared with a plain reading in fuzzing/security_codes.cpp.
+TEST_F(EntryParametersTest, AMissingFileIsCreatedEmpty) {
+  params[0] = 77;
   fileop::ReadSecurityFile(folder / "Initial/new.cod", params);
-  EXPECT_TRUE(std::filesystem::exists(folder / "Initial/new.cod")) << "created empty";
+  EXPECT_EQ(params[0], 0);
+  EXPECT_TRUE(std::filesystem::exists(folder / "Initial/new.cod"));
 }
 
 /// The boxes of the window, from the top, with "|" between them.
@@ -48,18 +39,13 @@ TEST_F(EntryParametersTest, TheSecurityCheck) {
   };
   const Case cases[] = {{"94|01|5a", "", std::string("\x94\x01\x5A\0", 4)},
                         {" 94 |02|5A|A5|zz", "", "\x94\x02\x5A\xA5"},
-                        {"94|03|01|02|03", "", "\x94\x03\x01\x02\x03"},
-                        {"94|04|01|02|03|04", "", "\x94\x04\x01\x02\x03\x04"},
-                        {"|01|5A", ""},
                         {"9|05|5A", wrongByte},
                         {"\u00E9|01|5A", wrongByte},
                         {"9G|01|5A", ""},
                         {"94||5A", ""},
                         {"94|1|5A", wrongCount},
-                        {"94|0x|5A", ""},
                         {"94|05|5A", wrongCount},
                         {"94|00|5A", wrongCount},
-                        {"94|02|5A", ""},
                         {"94|02|5A|123", wrongByte},
                         {"94|02|5A|G1", ""}};
   for (const Case& c : cases) {
