@@ -1,9 +1,6 @@
 #include "app/quit_signals.h"
 
-#include <QCoreApplication>
-#include <QEventLoop>
-#include <QTest>
-#include <QTimer>
+#include <QtTest/QtTest>
 #include <csignal>
 
 // A signal that is not caught ends this program, and an event loop that is not ended its time-out.
@@ -11,18 +8,18 @@ class QuitSignalsTest final : public QObject {
   Q_OBJECT
 
  private slots:
-  void EachSignalEndsTheEventLoop_data() {
-    QTest::addColumn<int>("signal");
-    QTest::newRow("SIGINT") << SIGINT;
-    QTest::newRow("SIGTERM") << SIGTERM;
-    QTest::newRow("SIGHUP") << SIGHUP;
-  }
   void EachSignalEndsTheEventLoop() {
-    QFETCH(int, signal);
-    std::signal(signal, SIG_DFL);  // whatever this program was started with
-    const QuitSignals quitSignals;
-    QTimer::singleShot(0, this, [signal] { std::raise(signal); });
-    QCOMPARE(QCoreApplication::exec(), 0);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+      std::signal(signal, SIG_DFL);  // whatever this program was started with
+      {
+        const QuitSignals quitSignals;
+        QTimer::singleShot(0, this, [signal] { std::raise(signal); });
+        QCOMPARE(QCoreApplication::exec(), 0);
+      }
+      QVERIFY(std::signal(signal, SIG_IGN) == SIG_DFL);  // the default action comes back
+      { const QuitSignals quitSignals; }
+      QVERIFY(std::signal(signal, SIG_DFL) == SIG_IGN);  // what was ignored stays ignored
+    }
   }
 
   void ASignalBeforeTheLoopEndsItAtItsBeginning() {
@@ -42,17 +39,6 @@ class QuitSignalsTest final : public QObject {
     });
     QCOMPARE(QCoreApplication::exec(), 0);
     QVERIFY(innerEnded);
-  }
-
-  void AnIgnoredSignalStaysIgnored() {
-    std::signal(SIGHUP, SIG_IGN);
-    { const QuitSignals quitSignals; }
-    QVERIFY(std::signal(SIGHUP, SIG_DFL) == SIG_IGN);
-  }
-
-  void TheDefaultActionsComeBack() {
-    { const QuitSignals quitSignals; }
-    QVERIFY(std::signal(SIGTERM, SIG_DFL) == SIG_DFL);
   }
 };
 

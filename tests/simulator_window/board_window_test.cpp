@@ -2,12 +2,9 @@
 // shows of the flash.
 #include "simulator_window/board_window.h"
 
-#include <QAccessible>
-#include <QApplication>
-#include <QMessageBox>
-#include <QScreen>
-#include <QScrollBar>
-#include <QTest>
+// Precompiled, each as a whole.
+#include <QtTest/QtTest>
+#include <QtWidgets/QtWidgets>
 
 #include "bus/i2c_master.h"
 #include "support/board_bench.h"
@@ -24,8 +21,9 @@ class BoardWindowTest : public QObject {
   void initTestCase() { ApplyApplicationStyle(); }
   void init() {
     window_.reset();
-    bench_ = std::make_unique<Bench>();
+    bench_ = std::make_unique<BoardBench>(CableWiring(), VskIdentity{}, ConnectedChip::Vsk830);
     board_ = &bench_->board;
+    master_.emplace(bench_->port, bench_->timing);
     window_ = std::make_unique<BoardWindow>(*board_);
   }
 
@@ -46,8 +44,8 @@ class BoardWindowTest : public QObject {
       window_->ShowBeside(launcher);
       QVERIFY(QTest::qWaitForWindowActive(&launcher));
       QVERIFY(window_->isVisible());
-      QVERIFY(launcher.screen()->availableGeometry().contains(window_->frameGeometry()));
-      QVERIFY(launcher.screen()->availableGeometry().contains(launcher.frameGeometry()));
+      const QRect screen = launcher.screen()->availableGeometry();
+      QVERIFY(screen.contains(window_->frameGeometry() | launcher.frameGeometry()));
       QVERIFY(!window_->geometry().intersects(launcher.geometry()));
       window_->hide();
     }
@@ -56,17 +54,12 @@ class BoardWindowTest : public QObject {
   void closedItLeavesAButtonThatOpensItAgain() {
     window_->show();
     window_->close();
-    QVERIFY(!window_->isVisible());
-    QPushButton* reopen = nullptr;
-    for (QWidget* top : QApplication::topLevelWidgets()) {
-      if (top->isVisible()) reopen = qobject_cast<QPushButton*>(top);
-    }
-    QVERIFY(reopen != nullptr);
+    auto* reopen = qobject_cast<QPushButton*>(ShownWindow("ShowSimulatedBoard"));
+    QVERIFY(reopen != nullptr && !window_->isVisible());
     reopen->close();
     QVERIFY(reopen->isVisible());
     reopen->click();
-    QVERIFY(window_->isVisible());
-    QVERIFY(!reopen->isVisible());
+    QVERIFY(window_->isVisible() && !reopen->isVisible());
   }
 
   void offersEveryChip() {
@@ -80,45 +73,40 @@ class BoardWindowTest : public QObject {
     }
     chips->setCurrentText(QStringLiteral("nothing"));
     for (const char* idle : {"Unplugged", "ByteRefused", "BitFlipped", "BusyForEver"}) {
-      QVERIFY2(!Find<QCheckBox>(idle)->isEnabled(), idle);
+      QVERIFY2(!Tick(idle)->isEnabled(), idle);
     }
-    QVERIFY(Find<QCheckBox>("SdaStuckLow")->isEnabled());
-    QVERIFY(!Find<QPushButton>("PowerCycle")->isEnabled());
+    QVERIFY(Tick("SdaStuckLow")->isEnabled() && !Find<QPushButton>("PowerCycle")->isEnabled());
   }
 
   void numbersChangedWhileAFaultIsOnTakeEffect() {
-    Find<QCheckBox>("BitFlipped")->setChecked(true);
+    Faults& faults = board_->faults;
+    Tick("BitFlipped")->setChecked(true);
     Find<QSpinBox>("bit")->setValue(5);
     Find<QSpinBox>("address (hex)")->setValue(0xABC);
-    QCOMPARE(board_->faults.flippedBit->address, 0xABCU);
-    QCOMPARE(board_->faults.flippedBit->bit, 5);
-    Find<QCheckBox>("ByteRefused")->setChecked(true);
+    QCOMPARE(faults.flippedBit->address, 0xABCU);
+    QCOMPARE(faults.flippedBit->bit, 5);
+    Tick("ByteRefused")->setChecked(true);
     Find<QSpinBox>("of the next frame number")->setValue(3);
-    QCOMPARE(board_->faults.refusedByte->frame, std::uint64_t{3});
-    Find<QCheckBox>("Unplugged")->setChecked(true);
-    QCOMPARE(board_->faults.unpluggedAfterFrame, std::uint64_t{0});
+    QCOMPARE(faults.refusedByte->frame, std::uint64_t{3});
+    Tick("Unplugged")->setChecked(true);
+    QCOMPARE(faults.unpluggedAfterFrame, std::uint64_t{0});
     Find<QSpinBox>("after so many more frames")->setValue(7);
-    QCOMPARE(board_->faults.unpluggedAfterFrame, std::uint64_t{7});
+    QCOMPARE(faults.unpluggedAfterFrame, std::uint64_t{7});
   }
 
-  void aSpentFaultUnticksItself() {
-    auto* refused = Find<QCheckBox>("ByteRefused");
-    refused->setChecked(true);
+  void aSpentFaultAndAPowerCycleUntickFaults() {
+    for (const char* fault : {"ByteRefused", "BusyForEver", "SdaStuckLow"}) {
+      Tick(fault)->setChecked(true);
+    }
     window_->Refresh();
-    QVERIFY(refused->isChecked());
-    Frame({0x94});
-    window_->Refresh();
-    QVERIFY(!refused->isChecked());
-    QVERIFY(!board_->faults.refusedByte);
-  }
-
-  void aPowerCycleEndsWhatHangs() {
-    const auto faults = {Find<QCheckBox>("BusyForEver"), Find<QCheckBox>("SdaStuckLow")};
-    for (QCheckBox* fault : faults) fault->setChecked(true);
+    QVERIFY(Tick("ByteRefused")->isChecked());
     QVERIFY(board_->faults.busyForEver && board_->faults.sdaStuckLow);
     Find<QPushButton>("PowerCycle")->click();
+    QVERIFY(!Tick("BusyForEver")->isChecked() && !Tick("SdaStuckLow")->isChecked());
+    Frame({0x94});
+    window_->Refresh();
+    QVERIFY(!Tick("ByteRefused")->isChecked());
     QVERIFY(board_->faults == Faults{});
-    for (const QCheckBox* fault : faults) QVERIFY(!fault->isChecked());
   }
 
   void theFlashKeepsItsPlaceAndShowsWhatChanged() {
@@ -135,19 +123,20 @@ class BoardWindowTest : public QObject {
     Frame({0x94, 0x00, 'H', 'i', 0x00});
     window_->Refresh();
     QCOMPARE(cells->rowAt(0), top);
-    const auto at = [model](int row, int column, int role = Qt::DisplayRole) {
-      return model->index(row, column).data(role);
+    const auto text = [model](int row, int column) {
+      return model->index(row, column).data().toString();
     };
-    QCOMPARE(at(0xAB0, 1).toString(), QStringLiteral("69"));
-    QCOMPARE(at(0xAB0, 16).toString(), QStringLiteral("Hi.") + QString(13, QLatin1Char('.')));
-    QVERIFY(at(0xAB0, 2, Qt::BackgroundRole).isValid());
-    QVERIFY(!at(0xAB0, 3, Qt::BackgroundRole).isValid());
+    const auto changed = [model](int row, int column) {
+      return model->index(row, column).data(Qt::BackgroundRole).isValid();
+    };
+    QCOMPARE(text(0xAB0, 1), QStringLiteral("69"));
+    QCOMPARE(text(0xAB0, 16), QStringLiteral("Hi.............."));
+    QVERIFY(changed(0xAB0, 2) && !changed(0xAB0, 3));
 
     Frame({0x96, 0xA0, 0xAC});
     Frame({0x94, 0x00, 0x7F});
     window_->Refresh();
-    QVERIFY(!at(0xAB0, 2, Qt::BackgroundRole).isValid());
-    QVERIFY(at(0xAC0, 0, Qt::BackgroundRole).isValid());
+    QVERIFY(changed(0xAC0, 0) && !changed(0xAB0, 2));
   }
 
   void liveLabelsAreReadAsTheyAreShown() {
@@ -195,6 +184,7 @@ class BoardWindowTest : public QObject {
     replace->click();
   }
 
+  QCheckBox* Tick(const char* fault) { return Find<QCheckBox>(fault); }
   template <typename Control>
   Control* Find(const char* name) {
     auto* control = window_->findChild<Control*>(QLatin1String(name));
@@ -209,16 +199,13 @@ class BoardWindowTest : public QObject {
     Find<QPushButton>("Record")->click();
   }
   void Frame(std::initializer_list<int> bytes) {
-    bench_->master.I2cStart();
-    for (const int byte : bytes) bench_->master.I2cWriteByte(byte);
-    bench_->master.I2cStop();
+    master_->I2cStart();
+    for (const int byte : bytes) master_->I2cWriteByte(byte);
+    master_->I2cStop();
   }
 
-  struct Bench : BoardBench {
-    Bench() : BoardBench(CableWiring(), {}, ConnectedChip::Vsk830) {}
-    tongxun::I2cMaster master{port, timing};
-  };
-  std::unique_ptr<Bench> bench_;
+  std::unique_ptr<BoardBench> bench_;
+  std::optional<tongxun::I2cMaster> master_;
   SimulatedBoard* board_ = nullptr;
   std::unique_ptr<BoardWindow> window_;
 };

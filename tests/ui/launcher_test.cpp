@@ -1,7 +1,9 @@
-// The launcher: start-up on a fresh and on a prepared installation, and one writer at a time.
+// The launcher: start-up on a fresh and on a prepared installation, one writer at a time, and what
+// is said while it starts.
 #include "ui/window_test.h"
+#include "widgets/problem_box.h"
 
-class LauncherTest : public QObject {
+class LauncherTest : public WindowTest {
   Q_OBJECT
 
  private slots:
@@ -9,14 +11,12 @@ class LauncherTest : public QObject {
 
   void freshInstallation() {
     std::filesystem::remove_all(desk_->folder / "program/Initial");
-    desk_->Start();
+    Start();
     QCOMPARE(desk_->folder.Read("config/chipport.log"), std::string("\x03\x78"));
     QVERIFY(std::filesystem::exists(desk_->folder / "program/Initial/security.cod"));
     QCOMPARE(desk_->folder.Read("program/Initial/security.cod"), std::string());
-    QWidget* security = ShownWindow("Form3");
-    QVERIFY(security != nullptr);
-    QVERIFY(!security->geometry().intersects(desk_->launcher->geometry()));
-    QVERIFY(ShownWindow("Form1") == nullptr);
+    QVERIFY(kSecurity.Shown() != nullptr && kVskWriter.Shown() == nullptr);
+    QVERIFY(!kSecurity.Shown()->geometry().intersects(desk_->launcher->geometry()));
     QCOMPARE(desk_->tool.boards.CurrentBoard, std::int16_t{0});
   }
 
@@ -25,8 +25,8 @@ class LauncherTest : public QObject {
     tool.vskImages.CodeLoaded = true;
     tool.timing.SpeedFactor = 9;
     desk_->folder.Write("config/chipport.log", std::string("\x02\x78"));
-    desk_->Start();
-    QVERIFY(ShownWindow("Form3") == nullptr);
+    Start();
+    QVERIFY(kSecurity.Shown() == nullptr);
     QCOMPARE(desk_->launcher->windowTitle(), QStringLiteral("Main"));
     QCOMPARE(tool.port.PortBase, 0x278);
     QCOMPARE(tool.port.DataShadow, std::int16_t{0x7F});
@@ -40,78 +40,84 @@ class LauncherTest : public QObject {
   }
 
   void opensTheVskWriterOnceAndSwitchesItsChip() {
-    desk_->Start();
-    Desk::Press("Main", "Command1");
-    QWidget* writer = ShownWindow("Form1");
-    QCOMPARE(desk_->launcher->WriterState, OpenWriter::Vsk);
+    Start();
+    kLauncher.Press("Command1");
+    QWidget* writer = kVskWriter.Shown();
     const auto count = desk_->tool.timing.TickPollCount;
-    QCOMPARE(ShownText("Form1", "Text1"), QStringLiteral(" %1").arg(count));
-    QVERIFY(!ByName<QAction>("Form1", "Lcf")->isEnabled());
-    QVERIFY(ByName<QAction>("Form1", "Lnf")->isEnabled());
-    Desk::Press("Main", "Command2");
-    QCOMPARE(ShownWindow("Form1"), writer);
+    QCOMPARE(kVskWriter.Text("Text1"), QStringLiteral(" %1").arg(count));
+    kLauncher.Press("Command2");
+    QCOMPARE(kVskWriter.Shown(), writer);
     QCOMPARE(desk_->tool.isp.ChipSelect, VskChip::Vsk630);
-    QVERIFY(ByName<QAbstractButton>("Form1", "Option2")->isChecked());
-    Desk::Press("Form1", "Option1");
+    QVERIFY(kVskWriter.IsOn("Option2"));
+    kVskWriter.Press("Option1");
     QCOMPARE(desk_->tool.isp.ChipSelect, VskChip::Vsk830);
-    Desk::Press("Form1", "Option2");
+    kVskWriter.Press("Option2");
 
     writer->close();
-    QCOMPARE(desk_->launcher->WriterState, OpenWriter::None);
-    QVERIFY(ShownWindow("Form1") == nullptr);
-    Desk::Press("Main", "Command1");
+    QVERIFY(kVskWriter.Shown() == nullptr);
+    kLauncher.Press("Command1");
     QCOMPARE(desk_->tool.isp.ChipSelect, VskChip::Vsk830);
-    QCOMPARE(ShownText("Form1", "Text1"), QString());
+    QCOMPARE(kVskWriter.Text("Text1"), QString());
   }
 
   void oneWriterAtATime() {
-    desk_->Start();
-    for (int round = 0; round < 2; ++round) {
-      Desk::Press("Main", "Command3");
-      QWidget* writer = ShownWindow("RTD2120Write");
-      QVERIFY(writer != nullptr && ShownWindow("Form1") == nullptr);
+    Start();
+    for (const bool closesItself : {false, true}) {
+      kLauncher.Press("Command3");
+      QWidget* writer = kRtdWriter.Shown();
+      QVERIFY(writer != nullptr && kVskWriter.Shown() == nullptr);
       QCOMPARE(desk_->launcher->WriterState, OpenWriter::Rtd2120);
-      Desk::Press("Main", "Command3");
-      QCOMPARE(ShownWindow("RTD2120Write"), writer);
-      if (round == 1) writer->close();
-      Desk::Press("Main", "Command2");
-      QVERIFY(ShownWindow("RTD2120Write") == nullptr && ShownWindow("Form1") != nullptr);
+      kLauncher.Press("Command3");
+      QCOMPARE(kRtdWriter.Shown(), writer);
+      if (closesItself) writer->close();
+      kLauncher.Press("Command2");
+      QVERIFY(kRtdWriter.Shown() == nullptr && kVskWriter.Shown() != nullptr);
       QCOMPARE(desk_->launcher->WriterState, OpenWriter::Vsk);
     }
   }
 
   /// Close requests queue up while an operation holds the thread.
   void aWindowClosesOnce() {
-    desk_->Start();
-    for (const char* name : {"Form1", "Form2", "RTD2120Write"}) {
-      Desk::Press("Main", name == QLatin1String("RTD2120Write") ? "Command3" : "Command1");
-      if (name == QLatin1String("Form2")) ByName<QAction>("Form1", "about")->trigger();
-      QWidget* window = ShownWindow(name);
-      QVERIFY2(window != nullptr, name);
+    Start();
+    for (const NamedWindow& window : {kVskWriter, kSettings, kRtdWriter}) {
+      kLauncher.Press(window.name == kRtdWriter.name ? "Command3" : "Command1");
+      if (window.name == kSettings.name) kVskWriter.Choose("about");
+      QWidget* shown = window.Shown();
+      QVERIFY2(shown != nullptr, window.name);
       for (int i = 0; i < 2; ++i) {
         QCloseEvent request;
-        QApplication::sendEvent(window, &request);
+        QApplication::sendEvent(shown, &request);
       }
-      QVERIFY(!window->isEnabled());
-      window->hide();
+      QVERIFY(!shown->isEnabled());
+      shown->hide();
     }
     QCOMPARE(desk_->launcher->WriterState, OpenWriter::None);
   }
 
   void exitAndTheCloseBoxEndTheProgram() {
     for (const bool byButton : {true, false}) {
-      desk_.emplace();
-      desk_->Start();
+      init();
+      Start();
       QTimer::singleShot(0, qApp, [this, byButton] {
-        byButton ? Desk::Press("Main", "Command4") : static_cast<void>(desk_->launcher->close());
+        byButton ? kLauncher.Press("Command4") : static_cast<void>(desk_->launcher->close());
       });
       QTimer::singleShot(20000, qApp, [] { QCoreApplication::exit(1); });
       QCOMPARE(QCoreApplication::exec(), 0);
     }
   }
 
- private:
-  std::optional<Desk> desk_;
+  void aProblemIsSaidAtTheNextTurnAndBlocksNothing() {
+    PostProblem("no port at <0x378>");
+    QVERIFY(ShownWindow("PortProblem") == nullptr);  // the line operation runs on
+    QApplication::processEvents();
+    const QPointer box = qobject_cast<QMessageBox*>(ShownWindow("PortProblem"));
+    QVERIFY(box && !box->isModal());
+    QCOMPARE(box->text(), QStringLiteral("no port at <0x378>"));
+    QCOMPARE(box->textFormat(), Qt::PlainText);
+    QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(box.isNull());
+  }
 };
 
 QTEST_MAIN(LauncherTest)

@@ -5,6 +5,20 @@
 
 namespace {
 
+/// Counts what passes on the bus; `hook` runs once, at the next START, while an operation holds the
+/// thread.
+struct HookedBus final : simulator::BusListener {
+  int frames = 0;
+  std::function<void()> hook;
+
+  void Started(bool) override {
+    if (hook) std::exchange(hook, nullptr)();
+    ++frames;
+  }
+  void Byte(std::uint8_t, bool, bool) override {}
+  void Stopped() override {}
+};
+
 /// As the window system delivers it: at the event loop's next turn.
 void Queue(const std::function<void()>& input) {
   QMetaObject::invokeMethod(qApp, input, Qt::QueuedConnection);
@@ -38,107 +52,93 @@ void EndTimers(QWidget* control) {
   }
 }
 
-void QueueKey(QWidget* window, Qt::Key key, Qt::KeyboardModifiers modifiers) {
-  Queue([=] { QTest::keyClick(window->windowHandle(), key, modifiers); });
+void QueueKey(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+  Queue([=] { QTest::keyClick(kRtdWriter.Shown()->windowHandle(), key, modifiers); });
 }
 
 }  // namespace
 
-class OperationTest : public QObject {
+class OperationTest : public WindowTest {
   Q_OBJECT
 
  private slots:
   void init() {
-    desk_.emplace();
-    desk_->board.Connect(simulator::ConnectedChip::Rtd2120);
-    desk_->Start();
-    Desk::Press("Main", "Command3");
-    writer_ = ShownWindow("RTD2120Write");
-    writer_->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(writer_));
-    Desk::Press("RTD2120Write", "EraseOp");
+    StartWriter("Command3", simulator::ConnectedChip::Rtd2120);
+    desk_->board.wire.ListenTo(&bus_);
+    kRtdWriter.Activate();
+    kRtdWriter.Press("EraseOp");
     Run();  // the runs that follow find the chip in ISP mode
-    desk_->log.Clear();
-    Run();
-    oneRun_ = desk_->log.Lines().size();
+    oneRun_ = Run();
     QVERIFY(oneRun_ > 0);
-    desk_->log.Clear();
-  }
-
-  void inputIsDiscarded_data() {
-    QTest::addColumn<std::function<void()>>("input");
-    const auto row = [](const char* name, const std::function<void()>& input) {
-      QTest::newRow(name) << input;
-    };
-    row("a second click on Run", [this] { QueueClick(Control("Run")); });
-    row("a click on an option", [this] { QueueClick(Control("AutoOp")); });
-    row("a click on the launcher", [] { QueueClick(ByName<QWidget>("Main", "Command1")); });
-    row("the space bar on Run", [this] { QueueKey(writer_, Qt::Key_Space, {}); });
-    row("a menu entry chosen by a screen reader",
-        [] { Queue([] { ByName<QAction>("RTD2120Write", "About")->trigger(); }); });
-    row("Run pressed by a screen reader", [this] { Queue([this] { Press(Control("Run")); }); });
-    row("a shortcut", [this] { QueueKey(writer_, Qt::Key_A, Qt::ControlModifier); });
   }
 
   void inputIsDiscarded() {
-    QFETCH(std::function<void()>, input);
-    Control("Run")->setFocus();
-    bool busy = false;
-    desk_->bus.hook = [&] {
-      const QCursor* cursor = QApplication::overrideCursor();
-      busy = cursor != nullptr && cursor->shape() == Qt::WaitCursor;
-      input();
-    };
-    Run();
-    EndTimers(Control("Run"));
-    QCOMPARE(desk_->log.Lines().size(), oneRun_);
-    QVERIFY(busy);
-    QVERIFY(QApplication::overrideCursor() == nullptr);
-    QVERIFY(ByName<QAbstractButton>("RTD2120Write", "EraseOp")->isChecked());
-    QVERIFY(ShownWindow("Form1") == nullptr && ShownWindow("Form2") == nullptr);
-
-    desk_->log.Clear();
-    Run();  // nothing stays pressed
-    QCOMPARE(desk_->log.Lines().size(), oneRun_);
+    const std::pair<const char*, std::function<void()>> inputs[] = {
+        {"a second click on Run", [] { QueueClick(kRtdWriter.Find("Run")); }},
+        {"a click on an option", [] { QueueClick(kRtdWriter.Find("AutoOp")); }},
+        {"a click on the launcher", [] { QueueClick(kLauncher.Find("Command1")); }},
+        {"the space bar on Run", [] { QueueKey(Qt::Key_Space, {}); }},
+        {"a menu entry, by a screen reader", [] { Queue([] { kRtdWriter.Choose("About"); }); }},
+        {"Run, by a screen reader", [] { Queue([] { Press(kRtdWriter.Find("Run")); }); }},
+        {"a shortcut", [] { QueueKey(Qt::Key_A, Qt::ControlModifier); }}};
+    for (const auto& [name, input] : inputs) {
+      init();
+      kRtdWriter.Find("Run")->setFocus();
+      bool busy = false;
+      bus_.hook = [&busy, &input = input] {
+        const QCursor* cursor = QApplication::overrideCursor();
+        busy = cursor != nullptr && cursor->shape() == Qt::WaitCursor;
+        input();
+      };
+      const int before = bus_.frames;
+      Run();
+      EndTimers(kRtdWriter.Find("Run"));
+      QVERIFY2(bus_.frames - before == oneRun_, name);
+      QVERIFY2(busy && QApplication::overrideCursor() == nullptr, name);
+      QVERIFY2(kRtdWriter.IsOn("EraseOp"), name);
+      QVERIFY2(kVskWriter.Shown() == nullptr && kSettings.Shown() == nullptr, name);
+      QVERIFY2(Run() == oneRun_, name);  // nothing stays pressed
+    }
   }
 
   void aReleaseDuringTheOperationClicksNothing() {
-    auto* option = Control("MainBank");
-    Desk::Press("RTD2120Write", "BothBank");
+    auto* option = kRtdWriter.Find<QAbstractButton>("MainBank");
+    kRtdWriter.Press("BothBank");
     SendMouse(option, QEvent::MouseButtonPress);
-    desk_->bus.hook = [option] {
-      Queue([option] { SendMouse(option, QEvent::MouseButtonRelease); });
-    };
-    ByName<QAbstractButton>("RTD2120Write", "Run")->click();
+    bus_.hook = [option] { Queue([option] { SendMouse(option, QEvent::MouseButtonRelease); }); };
+    kRtdWriter.Find<QAbstractButton>("Run")->click();
     QApplication::processEvents();
     QCOMPARE(desk_->tool.rtdWriter.BankMode, tongxun2120::RtdBankMode::Both);
-    QVERIFY(!ByName<QAbstractButton>("RTD2120Write", "MainBank")->isDown());
+    QVERIFY(!option->isDown());
   }
 
   void aCloseRequestIsCarriedOut() {
-    desk_->bus.hook = [this] { QCoreApplication::postEvent(writer_, new QCloseEvent); };
+    QWidget* writer = kRtdWriter.Shown();
+    bus_.hook = [writer] { QCoreApplication::postEvent(writer, new QCloseEvent); };
     Run();
-    QVERIFY(!writer_->isEnabled());
+    QVERIFY(!writer->isEnabled());
     QCOMPARE(desk_->launcher->WriterState, OpenWriter::None);
   }
 
   void theEndOfTheSessionEndsTheProgram() {
-    desk_->bus.hook = [] { QCoreApplication::postEvent(qApp, new QEvent(QEvent::Quit)); };
-    QTimer::singleShot(0, this, [] { Run(); });
+    bus_.hook = [] { QCoreApplication::postEvent(qApp, new QEvent(QEvent::Quit)); };
+    int frames = 0;
+    QTimer::singleShot(0, this, [&] { frames = Run(); });
     QCOMPARE(QCoreApplication::exec(), 0);
-    QCOMPARE(desk_->log.Lines().size(), oneRun_);
+    QCOMPARE(frames, oneRun_);
   }
 
  private:
-  static void Run() {
-    Desk::Press("RTD2120Write", "Run");
+  /// Returns how many frames passed.
+  int Run() {
+    const int before = bus_.frames;
+    kRtdWriter.Press("Run");
     QApplication::processEvents();
+    return bus_.frames - before;
   }
-  static QWidget* Control(const char* name) { return ByName<QWidget>("RTD2120Write", name); }
 
-  std::optional<Desk> desk_;
-  QWidget* writer_ = nullptr;
-  std::size_t oneRun_ = 0;  // frames
+  HookedBus bus_;
+  int oneRun_ = 0;  // frames
 };
 
 QTEST_MAIN(OperationTest)

@@ -1,76 +1,79 @@
 // What the window tests share: the whole tool with its real windows, found by their names.
 #pragma once
 
-#include <QAbstractButton>
-#include <QAccessible>
-#include <QAction>
-#include <QApplication>
-#include <QFileDialog>
-#include <QInputDialog>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPlainTextEdit>
-#include <QTest>
-#include <QTimer>
+// Precompiled, each as a whole.
+#include <QtTest/QtTest>
+#include <QtWidgets/QtWidgets>
 #include <memory>
 #include <optional>
 
 #include "support/board_bench.h"
 #include "support/temp_folder.h"
-#include "text/hex_text.h"
 #include "tool/tool.h"
 #include "ui/launcher.h"
 #include "widgets/by_name.h"
-#include "widgets/controls.h"
 
-/// What passes on the bus; `hook` runs once, at the next START, while an operation holds the
-/// thread.
-class HookedLog final : public simulator::BusListener {
- public:
-  simulator::FrameLog log;
-  std::function<void()> hook;
+/// A window by its name; what reaches into it needs it to be open.
+struct NamedWindow {
+  const char* name;
 
-  void Started(bool repeated) override {
-    if (hook) std::exchange(hook, nullptr)();
-    log.Started(repeated);
+  /// Null when the window is not open.
+  QWidget* Shown() const { return ShownWindow(name); }
+  template <typename Control = QWidget>
+  Control* Find(const char* control) const {
+    return ByName<Control>(name, control);
   }
-  void Byte(std::uint8_t value, bool fromTarget, bool acknowledged) override {
-    log.Byte(value, fromTarget, acknowledged);
+  QString Text(const char* control) const { return ShownText(name, control); }
+  bool IsOn(const char* option) const { return Find<QAbstractButton>(option)->isChecked(); }
+  void Press(const char* button) const {
+    QTest::mouseClick(Find<QAbstractButton>(button), Qt::LeftButton, {}, QPoint(8, 8));
   }
-  void Stopped() override { log.Stopped(); }
+  void Choose(const char* menuEntry) const { Find<QAction>(menuEntry)->trigger(); }
+  void Activate() const {
+    Shown()->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(Shown()));
+  }
 };
 
-/// A started program on the simulated board, in a program folder of its own.
+constexpr NamedWindow kLauncher{"Main"};
+constexpr NamedWindow kVskWriter{"Form1"};
+constexpr NamedWindow kSettings{"Form2"};
+constexpr NamedWindow kSecurity{"Form3"};
+constexpr NamedWindow kRtdWriter{"RTD2120Write"};
+
+/// A program on the simulated board, in a program folder of its own.
 struct Desk {
   TempFolder folder;
   FakeTicks ticks{2000};
   simulator::SimulatedBoard board{Wiring()};
-  HookedLog bus;
-  simulator::FrameLog& log = bus.log;
+  simulator::FrameLog log;
   Tool tool{board.cable, ticks, {folder / "program", folder / "config"}, {}};
   std::unique_ptr<Main> launcher;
 
   Desk() {
-    board.Connect(simulator::ConnectedChip::Vsk830);
-    board.wire.ListenTo(&bus);
+    board.wire.ListenTo(&log);
     const auto initial = std::filesystem::path(SOURCE_FOLDER) / "src/simulator/Initial";
     std::filesystem::create_directories(folder / "program");
     std::filesystem::create_directories(folder / "config");
     std::filesystem::copy(initial, folder / "program/Initial");
   }
+};
+
+/// A test that begins with a program of its own.
+class WindowTest : public QObject {
+ protected:
+  std::optional<Desk> desk_;
 
   void Start() {
-    launcher = std::make_unique<Main>(tool);
-    launcher->show();
+    desk_->launcher = std::make_unique<Main>(desk_->tool);
+    desk_->launcher->show();
   }
-
-  static void Press(const char* window, const char* name) {
-    QTest::mouseClick(ByName<QAbstractButton>(window, name), Qt::LeftButton, {}, QPoint(8, 8));
-  }
-  static void Activate(const char* window) {
-    ShownWindow(window)->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(ShownWindow(window)));
+  /// Starts a new program, and opens a writer with the launcher's button.
+  void StartWriter(const char* button, simulator::ConnectedChip chip) {
+    desk_.emplace();
+    desk_->board.Connect(chip);
+    Start();
+    kLauncher.Press(button);
   }
 };
 
@@ -79,19 +82,11 @@ inline QString Told(QWidget* control, QAccessible::Text what) {
   return QAccessible::queryAccessibleInterface(control)->text(what);
 }
 
-/// Confirms the next message box; its texts go to `text` and `detail`.
-inline void ConfirmMessage(QString& text, QString* detail = nullptr) {
-  AnswerDialog<QMessageBox>([&text, detail](QMessageBox& box) {
-    text = box.text();
-    if (detail != nullptr) *detail = box.informativeText();
+/// Confirms the next message box; its text and its detail go to `said`, with "|" between.
+inline void ConfirmMessage(QString& said) {
+  AnswerDialog<QMessageBox>([&said](QMessageBox& box) {
+    said = box.text() + QLatin1Char('|') + box.informativeText();
     QTest::keyClick(&box, Qt::Key_Enter);
-  });
-}
-
-inline void AnswerInput(const QString& answer) {
-  AnswerDialog<QInputDialog>([answer](QInputDialog& box) {
-    box.setTextValue(answer);
-    box.accept();
   });
 }
 
