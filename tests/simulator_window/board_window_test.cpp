@@ -38,10 +38,9 @@ class BoardWindowTest : public QObject {
       window_->resize(2000, 2000);
       window_->ShowBeside(launcher);
       QVERIFY(QTest::qWaitForWindowActive(&launcher));
-      QVERIFY(window_->isVisible());
       const QRect screen = launcher.screen()->availableGeometry();
       QVERIFY(screen.contains(window_->frameGeometry() | launcher.frameGeometry()));
-      QVERIFY(!window_->geometry().intersects(launcher.geometry()));
+      QVERIFY(window_->isVisible() && !window_->geometry().intersects(launcher.geometry()));
       window_->hide();
     }
   }
