@@ -65,8 +65,8 @@ void Form1::Connect() {
   onClick(loadButton_, &Form1::Command1_Click);
   onClick(runButton_, &Form1::Command4_Click);
   for (std::size_t i = 0; i < chips_.size(); ++i) onSelected(chips_[i], kChipOptions[i].selected);
-  onSelected(enterOption_, &Form1::Option4_Click);
-  onSelected(quitOption_, &Form1::Option5_Click);
+  enterOption_->OnSelected(Asked(this, &Form1::Option4_Click));
+  quitOption_->OnSelected(Asked(this, &Form1::Option5_Click));
   onSelected(pageEraseOption_, &Form1::Option6_Click);
   onSelected(eraseAllOption_, &Form1::Option7_Click);
   onSelected(programOption_, &Form1::Option8_Click);

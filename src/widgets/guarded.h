@@ -28,7 +28,8 @@ auto Guarded(Window* window, void (Window::*handler)()) {
   return Guarded(window, [window, handler] { (window->*handler)(); });
 }
 
-/// The same for a button or menu entry: what the operator asks for may be discarded.
+/// The same for a command: a button, a menu entry, an option that uses the bus. What the operator
+/// asks for may be discarded.
 template <typename Window>
 auto Asked(Window* window, void (Window::*handler)()) {
   return Guarded(window, [window, handler] {

@@ -116,10 +116,12 @@ class VskWriterWindowTest : public WindowTest {
     kVskWriter.Press("Option4");
     kVskWriter.Press("Option10");
     AnswerDialog<QInputDialog>([](QInputDialog& box) {
+      kVskWriter.Find<QAbstractButton>("Option5")->toggle();  // as a screen reader can
       box.setTextValue(QStringLiteral("10"));
       box.accept();
     });
     kVskWriter.Press("Command4");
+    QVERIFY(desk_->tool.isp.IspModeOn);
     QVERIFY(kVskWriter.Text("Text1").startsWith(QStringLiteral("this is 10  page (Load Hex")));
     auto* display = kVskWriter.Find<QPlainTextEdit>("Text1");
     QCOMPARE(display->document()->blockCount(), 17);
