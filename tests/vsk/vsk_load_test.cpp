@@ -95,13 +95,15 @@ TEST_F(VskLoadTest, APair) {
 TEST_F(VskLoadTest, ARefusedFileRefusesThePairAndAMissingFirstFileWhateverItsKind) {
   images->CodeBuffer.fill(0x55);
   images->CodeMax = images->CodeBank0Max = 7;
-  for (const char* good : {"first.H01", "second.H00", "missing.H00"})
+  for (const char* good : {"first.H01", "second.H00", "missing.H00", "third.B00"})
     folder.Write(good, kData + kEnd);
+  std::filesystem::create_directory(folder / "third.B01");
   for (const char* bad : {"first.H00", "second.H01", "bad.hex"}) folder.Write(bad, "abc");
   const std::pair<const char*, const char*> rows[] = {
       {"first.H00", "first.H00"},
       {"second.H00", "second.H01"},
       {"missing.H00", "missing.H01: the file does not exist"},
+      {"third.B00", "it is a folder"},
       {"none.H00", "none.H00: the file does not exist"},
       {"none.B00", "not exist"},
       {"none.hex", "not exist"},
@@ -114,7 +116,7 @@ TEST_F(VskLoadTest, ARefusedFileRefusesThePairAndAMissingFirstFileWhateverItsKin
     EXPECT_EQ(images->CodeMax + images->CodeBank0Max, 14) << name;
     EXPECT_EQ(images->CodeBuffer[0x10], 0x55) << name;
   }
-  EXPECT_EQ(folder.Names().size(), 6U) << "none is created";
+  EXPECT_EQ(folder.Names().size(), 8U) << "none is created";
 }
 
 TEST_F(VskLoadTest, AModelsLastCellIsTheLastThatIsFilled) {
