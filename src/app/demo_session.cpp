@@ -17,6 +17,8 @@
 
 namespace {
 
+constexpr int kLongestDialog_ms = 20'000;  // the session answers its own within milliseconds
+
 QTextStream& Out() {
   static QTextStream out(stdout);
   return out;
@@ -154,8 +156,20 @@ void DemoSession::Plug(const QString& chip) {
 void DemoSession::Press(const char* window, const char* control) {
   auto* button = ByName<QAbstractButton>(window, control);
   Out() << window << ": press \"" << button->text() << '"' << Qt::endl;
+  QTimer unexpected;
+  unexpected.callOnTimeout([this] { RefuseDialog(); });
+  unexpected.start(kLongestDialog_ms);
   button->click();
   QApplication::processEvents();
+}
+
+/// Nobody answers a dialog that the session does not expect: it would wait for ever.
+void DemoSession::RefuseDialog() {
+  auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+  if (dialog == nullptr) return;
+  Check(false,
+        QStringLiteral("a dialog that nobody expects: ") + dialog->property("text").toString());
+  dialog->reject();
 }
 
 void DemoSession::Type(QWidget& window, const char* control, const char* text) {

@@ -28,6 +28,7 @@ class DemoSession {
   /// Plugs a chip in, with the "Simulated board" window's own control.
   void Plug(const QString& chip);
   void Press(const char* window, const char* control);
+  void RefuseDialog();
   /// Types into a box of a window.
   void Type(QWidget& window, const char* control, const char* text);
   /// Presses a button that opens an input box, and takes the answer that it offers.
