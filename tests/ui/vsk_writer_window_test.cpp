@@ -94,6 +94,10 @@ class VskWriterWindowTest : public WindowTest {
     kVskWriter.Press("Option5");
     QCOMPARE(kVskWriter.Text("Label2"), QStringLiteral("isp mode is not out"));
     QVERIFY(!kVskWriter.IsOn("Option5") && !kVskWriter.IsOn("Option4"));
+    desk_->board.faults.sdaStuckLow = false;
+    kVskWriter.Press("Option4");
+    kVskWriter.Press("Option5");
+    QVERIFY(kVskWriter.IsOn("Option5") && !kVskWriter.IsOn("Option4"));
   }
 
   void optionsChooseWhatRunDoesAndTheCloseBoxKeepsTheState() {
