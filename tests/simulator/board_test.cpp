@@ -28,7 +28,7 @@ TEST_F(BoardTest, RefusesWhatARealChipWouldNotTake) {
   bench->EnterIspMode();
   EXPECT_FALSE(Send(0x94, {0, 1})) << "data without a page";
   EXPECT_FALSE(Send(0x96, {0xA1, 0})) << "the second bank of a chip with one";
-  EXPECT_FALSE(Send(0x96, {0x77, 0})) << "an unknown command";
+  EXPECT_FALSE(Send(0x96, {0x77})) << "an unknown command";
   EXPECT_FALSE(Send(0x96, {0x68, 1})) << "erase all with a wrong argument";
   EXPECT_TRUE(Send(0x96, {0xA0, 0}));
   EXPECT_TRUE(Send(0x94, {0, 0x0F}));
