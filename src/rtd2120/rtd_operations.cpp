@@ -26,8 +26,6 @@ constexpr int kCrcRequest = 0x80;
 constexpr int kCrcRunning = 0x80;
 constexpr int kCrcDone = 0x40;
 
-constexpr std::uint32_t kLongestWait_ms = 10'000;
-
 std::string BankText(Bank bank) {
   return bank == Bank::First ? "Program BANK 1  " : "Program BANK 2  ";
 }
@@ -56,7 +54,7 @@ int RtdOperations::RtdCalcCrc(RtdView& view) {
   return crc;
 }
 
-/// Repeats `test` until it holds. False when it did not within 10 s of the tick counter.
+/// Repeats `test` until it holds. False when it did not within `kLongestWait_ms`.
 template <typename Test>
 bool RtdOperations::WaitUntil(Test test) {
   const std::uint32_t begin = ticks_.GetTickCount();

@@ -13,6 +13,9 @@
 
 namespace tongxun2120 {
 
+/// The bound of every wait here but that for a page, which is `RtdWaitBitsClear`'s.
+inline constexpr std::uint32_t kLongestWait_ms = 10'000;
+
 class RtdOperations {
  public:
   RtdOperations(RtdLink& link, TickCounter& ticks, RtdImages& images)
@@ -26,9 +29,9 @@ class RtdOperations {
   /// CRC-8 of the page data over 0..`RtdMaxAddr`.
   int RtdCalcCrc(RtdView& view);
   /// The chip's own CRC over the same range. Nothing when the chip did not answer, or stayed busy
-  /// for 10 s: a link error then stands in the status box.
+  /// for too long: a link error then stands in the status box.
   std::optional<int> RtdReadCrc(Bank bank, RtdView& view);
-  /// False when the chip stayed busy for 10 s: a link error then stands in the status box.
+  /// False when the chip stayed busy for too long: a link error then stands in the status box.
   bool RtdEraseChip(RtdView& view);
   /// Programs all pages of the bank. A page that does not finish ends it with a link error.
   void RtdProgramBank(Bank bank, RtdView& view);
