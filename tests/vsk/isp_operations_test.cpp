@@ -349,6 +349,9 @@ TEST_F(Vsk830Test, PageReadShowsTheChipsPage) {
   bench->writer.Run(view);
   EXPECT_EQ(view.data.substr(view.data.find('\n')), read.substr(read.find('\n')));
 
+  isp.DoPageRead(view);
+  EXPECT_THAT(Frames(), IsEmpty()) << "cancelled";
+
   bench->board.faults.unpluggedAfterFrame = 0;
   view.data = "as before";
   view.answers = {"03"};
