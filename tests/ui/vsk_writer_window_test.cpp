@@ -69,6 +69,22 @@ class VskWriterWindowTest : public WindowTest {
     QCOMPARE(kVskWriter.Find("Text3")->toolTip(), QString());
   }
 
+  void theFileDialogOffersThePairsFilesAndTheProgramsFolder() {
+    const QUrl folder =
+        QUrl::fromLocalFile(QString::fromStdString((desk_->folder / "program").string()));
+    QStringList filters;
+    bool offered = false;
+    AnswerDialog<QFileDialog>([&](QFileDialog& dialog) {
+      filters = dialog.nameFilters();
+      offered = dialog.sidebarUrls().contains(folder);
+      dialog.reject();
+    });
+    kLauncher.Press("Command2");
+    kVskWriter.Press("Command1");
+    QCOMPARE(filters.join('|'), QStringLiteral("H00file (*.H00)|B00file (*.B00)"));
+    QVERIFY(offered && !QFileDialog().sidebarUrls().contains(folder));  // other programs' too
+  }
+
   void tabAndArrowKeysInTheOptionGroups() {
     kVskWriter.Activate();
     const auto next = [](const char* from) {
