@@ -22,12 +22,12 @@ class LauncherTest : public WindowTest {
 
   void startUpState() {
     Tool& tool = desk_->tool;
-    tool.vskImages.CodeLoaded = true;
+    auto& writer = tool.vskWriter;
+    tool.vskImages.CodeLoaded = writer.LoadPageView = writer.ReadPageView = true;
     tool.timing.SpeedFactor = 9;
     desk_->folder.Write("config/chipport.log", std::string("\x02\x78"));
     Start();
     QVERIFY(kSecurity.Shown() == nullptr);
-    QCOMPARE(desk_->launcher->windowTitle(), QStringLiteral("Main"));
     QCOMPARE(tool.port.PortBase, 0x278);
     QCOMPARE(tool.port.DataShadow, std::int16_t{0x7F});
     QCOMPARE(tool.boards.CurrentBoard, std::int16_t{1});
@@ -35,7 +35,7 @@ class LauncherTest : public WindowTest {
     QCOMPARE(tool.frames.IspParams[3], std::int16_t{0xA5});
     QCOMPARE(tool.timing.SpeedFactor, std::int16_t{2});
     QCOMPARE(tool.timing.BitDelayCount, tool.timing.TickPollCount / 1000 * 2);
-    QVERIFY(!tool.vskImages.CodeLoaded);
+    QVERIFY(!tool.vskImages.CodeLoaded && !writer.LoadPageView && !writer.ReadPageView);
     QCOMPARE(tool.vskImages.CodeBuffer[65536], std::uint8_t{0xFF});
   }
 

@@ -3,25 +3,27 @@
 
 namespace {
 
-// Control=caption, joined by "|".
-constexpr const char* kMain = "Command1=VSK830V|Command2=VSK630V|Command3=RTD2120|Command4=EXIT";
+// The window's title, then Control=caption, joined by "|".
+constexpr const char* kMain =
+    "Main|Command1=VSK830V|Command2=VSK630V|Command3=RTD2120|Command4=EXIT";
 constexpr const char* kForm1 =
-    "Label1=Halvern Technology Inc|Label6=VSK830 AND VSK630 ISP TOOL V3.10|Command1=Load File|"
+    "quillon VSK830 And VSK630|Label1=Halvern Technology Inc|Label6=VSK830 AND VSK630 ISP TOOL "
+    "V3.10|Command1=Load File|"
     "Frame3=isp operate|Option6=Page Erase|Option7=Erase All|Option8=Program|Option9=Page Read|"
     "Option10=Page Load|Frame1=Select|Option1=VSK830|Option2=VSK630|Label7=MCU File|"
     "Label8=MaxAddress|checksum=CheckSum|Label9=S/W CRC|Label10=H/W CRC|Frame2=isp mode|"
     "Option4=go to isp mode|Option5=quit isp mode|Command4=Run|Label4=Isp Mode Status|"
     "Label5=Isp Operate Status";
 constexpr const char* kForm2 =
-    "Label1=Halvern VSK Isp Writer Program|Label2=Version V100|"
+    "Setting|Label1=Halvern VSK Isp Writer Program|Label2=Version V100|"
     "Label3=Halvern Technolog Information|Enter=Enter|Command1=Back|Speed=Speed Adjust|"
     "PortAddress=PortAddress:";
 constexpr const char* kForm3 =
-    "Label1=Security Check|Label2=Slave Address:|Label3=Nember Of Security Codes：|"
+    "Form3|Label1=Security Check|Label2=Slave Address:|Label3=Nember Of Security Codes：|"
     "Label4=First Security Code：|Label5=Second Security Code：|Label6=Third Security Code：|"
     "Label7=Fourth Security Code：|Command1=Check|Command2=Exit";
 constexpr const char* kRtd2120Write =
-    "Label1=File Name|Label2=Max Address|Label5=CheckSum|Label3=Load File|Com64K=64K|"
+    "RTD2120Write|Label1=File Name|Label2=Max Address|Label5=CheckSum|Label3=Load File|Com64K=64K|"
     "Com64_96K=64~96K|MainBank=Main|SecondBank=Second|BothBank=Both|AutoOp=Auto|EraseOp=Erase|"
     "Run=Run";
 
@@ -92,7 +94,9 @@ class LayoutTest : public WindowTest {
     QWidget* client = main != nullptr ? main->centralWidget() : window;
     QCOMPARE(client->size(), clientTwips / 15);
     QVERIFY(window->screen()->availableGeometry().contains(window->frameGeometry()));
-    for (const QString& pair : QString::fromUtf8(captions).split('|')) {
+    QStringList texts = QString::fromUtf8(captions).split('|');
+    QCOMPARE(window->windowTitle(), texts.takeFirst());
+    for (const QString& pair : texts) {
       auto* widget = named.Find(pair.section('=', 0, 0).toLatin1());
       const QString caption = pair.section('=', 1);
       const QVariant title = widget->property("title");
