@@ -8,10 +8,11 @@
 #include <functional>
 #include <string>
 
-/// Where one bus line sits in its port register.
+/// Where one bus line sits in its port register. Its polarity is that of the board file: a set bit
+/// of a line with `polarity` drives an output high, but means that SDA in is low.
 struct LineSpec {
   std::int32_t address = 0;  // register address as the board file gives it; stored only
-  bool polarity = false;     // true: direct; false: the line passes through an inverter
+  bool polarity = false;     // true: "+" in the board file, or anything but "-"
   std::int16_t mask = 0;     // the line's bit, 1..255; 0 for a line that the board file left open
 };
 

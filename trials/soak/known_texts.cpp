@@ -4,6 +4,8 @@
 #include <QRegularExpression>
 #include <QStringList>
 
+#include "vsk/vsk_model.h"
+
 namespace {
 
 QRegularExpression AnyOf(const QStringList& patterns) {
@@ -38,9 +40,13 @@ QRegularExpression WriteStatus() {
 
 QRegularExpression DataDisplay() {
   const QString kind = "(Load Hex File Code|Read Page Code)";
+  const QString line = "(000[0-9A-F]+    ([0-9A-F]{2} ){16}\n?)";
+  QStringList pages;
+  for (const VskModel& model : kVskModels) {
+    pages << line + QStringLiteral("{%1}").arg(model.pageBytes / 16);
+  }
   return AnyOf({"", " [0-9]+",
-                "this is (" + kNumber + ")  page \\(" + kind +
-                    "\\)\n(000[0-9A-F]+    ([0-9A-F]{2} ){16}\n?){16}"});
+                "this is (" + kNumber + ")  page \\(" + kind + "\\)\n(" + pages.join('|') + ")"});
 }
 
 QRegularExpression Dialog() {

@@ -49,6 +49,19 @@ std::string ParameterFile(const simulator::VskIdentity& identity) {
   return bytes;
 }
 
+const std::vector<simulator::SimulatedBoard::Choice>& Chips() {
+  static const auto chips = simulator::SimulatedBoard::Choices();
+  return chips;
+}
+
+/// The button or option of a visible window whose caption begins with the chip's name.
+QAbstractButton* ForChip(const char* window, const char* chip) {
+  for (auto* button : ShownWindow(window)->findChildren<QAbstractButton*>()) {
+    if (button->text().startsWith(QLatin1String(chip))) return button;
+  }
+  throw std::runtime_error(std::string(window) + " has nothing for " + chip);
+}
+
 }  // namespace
 
 void BoundedPort::Count() {
@@ -99,8 +112,13 @@ void Session::EndRun() {
   port_.BeginRun();
 }
 
-bool Session::Sound(simulator::ConnectedChip chip) const {
-  return board_.Connected() == chip && board_.faults == simulator::Faults{} &&
+std::size_t Session::Plugged() const {
+  const auto isPlugged = [this](const auto& choice) { return choice.chip == board_.Connected(); };
+  return static_cast<std::size_t>(std::ranges::find_if(Chips(), isPlugged) - Chips().begin());
+}
+
+bool Session::Sound(std::string_view chip) const {
+  return Chips()[Plugged()].name == chip && board_.faults == simulator::Faults{} &&
          tool_->port.PortBase == IicPort::kDefaultPortBase;
 }
 
@@ -110,19 +128,16 @@ void Session::EndFaults() {
 }
 
 void Session::OpenWriter() {
-  constexpr std::array kButtons{"Command1", "Command2", "Command3"};
   // Mostly the writer for the chip that is plugged in.
-  const auto plugged = static_cast<std::size_t>(board_.Connected());
-  const bool fitting = plugged > 0 && Pick(random_, 0, 5) != 0;
-  Click("Main", kButtons[fitting ? plugged - 1 : Pick(random_, 0, 2)]);
+  const bool fitting = Plugged() > 0 && Pick(random_, 0, 5) != 0;
+  const std::size_t chip = fitting ? Plugged() : Pick(random_, 1, Chips().size() - 1);
+  ForChip("Main", Chips()[chip].name)->click();
 }
 
 void Session::ChangeBoard() {
-  using simulator::ConnectedChip;
-  const std::size_t chip = Pick(random_, 0, 12);
-  const auto plugged = chip == 0 ? ConnectedChip::None : static_cast<ConnectedChip>(1 + chip % 3);
+  const std::size_t pick = Pick(random_, 0, 12);
   EndFaults();
-  board_.Connect(plugged);
+  board_.Connect(Chips()[pick == 0 ? 0 : 1 + pick % (Chips().size() - 1)].chip);
   OpenWriter();
 }
 
@@ -142,7 +157,7 @@ void Session::Settings() {
 
 void Session::Load(const char* window, const char* button) {
   const bool rtd = window != std::string("Form1");
-  const bool pair = !rtd && tool_->isp.ChipSelect == VskChip::Vsk630;
+  const bool pair = !rtd && tool_->isp.Model().banks.size() > 1;
   const bool cancel = Pick(random_, 0, 19) == 0;
   robot_.file =
       cancel ? QString() : QString::fromStdString(RandomFile(random_, folder_, pair, rtd));
@@ -154,10 +169,8 @@ void Session::ProgramVsk() {
   Click("Form1", "Option4");
   const auto size = static_cast<std::size_t>(std::max(tool_->vskImages.CodeMax, 0));
   if (Pick(random_, 0, 2) != 0) AddFaults(random_, 8 + size / 128, size, 4, board_);
-  using simulator::ConnectedChip;
-  const bool one = tool_->isp.ChipSelect == VskChip::Vsk830;
-  const bool sound = Sound(one ? ConnectedChip::Vsk830 : ConnectedChip::Vsk630) &&
-                     tool_->isp.IspModeOn && board_.Chip()->InIspMode() && ImageFits(*tool_);
+  const bool sound = Sound(tool_->isp.Model().name) && tool_->isp.IspModeOn &&
+                     board_.Chip()->InIspMode() && ImageFits(*tool_);
   BeginRun();
   if (Pick(random_, 0, 3) == 0) {
     ByName<QAction>("Form1", "Program")->trigger();
@@ -193,7 +206,7 @@ void Session::OtherVskStep() {
       Click("Form1", "Option5");
       break;
     case 2:
-      Click("Form1", Pick(random_, 0, 1) == 0 ? "Option1" : "Option2");
+      ForChip("Form1", kVskModels[Pick(random_, 0, kVskModels.size() - 1)].name)->click();
       break;
     case 3:
       ByName<QAction>("Form1", "Blank_Entire")->trigger();
@@ -212,7 +225,7 @@ void Session::RunRtd() {
   // Bank 2 is erased together with bank 1 only.
   const bool erases = tool_->rtdWriter.BankMode != tongxun2120::RtdBankMode::Second &&
                       tool_->rtdImages.Bank1Loaded && tool_->rtdImages.Bank1Max <= 0xFFFF;
-  const bool sound = erases && Sound(simulator::ConnectedChip::Rtd2120);
+  const bool sound = erases && Sound("RTD2120");
   BeginRun();
   Click("RTD2120Write", "Run");
   EndRun();

@@ -54,8 +54,10 @@ class Session {
   void EndFaults();
   void BeginRun();
   void EndRun();
-  /// Whether the tool reaches this chip, and nothing ails it.
-  bool Sound(simulator::ConnectedChip chip) const;
+  /// The place of the chip that is plugged in among those that can be; 0 when there is none.
+  std::size_t Plugged() const;
+  /// Whether the tool reaches the chip of this name, and nothing ails it.
+  bool Sound(std::string_view chip) const;
 
   // The writer windows.
   void Load(const char* window, const char* button);

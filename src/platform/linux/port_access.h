@@ -56,4 +56,4 @@ TakenPort TakePpdev(PortSystem& system, std::uint32_t base);
 TakenPort TakeIoPorts(PortSystem& system, std::uint32_t base);
 
 /// In the order in which they are tried.
-inline constexpr std::array<PortWay, 2> kPortWays{TakePpdev, TakeIoPorts};
+inline constexpr std::array kPortWays{TakePpdev, TakeIoPorts};
