@@ -62,10 +62,13 @@ bool NoDriverBehindNode(PortFault fault) {
 std::string HowToJoin(const std::string& group) {
   const std::string rule =
       "install the udev rule 70-isp-writer-ppdev.rules that comes with this program";
+  const std::string toGetIt = "To get the permission, ";
+  if (group.empty()) return toGetIt + rule + ".";
+  const std::string owner = "It belongs to the group \"" + group + "\". " + toGetIt;
   // Whoever is in group root may do far more than use this port.
-  if (group.empty() || group == "root") return "To get the permission, " + rule + ".";
-  return "To get the permission, join the group and log in again:\n    sudo usermod -aG " + group +
-         " $USER\nor " + rule + ".";
+  if (group == "root") return owner + rule + ".";
+  return owner + "join the group and log in again:\n    sudo usermod -aG " + group + " $USER\nor " +
+         rule + ".";
 }
 
 }  // namespace
@@ -100,8 +103,8 @@ std::string NodeNotOpened(const KnownPort& port, PortFault fault, const std::str
            "). A container, or kernel lockdown under Secure Boot, does so." + kUntilThen;
   }
   if (IsRefusal(fault)) {
-    return "No permission to open " + Named(port) + ". It belongs to the group \"" + group +
-           "\". " + HowToJoin(group) + " " + kThenRestart + kUntilThen;
+    return "No permission to open " + Named(port) + ". " + HowToJoin(group) + " " + kThenRestart +
+           kUntilThen;
   }
   return Named(port) + " cannot be opened (" + Reason(fault) + ")." + kUntilThen;
 }

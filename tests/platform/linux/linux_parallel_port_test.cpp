@@ -144,6 +144,7 @@ void Prepare(const Machine& machine, FakeKernel& kernel) {
   kernel.folders["/proc/sys/dev/parport/parport0/devices"] = {"active", "ppdev1", "lp"};
   kernel.texts["/sys/kernel/security/lockdown"] = "none [integrity] confidentiality\n";
   if (is("group root")) kernel.group = "root";
+  if (is("group unknown")) kernel.group = "";
   kernel.root = is("as root");
   if (is("empty bus")) kernel.registers.fill(0xFF);
   if (is("but control")) kernel.registers[2] = 0x0C;
@@ -171,6 +172,7 @@ TEST(LinuxPortWays, ThePortIsReachedOrTheOperatorIsTold) {
       {"", noDirect(EACCES),
        "No permission|" + kNode + "|" + group + "rule 70-isp-writer-ppdev.rules"},
       {"group root", noDirect(EACCES), "\"root\". To get the permission, install the"},
+      {"group unknown", noDirect(EACCES), kNode + ". To get the permission, install the"},
       {"as root", noDirect(EPERM), kNode + " is refused even to root|lockdown"},
       {"held", {}, held + "lp."},
       {"idle driver, holder unknown", {}, held + "ppdev1, lp."},  // a shared claim would succeed
