@@ -115,7 +115,7 @@ std::string RunningKernel::GroupOf(const std::string& path) {
   struct stat node {};
   if (stat(path.c_str(), &node) != 0) return {};
   const group* owner = getgrgid(node.st_gid);
-  return owner != nullptr ? owner->gr_name : std::to_string(node.st_gid);
+  return owner != nullptr ? owner->gr_name : "";
 }
 
 }  // namespace

@@ -20,7 +20,8 @@ std::string NoSuchPort(std::uint32_t base, const std::vector<KnownPort>& known, 
 std::string DirectAccessRefusedToRoot(std::uint32_t base, const std::vector<KnownPort>& known,
                                       const std::string& lockdown);
 
-/// The node of a port that the kernel knows could not be opened. `group`: the node's group.
+/// The node of a port that the kernel knows could not be opened. `group`: the node's group, empty
+/// when it is not known.
 std::string NodeNotOpened(const KnownPort& port, PortFault fault, const std::string& group,
                           bool isRoot);
 

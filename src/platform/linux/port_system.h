@@ -34,7 +34,8 @@ class PortSystem {
   virtual std::string ReadText(const std::string& path) = 0;
   /// The names in a folder, sorted; none when it cannot be read.
   virtual std::vector<std::string> ListFolder(const std::string& path) = 0;
-  /// The group that owns a file, its number when it has no name; empty when there is no such file.
+  /// The group that owns a file; empty when it has no name, or when there is no such file. Nobody
+  /// can be made a member of a group without a name.
   virtual std::string GroupOf(const std::string& path) = 0;
   virtual bool IsRoot() = 0;
 };

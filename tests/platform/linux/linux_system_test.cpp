@@ -5,6 +5,7 @@
 #include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <sys/time.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <cmath>
@@ -49,6 +50,12 @@ TEST(LinuxPortSystem, ReadsTextsFoldersAndGroups) {
     folder.Write(name, "");
   EXPECT_THAT(system->ListFolder(folder.Path()), ElementsAre("default", "parport0", "parport1"));
   EXPECT_THAT(system->ListFolder(folder / "none"), ElementsAre());
+
+  constexpr gid_t kNameless = 3'999'999'999;
+  const std::string given = folder.Write("given", "");
+  if (chown(given.c_str(), geteuid(), kNameless) == 0) {  // root only
+    EXPECT_EQ(system->GroupOf(given), "");
+  }
 }
 
 TEST(LinuxFiles, DevicesAreNotRead) {
