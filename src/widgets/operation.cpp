@@ -4,12 +4,22 @@
 #include <QApplication>
 #include <QEvent>
 #include <QPointer>
+#include <QWindow>
 #include <utility>
 
 namespace {
 
-/// Windows that will be asked again once the thread is free: none may go within an operation.
+/// What will be asked again once the thread is free: no window may go within an operation. The
+/// window system asks the `QWindow`, the program itself the widget.
 QList<QPointer<QObject>> askedToClose;
+
+void CloseLater(const QPointer<QObject>& asked) {
+  const auto close = [asked] {
+    if (auto* window = qobject_cast<QWindow*>(asked)) window->close();
+    if (auto* widget = qobject_cast<QWidget*>(asked)) widget->close();
+  };
+  QMetaObject::invokeMethod(qApp, close, Qt::QueuedConnection);
+}
 
 /// Swallows what the operator did, and keeps close requests. Releases pass, so that nothing stays
 /// pressed. Timers wait: one that repeats a pressed control must see the release first.
@@ -47,7 +57,7 @@ class InputSink final : public QObject {
     }
   }
 
-  /// The windows that were asked to close.
+  /// What was asked to close.
   const QList<QPointer<QObject>>& Closing() const { return closing_; }
 
  private:
@@ -84,9 +94,7 @@ Operation::~Operation() {
   if (depth_ == 1) {
     DiscardInput();
     QApplication::restoreOverrideCursor();
-    for (const auto& window : std::exchange(askedToClose, {})) {
-      if (window) QMetaObject::invokeMethod(window, "close", Qt::QueuedConnection);
-    }
+    for (const auto& asked : std::exchange(askedToClose, {})) CloseLater(asked);
   }
   --depth_;
 }

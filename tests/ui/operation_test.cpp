@@ -1,4 +1,6 @@
 // What the operator does in any window while an operation holds the thread.
+#include <qpa/qwindowsysteminterface.h>
+
 #include <QAbstractEventDispatcher>
 
 #include "ui/window_test.h"
@@ -112,12 +114,42 @@ class OperationTest : public WindowTest {
     QVERIFY(!option->isDown());
   }
 
+  /// The window system asks the native window; the program itself asks the widget.
   void aCloseRequestIsCarriedOut() {
-    QWidget* writer = kRtdWriter.Shown();
-    bus_.hook = [writer] { QCoreApplication::postEvent(writer, new QCloseEvent); };
-    Run();
-    QVERIFY(!writer->isEnabled());
-    QCOMPARE(desk_->launcher->WriterState, OpenWriter::None);
+    for (const bool byWindowSystem : {true, false}) {
+      init();
+      QWidget* writer = kRtdWriter.Shown();
+      bus_.hook = [=] {
+        if (!byWindowSystem) return QCoreApplication::postEvent(writer, new QCloseEvent);
+        QWindowSystemInterface::handleCloseEvent(writer->windowHandle());
+      };
+      QCOMPARE(Run(), oneRun_);
+      QVERIFY(!writer->isEnabled() && !writer->isVisible());
+      QCOMPARE(desk_->launcher->WriterState, OpenWriter::None);
+    }
+  }
+
+  void whatIsThrownInAHandlerIsTold() {
+    const std::pair<std::function<void()>, QString> faults[] = {
+        {[] { throw std::runtime_error("no more memory"); }, QStringLiteral("no more memory|")},
+        {[] { throw 1; }, QStringLiteral("unknown error|")}};
+    for (const auto& [fault, text] : faults) {
+      QString said;
+      ConfirmMessage(said);
+      bus_.hook = fault;
+      kRtdWriter.Press("Run");
+      QCOMPARE(said, text);
+      QCOMPARE(Run(), oneRun_);  // the program goes on
+    }
+  }
+
+  void aCloseRequestToTheLauncherEndsTheProgram() {
+    bus_.hook = [this] {
+      QWindowSystemInterface::handleCloseEvent(desk_->launcher->windowHandle());
+    };
+    QTimer::singleShot(0, this, [this] { kRtdWriter.Press("Run"); });
+    QTimer::singleShot(20000, qApp, [] { QCoreApplication::exit(1); });
+    QCOMPARE(QCoreApplication::exec(), 0);
   }
 
   void theEndOfTheSessionEndsTheProgram() {
