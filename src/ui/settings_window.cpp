@@ -40,7 +40,7 @@ Form2::Form2(IicPort& port, PortAddressFile& portAddress, tongxun::BusTiming& ti
   CreateSpeed();
   Connect();
   slider_->setValue(timing_.SpeedFactor);
-  speedFactor_->setText(QString::number(slider_->value()));
+  ShowSpeedFactor(slider_->value());
   ShowPortAddress();
   portAddressBox_->setFocus();
 }
@@ -77,6 +77,7 @@ void Form2::CreateSpeed() {
   slider_->setAccessibleName(caption);
   slider_->setRange(kFastest, kSlowest);
   slider_->setPageStep(1);
+  slider_->setTracking(false);  // a drag counts where it is let go
   slider_->setValue(kInitialSpeed);
   Place(slider_, {360, 4920, 3975, 255});
 }
@@ -85,6 +86,7 @@ void Form2::Connect() {
   connect(enterButton_, &QPushButton::clicked, this, Asked(this, &Form2::Enter_Click));
   connect(backButton_, &QPushButton::clicked, this, Asked(this, &Form2::Command1_Click));
   connect(slider_, &QSlider::valueChanged, this, Guarded(this, &Form2::HScroll1_Change));
+  connect(slider_, &QSlider::sliderMoved, this, &Form2::ShowSpeedFactor);
   const auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
   connect(escape, &QShortcut::activated, this, Guarded(this, &Form2::Command1_Click));
   portAddressBox_->installEventFilter(this);
@@ -101,9 +103,13 @@ void Form2::Text3_KeyUp() { ApplyPortAddress(); }
 void Form2::HScroll1_Change() {
   const Operation operation;
   const int speedFactor = slider_->value();
-  speedFactor_->setText(QString::number(speedFactor));
+  ShowSpeedFactor(speedFactor);
   timing_.SpeedFactor = static_cast<std::int16_t>(speedFactor);
   timing_.CalibrateSpeed();
+}
+
+void Form2::ShowSpeedFactor(int speedFactor) {
+  speedFactor_->setText(QString::number(speedFactor));
 }
 
 void Form2::ShowPortAddress() { portAddressBox_->setText(TextOf(HexText(port_.PortBase))); }

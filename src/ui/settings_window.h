@@ -37,6 +37,7 @@ class Form2 final : public QWidget {
   /// Takes over and saves the address in the text box. False when it is no address.
   bool ApplyPortAddress();
   void ShowPortAddress();
+  void ShowSpeedFactor(int speedFactor);
 
   IicPort& port_;
   PortAddressFile& portAddress_;

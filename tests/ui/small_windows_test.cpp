@@ -1,4 +1,6 @@
 // The Settings window, with the port address and the bus speed, and the Security Check window.
+#include <qpa/qwindowsysteminterface.h>
+
 #include "ui/window_test.h"
 
 class SmallWindowsTest : public WindowTest {
@@ -27,6 +29,41 @@ class SmallWindowsTest : public WindowTest {
     timing.SpeedFactor = 5;
     kVskWriter.Choose("about");
     QCOMPARE(calibrations, 2);  // the slider's own initial value
+    timing.Calibrated = nullptr;
+  }
+
+  void aDragOfTheSliderCountsWhereItIsLetGo() {
+    auto& timing = desk_->tool.timing;
+    kVskWriter.Choose("about");
+    int calibrations = 0;
+    timing.Calibrated = [&calibrations](std::int32_t) { ++calibrations; };
+    auto* slider = kSettings.Find<QSlider>("HScroll1");
+    QWindow* window = kSettings.Shown()->windowHandle();
+    const auto at = [slider](int value) {
+      QStyleOptionSlider option;
+      option.initFrom(slider);
+      option.minimum = slider->minimum();
+      option.maximum = slider->maximum();
+      option.sliderPosition = value;
+      const QRect handle = slider->style()->subControlRect(QStyle::CC_Slider, &option,
+                                                           QStyle::SC_SliderHandle, slider);
+      return slider->mapTo(slider->window(), handle.center());
+    };
+    QTest::mousePress(window, Qt::LeftButton, {}, at(2));
+    for (int value = 3; value <= 9; ++value) QTest::mouseMove(window, at(value));
+    QCOMPARE(kSettings.Text("Text2"), QStringLiteral("9"));
+    QCOMPARE(calibrations, 0);
+    QTest::mouseRelease(window, Qt::LeftButton, {}, at(9));
+    QCOMPARE(slider->value(), 9);
+    QCOMPARE(timing.SpeedFactor, std::int16_t{9});
+    QCOMPARE(calibrations, 1);
+    QTest::mouseClick(window, Qt::LeftButton, {}, at(1));  // beside the handle: a step
+    QCOMPARE(kSettings.Text("Text2"), QStringLiteral("8"));
+    QWindowSystemInterface::handleWheelEvent(window, at(8), window->mapToGlobal(at(8)), {},
+                                             {0, 120});
+    QApplication::processEvents();
+    QCOMPARE(calibrations, 3);
+    QCOMPARE(timing.SpeedFactor, static_cast<std::int16_t>(slider->value()));
     timing.Calibrated = nullptr;
   }
 
@@ -70,6 +107,7 @@ class SmallWindowsTest : public WindowTest {
 
   void aWrongCountIsSaidAndLeavesNoFile() {
     OpenSecurityCheck({"94", "05", "5a"});
+    QTRY_VERIFY(kSecurity.Shown()->isActiveWindow());  // not the launcher
     QString said;
     ConfirmMessage(said);
     kSecurity.Press("Command1");
@@ -115,6 +153,7 @@ class SmallWindowsTest : public WindowTest {
     Start();
     for (int i = 0; i < texts.size(); ++i) {
       const QByteArray box = "Text" + QByteArray::number(i + 1);
+      if (i == 0) QCOMPARE(kSecurity.Shown()->focusWidget(), kSecurity.Find("Text1"));
       QTest::keyClicks(kSecurity.Find(box.constData()), texts[i]);
     }
   }
