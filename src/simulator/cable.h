@@ -1,5 +1,6 @@
 // The simulated ISP cable: a parallel port whose register bits are wired to SDA and SCL through the
-// same kind of board row that the line driver uses.
+// same kind of board row that the line driver uses. It hangs on the port that is in use, whatever
+// its address.
 #pragma once
 
 #include <cstdint>
@@ -21,14 +22,15 @@ class LevelListener {
 
 class Cable final : public PortIo {
  public:
-  Cable(const IspBoard& wiring, std::uint32_t portBase, const Faults& faults, WireDecoder& wire)
-      : wiring_(wiring), portBase_(portBase), faults_(faults), wire_(wire) {}
+  Cable(const IspBoard& wiring, const Faults& faults, WireDecoder& wire)
+      : wiring_(wiring), faults_(faults), wire_(wire) {}
 
   void ListenTo(LevelListener* listener) { listener_ = listener; }
 
   /// Writes and reads of any port since the start.
   std::uint64_t Accesses() const { return accesses_; }
 
+  void UsePort(std::uint32_t base) override { portBase_ = base; }
   void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) override;
   std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t port) override;
 
@@ -37,7 +39,7 @@ class Cable final : public PortIo {
   bool Sda() const { return masterSda_ && !wire_.PullsSdaLow() && !faults_.sdaStuckLow; }
 
   const IspBoard wiring_;
-  const std::uint32_t portBase_;
+  std::uint32_t portBase_ = 0;
   const Faults& faults_;
   WireDecoder& wire_;
   LevelListener* listener_ = nullptr;

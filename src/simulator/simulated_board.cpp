@@ -11,12 +11,11 @@ std::deque<VskChip> AllVskChips(const VskIdentity& identity, const Faults& fault
 
 }  // namespace
 
-SimulatedBoard::SimulatedBoard(const IspBoard& wiring, std::uint32_t portBase,
-                               const VskIdentity& vskIdentity)
+SimulatedBoard::SimulatedBoard(const IspBoard& wiring, const VskIdentity& vskIdentity)
     : vskChips(AllVskChips(vskIdentity, faults)),
       rtd2120(faults),
       wire(faults),
-      cable(wiring, portBase, faults, wire) {}
+      cable(wiring, faults, wire) {}
 
 SimulatedChip* SimulatedBoard::Chip() {
   if (connected_ == ConnectedChip::Rtd2120) return &rtd2120;

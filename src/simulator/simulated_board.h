@@ -18,10 +18,8 @@ namespace simulator {
 
 class SimulatedBoard {
  public:
-  /// `wiring`: how the cable's bits carry the lines; `portBase`: where its port is.
-  explicit SimulatedBoard(const IspBoard& wiring,
-                          std::uint32_t portBase = IicPort::kDefaultPortBase,
-                          const VskIdentity& vskIdentity = {});
+  /// `wiring`: how the cable's bits carry the lines.
+  explicit SimulatedBoard(const IspBoard& wiring, const VskIdentity& vskIdentity = {});
   SimulatedBoard(const SimulatedBoard&) = delete;
   SimulatedBoard& operator=(const SimulatedBoard&) = delete;
 

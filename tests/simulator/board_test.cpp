@@ -24,6 +24,15 @@ TEST_F(BoardTest, SilentUntilAllCodesCameInOrder) {
   EXPECT_FALSE(Send(0x5A, {0xA5})) << "only A and C are answered in ISP mode";
 }
 
+TEST_F(BoardTest, AnswersOnThePortThatIsInUse) {
+  for (const std::int32_t base : {0x278, 0x37A, 0xD000}) {
+    bench = std::make_unique<VskBench>();
+    bench->port.PortBase = base;
+    bench->EnterIspMode();
+    EXPECT_TRUE(bench->board.vsk830.InIspMode()) << base;
+  }
+}
+
 TEST_F(BoardTest, RefusesWhatARealChipWouldNotTake) {
   bench->EnterIspMode();
   EXPECT_FALSE(Send(0x94, {0, 1})) << "data without a page";

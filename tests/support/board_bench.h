@@ -25,7 +25,7 @@ inline IspBoard Wiring(bool sdaOut = false, bool sdaIn = true, bool sclOut = fal
 struct BoardBench {
   BoardBench(const IspBoard& wiring, const simulator::VskIdentity& identity,
              simulator::ConnectedChip chip)
-      : board(wiring, IicPort::kDefaultPortBase, identity) {
+      : board(wiring, identity) {
     board.Connect(chip);
     board.wire.ListenTo(&log);
     boards.BoardTable[0] = wiring;
