@@ -3,7 +3,7 @@
 #include "startup/shown.h"
 #include "tool/tool.h"
 #include "ui/launcher.h"
-#include "widgets/controls.h"
+#include "widgets/application_style.h"
 #include "widgets/problem_box.h"
 
 namespace {

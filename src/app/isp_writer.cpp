@@ -10,7 +10,7 @@
 #include "platform/files.h"
 #include "tool/tool.h"
 #include "ui/launcher.h"
-#include "widgets/controls.h"
+#include "widgets/application_style.h"
 #include "widgets/problem_box.h"
 
 namespace {

@@ -13,7 +13,7 @@
 #include "simulator_window/board_window.h"
 #include "tool/tool.h"
 #include "ui/launcher.h"
-#include "widgets/controls.h"
+#include "widgets/application_style.h"
 #include "widgets/problem_box.h"
 
 int main(int argc, char** argv) {

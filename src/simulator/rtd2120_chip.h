@@ -27,6 +27,7 @@ class Rtd2120Chip final : public SimulatedChip {
   explicit Rtd2120Chip(const Faults& faults);
 
   bool InIspMode() const override { return ispMode_; }
+  int FirstBankNumber() const override { return 1; }
   int Banks() const override { return static_cast<int>(banks_.size()); }
   const Flash& Bank(int bank) const override { return banks_[static_cast<std::size_t>(bank)]; }
   std::string EntryText() const override { return "address 94, registers 90 and 36"; }

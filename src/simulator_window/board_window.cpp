@@ -3,18 +3,17 @@
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QScreen>
 #include <QVBoxLayout>
 
 #include "widgets/guarded.h"
+#include "widgets/screen_space.h"
 
 namespace simulator {
 namespace {
 
 constexpr int kRefresh_ms = 250;
-constexpr int kGap = 24;                       // between the launcher and this window
-constexpr QSize kWantedSize(570, 600);         // where the screen allows it
-constexpr QMargins kWindowFrame(8, 36, 8, 8);  // what a window manager draws around, at most
+constexpr int kGap = 24;                // between two facts in one row
+constexpr QSize kWantedSize(570, 600);  // where the screen allows it
 
 QLabel* LiveLabel(const char* name, const QString& description) {
   auto* label = new QLabel;
@@ -43,7 +42,13 @@ BoardWindow::BoardWindow(SimulatedBoard& board) : board_(board) {
   setObjectName(QStringLiteral("SimulatedBoard"));
   setWindowTitle(QStringLiteral("Simulated board"));
   setAttribute(Qt::WA_ShowWithoutActivating);
-  auto* rows = new QVBoxLayout(this);
+  auto* content = new QWidget;
+  QScrollArea* scroll = Scrolled(content);
+  scroll->setWidgetResizable(true);
+  auto* whole = new QVBoxLayout(this);
+  whole->setContentsMargins({});
+  whole->addWidget(scroll);
+  auto* rows = new QVBoxLayout(content);
   rows->setContentsMargins(8, 6, 8, 6);
   rows->setSpacing(4);
   rows->addWidget(CreateState());
@@ -62,19 +67,10 @@ BoardWindow::BoardWindow(SimulatedBoard& board) : board_(board) {
 BoardWindow::~BoardWindow() { board_.wire.ListenTo(nullptr); }
 
 void BoardWindow::ShowBeside(QWidget& launcher) {
-  const QRect place = launcher.screen()->availableGeometry().marginsRemoved(kWindowFrame);
-  resize(kWantedSize.boundedTo(place.size()));
-  const QPoint wanted = launcher.geometry().topRight() + QPoint(kGap, 0);
-  const int left = std::max(place.left(), std::min(wanted.x(), place.right() + 1 - width()));
-  const int top = std::max(place.top(), std::min(wanted.y(), place.bottom() + 1 - height()));
-  move(left - kWindowFrame.left(), top - kWindowFrame.top());
+  resize(kWantedSize.boundedTo(SpaceBeside(launcher)));
+  PlaceBeside(*this, launcher);
   show();
-  if (left < wanted.x()) {
-    const int room = left - kGap - launcher.width();
-    launcher.move(std::max(place.left(), room), launcher.y());
-  }
   launcher.raise();
-  launcher.activateWindow();
 }
 
 void BoardWindow::closeEvent(QCloseEvent* event) {
@@ -90,7 +86,6 @@ QLayout* BoardWindow::CreateChipRow() {
     chip_->addItem(QLatin1String(choice.name), static_cast<int>(choice.chip));
   }
   chip_->setCurrentIndex(chip_->findData(static_cast<int>(board_.Connected())));
-  chip_->setAccessibleName(QStringLiteral("Connected chip"));
   connect(chip_, &QComboBox::currentIndexChanged, this, Guarded(this, [this] {
             board_.Connect(static_cast<ConnectedChip>(chip_->currentData().toInt()));
             ShowChip();
@@ -112,6 +107,7 @@ QWidget* BoardWindow::CreateState() {
   auto* rows = new QFormLayout(state);
   rows->setContentsMargins(8, 4, 8, 4);
   rows->addRow(QStringLiteral("Connected chip"), CreateChipRow());
+  qobject_cast<QLabel*>(rows->itemAt(0, QFormLayout::LabelRole)->widget())->setBuddy(chip_);
   rows->addRow(QStringLiteral("ISP entry"),
                identity_ = LiveLabel("Identity", QStringLiteral("ISP entry")));
   auto* seen = new QHBoxLayout;
@@ -131,8 +127,10 @@ void BoardWindow::ShowChip() {
   for (int bank = 0; chip != nullptr && bank < chip->Banks(); ++bank) {
     auto* view = new FlashView(chip->Bank(bank));
     view->setObjectName(QStringLiteral("Flash%1").arg(bank));
-    flashes_->addTab(view, chip->Banks() == 1 ? QStringLiteral("Flash")
-                                              : QStringLiteral("Flash bank %1").arg(bank));
+    flashes_->addTab(view,
+                     chip->Banks() == 1
+                         ? QStringLiteral("Flash")
+                         : QStringLiteral("Flash bank %1").arg(chip->FirstBankNumber() + bank));
     flashViews_.push_back(view);
   }
   powerCycle_->setEnabled(chip != nullptr);

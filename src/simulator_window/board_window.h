@@ -34,8 +34,8 @@ class BoardWindow final : public QWidget {
   explicit BoardWindow(SimulatedBoard& board);
   ~BoardWindow() override;
 
-  /// Opens wholly inside the screen, to the right of `launcher`, which keeps the focus. On a narrow
-  /// screen the launcher makes room.
+  /// Opens wholly inside the screen, to the right of `launcher`, without taking the focus. On a
+  /// narrow screen the launcher makes room, and on a small one this window scrolls.
   void ShowBeside(QWidget& launcher);
 
   /// Brings the window up to date with the board.

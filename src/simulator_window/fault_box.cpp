@@ -55,6 +55,7 @@ QCheckBox* FaultBox::AddSwitch(QLayout* row, const char* name, const char* capti
 QSpinBox* FaultBox::AddNumber(QLayout* row, QSpinBox* number, const char* caption, int least,
                               int most) {
   number->setRange(least, most);
+  number->setLocale(QLocale::c());  // the digits 0 to 9, as everywhere in the windows
   number->setObjectName(QLatin1String(caption));
   number->setAccessibleName(QLatin1String(caption));
   row->addWidget(new QLabel(QLatin1String(caption)));
@@ -78,7 +79,7 @@ void FaultBox::ShowChip() {
   }
   bank_->setEnabled(plugged && chip->Banks() > 1);
   if (!plugged) return;
-  bank_->setMaximum(chip->Banks() - 1);
+  bank_->setRange(chip->FirstBankNumber(), chip->FirstBankNumber() + chip->Banks() - 1);
   address_->setMaximum(static_cast<int>(chip->Bank(0).Cells().size()) - 1);
 }
 
@@ -109,9 +110,10 @@ void FaultBox::ApplyRefused() {
 
 void FaultBox::ApplyFlipped() {
   board_.faults.flippedBit.reset();
-  if (!flipped_->isChecked()) return;
-  board_.faults.flippedBit = {bank_->value(), static_cast<std::uint32_t>(address_->value()),
-                              bit_->value()};
+  const SimulatedChip* chip = board_.Chip();
+  if (!flipped_->isChecked() || chip == nullptr) return;
+  board_.faults.flippedBit = {bank_->value() - chip->FirstBankNumber(),
+                              static_cast<std::uint32_t>(address_->value()), bit_->value()};
 }
 
 void FaultBox::ApplyBusy() { board_.faults.busyForEver = busy_->isChecked(); }

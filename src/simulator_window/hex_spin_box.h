@@ -7,7 +7,10 @@ namespace simulator {
 
 class HexSpinBox final : public QSpinBox {
  public:
-  HexSpinBox() { setDisplayIntegerBase(16); }
+  HexSpinBox() {
+    setDisplayIntegerBase(16);
+    setLocale(QLocale::c());
+  }
 
  protected:
   QString textFromValue(int value) const override {

@@ -3,8 +3,10 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QScreen>
+#include <QShortcut>
 
 #include "platform/files.h"
+#include "ui/manual.h"
 #include "vsk/entry_parameters.h"
 #include "widgets/controls.h"
 #include "widgets/guarded.h"
@@ -61,6 +63,9 @@ void Main::Connect() {
   }
   onClick(rtdButton_, &Main::Command3_Click);
   onClick(exitButton_, &Main::Command4_Click);
+  auto* help = new QShortcut(QKeySequence(Qt::Key_F1), this);
+  help->setContext(Qt::ApplicationShortcut);  // in every window
+  connect(help, &QShortcut::activated, this, Asked(this, &Main::ShowManualPage));
   tool_.timing.Calibrated = [this](std::int32_t tickPollCount) {
     if (form1_) form1_->ShowCalibration(tickPollCount);
   };
@@ -111,19 +116,10 @@ void Main::check_file() {
   EnsureFile(path);
   if (ReadFile(path, 1).bytes.empty()) {
     form3_ = std::make_unique<Form3>(path);
-    ShowBeside(*form3_);
+    PlaceBeside(*form3_, *this);
+    form3_->show();
   }
   fileop::ReadSecurityFile(path, tool_.frames.IspParams);
-}
-
-/// On a narrow screen the launcher makes room.
-void Main::ShowBeside(QWidget& window) {
-  constexpr int kGap = 24;
-  window.move(geometry().topRight() + QPoint(kGap, 0));
-  MoveInsideScreen(window);
-  const int room = window.x() - kGap - width();
-  if (x() > room) move(std::max(ScreenSpace(*this).left(), room), y());
-  window.show();
 }
 
 void Main::CreateForm1() {
@@ -166,6 +162,14 @@ void Main::ShowSettings() {
   form2_->show();
   form2_->raise();
   form2_->activateWindow();
+}
+
+void Main::ShowManualPage() { ShowManual(QApplication::activeWindow(), tool_.directories); }
+
+/// The first thing to do at a first start is to enter the security codes.
+void Main::showEvent(QShowEvent*) {
+  if (form3_)
+    QMetaObject::invokeMethod(form3_.get(), &QWidget::activateWindow, Qt::QueuedConnection);
 }
 
 void Main::closeEvent(QCloseEvent* event) {

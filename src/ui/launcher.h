@@ -24,6 +24,7 @@ class Main final : public QWidget {
   OpenWriter WriterState = OpenWriter::None;
 
  protected:
+  void showEvent(QShowEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
 
  private:
@@ -46,10 +47,10 @@ class Main final : public QWidget {
   void Init830And630();
   void InitRTD2120();
   void check_file();
-  void ShowBeside(QWidget& window);
   void CreateForm1();
   void OpenVskWriter(VskChip chip);
   void ShowSettings();
+  void ShowManualPage();
 
   Tool& tool_;
   FilePlaces places_;

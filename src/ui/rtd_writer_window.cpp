@@ -4,9 +4,14 @@
 #include <QScrollBar>
 
 #include "ui/run_picture.h"
-#include "widgets/live_text.h"
 
 using namespace tongxun2120;
+
+namespace {
+
+constexpr QLatin1String kMessages("Messages of the run");
+
+}  // namespace
 
 RTD2120Write::RTD2120Write(RtdWriter& writer, FilePlaces& places,
                            std::function<void()> settingsAsked, std::function<void()> closed)
@@ -24,6 +29,7 @@ RTD2120Write::RTD2120Write(RtdWriter& writer, FilePlaces& places,
   runButton_->setIconSize(QSize(32, 32));
   PreferMenuShortcuts(this);
   ShowWholeOrScrolled(*this, surface_);
+  banks_[0].load->setFocus();
   Connect();
   Form_Load();
 }
@@ -132,6 +138,7 @@ void RTD2120Write::CreateStatus() {
   writeStatus_->setReadOnly(true);
   writeStatus_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   Place(writeStatus_, {120, 1920, 3735, 3375});
+  spokenStatus_ = AddSpokenLabel(surface_, "LastLine", kMessages, {120, 1890, 15, 15});
 }
 
 void RTD2120Write::CreateBankOptions() {
@@ -152,12 +159,14 @@ void RTD2120Write::CreateOperationOptions() {
 
 void RTD2120Write::SetStatusText(const std::string& text) {
   statusText_ = text;
-  ShowLiveText(writeStatus_, TextOf(text));
+  writeStatus_->setPlainText(TextOf(text));
+  spokenStatus_->Speak(writeStatus_->toPlainText().trimmed().section(QLatin1Char('\n'), -1));
   writeStatus_->verticalScrollBar()->setValue(writeStatus_->verticalScrollBar()->maximum());
 }
 
 void RTD2120Write::SetStatusRed(bool red) {
-  ShowLiveColour(writeStatus_, QStringLiteral("Messages of the run"), red);
+  ShowLiveColour(writeStatus_, kMessages, red);
+  ShowLiveColour(spokenStatus_, kMessages, red);
 }
 
 void RTD2120Write::RefreshStatus() { writeStatus_->viewport()->repaint(); }

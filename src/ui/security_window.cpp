@@ -57,6 +57,7 @@ Form3::Form3(std::filesystem::path parameterFile) : parameterFile_(std::move(par
 
   checkButton_ = AddButton(this, "Command1", QStringLiteral("Check"), {1320, 4680});
   exitButton_ = AddButton(this, "Command2", QStringLiteral("Exit"), {3360, 4680});
+  boxes_[0]->setFocus();
   Connect();
 }
 

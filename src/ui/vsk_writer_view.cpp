@@ -1,8 +1,7 @@
 // What the operations and load commands show in and ask of the VSK writer window.
 #include "ui/vsk_writer_window.h"
-#include "widgets/live_text.h"
 
-QLabel* Form1::StatusControl(StatusLabel label) const {
+SpokenLabel* Form1::StatusControl(StatusLabel label) const {
   return label == StatusLabel::IspMode ? ispModeStatus_ : operationStatus_;
 }
 
@@ -25,7 +24,7 @@ void Form1::RepaintStatus(StatusLabel label) { StatusControl(label)->repaint(); 
 void Form1::ShowData(std::string_view text) {
   constexpr std::string_view kLineEnd = "\r\n";
   if (text.ends_with(kLineEnd)) text.remove_suffix(kLineEnd.size());  // it would be an empty line
-  ShowLiveText(dataDisplay_, TextOf(text));
+  dataDisplay_->setPlainText(TextOf(text));
 }
 
 void Form1::ShowHardwareCrc(std::string_view text) { ShowLiveText(hardwareCrc_, TextOf(text)); }

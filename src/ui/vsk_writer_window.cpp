@@ -3,8 +3,6 @@
 #include <QKeyEvent>
 #include <QMenuBar>
 
-#include "widgets/live_text.h"
-
 namespace {
 
 QMenu* Named(QMenu* menu, const char* name) {
@@ -18,15 +16,6 @@ QLineEdit* AddReadOnlyBox(QWidget* client, const char* labelName, const char* bo
   QLineEdit* box = AddTextBox(client, boxName, caption, {1320, topTwips, widthTwips, 270});
   box->setReadOnly(true);
   return box;
-}
-
-QLabel* AddStatus(QWidget* client, const char* name, const QString& description, const Twips& at) {
-  QLabel* label = AddLabel(client, name, QString(), at);
-  label->setAccessibleDescription(description);
-  label->setTextFormat(Qt::PlainText);
-  label->setWordWrap(true);
-  label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-  return label;
 }
 
 }  // namespace
@@ -49,6 +38,7 @@ Form1::Form1(VskWriter& writer, IspOperations& isp, FilePlaces& places,
   CreateIspMode(surface_);
   PreferMenuShortcuts(this);
   ShowWholeOrScrolled(*this, surface_);
+  loadButton_->setFocus();
   Connect();
 }
 
@@ -173,14 +163,14 @@ void Form1::CreateIspMode(QWidget* client) {
 
   const QString operation = QStringLiteral("Isp Operate Status");
   AddLabel(client, "Label5", operation, {6240, 4680});
-  operationStatus_ = AddStatus(client, "Label3", operation, {6120, 5040, 1695, 495});
+  operationStatus_ = AddSpokenLabel(client, "Label3", operation, {6120, 5040, 1695, 495});
   const QString mode = QStringLiteral("Isp Mode Status");
   AddLabel(client, "Label4", mode, {6240, 5760});
-  ispModeStatus_ = AddStatus(client, "Label2", mode, {6120, 6120, 1695, 495});
+  ispModeStatus_ = AddSpokenLabel(client, "Label2", mode, {6120, 6120, 1695, 495});
 }
 
 void Form1::ShowCalibration(std::int32_t tickPollCount) {
-  ShowLiveText(dataDisplay_, QStringLiteral(" %1").arg(tickPollCount));
+  dataDisplay_->setPlainText(QStringLiteral(" %1").arg(tickPollCount));
 }
 
 void Form1::SelectChip(VskChip chip) {

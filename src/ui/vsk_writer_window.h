@@ -45,7 +45,7 @@ class Form1 final : public WriterWindow<VskLoadView>, private IspView {
   void Connect();
   std::function<void()> LoadCommandAt(QPoint place) override;
   void RunFromMenu(IspOperation operation);
-  QLabel* StatusControl(StatusLabel label) const;
+  SpokenLabel* StatusControl(StatusLabel label) const;
 
   void Command1_Click();  // Load File
   void Command4_Click();  // Run
@@ -114,6 +114,6 @@ class Form1 final : public WriterWindow<VskLoadView>, private IspView {
   QLineEdit* checksum_ = nullptr;
   QLineEdit* softwareCrc_ = nullptr;
   QLineEdit* hardwareCrc_ = nullptr;
-  QLabel* ispModeStatus_ = nullptr;
-  QLabel* operationStatus_ = nullptr;
+  SpokenLabel* ispModeStatus_ = nullptr;
+  SpokenLabel* operationStatus_ = nullptr;
 };

@@ -1,24 +1,16 @@
 #include "widgets/controls.h"
 
-#include <QAccessible>
-#include <QAccessibleWidget>
 #include <QAction>
-#include <QApplication>
-#include <QDir>
-#include <QIcon>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
 #include <QPlainTextEdit>
-#include <QProxyStyle>
-#include <QStyleOption>
 #include <algorithm>
 
+#include "widgets/application_style.h"
 #include "widgets/guarded.h"
 
 namespace {
-
-constexpr int kFontPixels = 12;  // 9 points at 96 dpi
 
 template <typename Control>
 Control* Named(Control* control, const char* name, const QString& accessibleName, const Twips& at) {
@@ -26,12 +18,6 @@ Control* Named(Control* control, const char* name, const QString& accessibleName
   control->setAccessibleName(QString(accessibleName).remove(QLatin1Char('&')));
   Place(control, at);
   return control;
-}
-
-/// Half a pixel inside, so that all of the line is painted on a screen of fractional scale too.
-void DrawBorder(QPainter& painter, const QPalette& palette, const QRectF& rect) {
-  painter.setPen(palette.color(QPalette::Mid));
-  painter.drawRect(rect.adjusted(0.5, 0.5, -0.5, -0.5));
 }
 
 /// A frame whose caption stands in its border line, above the first option.
@@ -45,33 +31,13 @@ class Frame final : public QGroupBox {
     constexpr int kGap = 3;  // between the line and the caption
     const bool hasCaption = !title().isEmpty();
     QPainter painter(this);
-    DrawBorder(painter, palette(), QRectF(rect()).adjusted(0, hasCaption ? 7 : 0, 0, 0));
+    DrawBorderLine(painter, palette(), QRectF(rect()).adjusted(0, hasCaption ? 7 : 0, 0, 0));
     if (!hasCaption) return;
     const QRect caption(kIndent, 0, fontMetrics().horizontalAdvance(title()),
                         fontMetrics().height());
     painter.fillRect(caption.adjusted(-kGap, 0, kGap, 0), palette().window());
     painter.setPen(palette().color(QPalette::WindowText));
     painter.drawText(caption, Qt::AlignCenter, title());
-  }
-};
-
-/// Fusion with option marks small enough for the given heights.
-class ToolStyle final : public QProxyStyle {
- public:
-  ToolStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
-
-  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
-                     const QWidget* widget) const override {
-    const bool textBox = qobject_cast<const QPlainTextEdit*>(widget) != nullptr;
-    if (element == PE_Frame && textBox) return DrawBorder(*painter, option->palette, option->rect);
-    QProxyStyle::drawPrimitive(element, option, painter, widget);
-  }
-  int pixelMetric(PixelMetric metric, const QStyleOption* option,
-                  const QWidget* widget) const override {
-    // At a scale of 1.5 the content would cover the upper and lower line of a frame of 1 pixel.
-    if (metric == PM_DefaultFrameWidth && qobject_cast<const QPlainTextEdit*>(widget)) return 2;
-    if (metric == PM_ExclusiveIndicatorWidth || metric == PM_ExclusiveIndicatorHeight) return 13;
-    return QProxyStyle::pixelMetric(metric, option, widget);
   }
 };
 
@@ -130,22 +96,6 @@ void SetTabStop(QWidget* frame) {
   }
 }
 
-/// A window that is a plain widget is a window to a screen reader too, not a mere filling.
-QAccessibleInterface* WindowInterface(const QString& className, QObject* object) {
-  auto* widget = qobject_cast<QWidget*>(object);
-  const bool plainWindow =
-      widget != nullptr && widget->isWindow() && className == QLatin1String("QWidget");
-  return plainWindow ? new QAccessibleWidget(widget, QAccessible::Window) : nullptr;
-}
-
-/// One picture a size, so that none is scaled.
-QIcon ProgramIcon() {
-  QIcon icon;
-  const QDir pictures(QStringLiteral(":/icon"));
-  for (const QString& name : pictures.entryList()) icon.addFile(pictures.filePath(name));
-  return icon;
-}
-
 }  // namespace
 
 void Place(QWidget* control, const Twips& at) {
@@ -178,6 +128,16 @@ void OptionButton::OnSelected(const std::function<void()>& action) {
 
 QLabel* AddLabel(QWidget* parent, const char* name, const QString& caption, const Twips& at) {
   return Named(new QLabel(caption, parent), name, caption, at);
+}
+
+SpokenLabel* AddSpokenLabel(QWidget* parent, const char* name, const QString& description,
+                            const Twips& at) {
+  SpokenLabel* label = Named(new SpokenLabel(parent), name, QString(), at);
+  label->setAccessibleDescription(description);
+  label->setTextFormat(Qt::PlainText);
+  label->setWordWrap(true);
+  label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  return label;
 }
 
 QPushButton* AddButton(QWidget* parent, const char* name, const QString& caption, const Twips& at) {
@@ -218,20 +178,4 @@ void PreferMenuShortcuts(QWidget* window) {
   for (QLineEdit* box : window->findChildren<QLineEdit*>()) box->installEventFilter(filter);
   for (QPlainTextEdit* box : window->findChildren<QPlainTextEdit*>())
     box->installEventFilter(filter);
-}
-
-void ApplyApplicationStyle() {
-  QAccessible::installFactory(WindowInterface);
-  QApplication::setWindowIcon(ProgramIcon());
-  QApplication::setStyle(new ToolStyle);
-  QApplication::setPalette(QApplication::style()->standardPalette());
-  QFont font;
-  // The last ones hold the full-width characters of some captions.
-  font.setFamilies({QStringLiteral("Liberation Sans"), QStringLiteral("Arial"),
-                    QStringLiteral("DejaVu Sans"), QStringLiteral("Noto Sans"),
-                    QStringLiteral("Segoe UI"), QStringLiteral("Microsoft YaHei"),
-                    QStringLiteral("SimSun"), QStringLiteral("WenQuanYi Micro Hei")});
-  font.setStyleHint(QFont::SansSerif);
-  font.setPixelSize(kFontPixels);
-  QApplication::setFont(font);
 }

@@ -8,6 +8,8 @@
 #include <QRadioButton>
 #include <functional>
 
+#include "widgets/live_text.h"
+
 /// A place in twips: 1/1440 inch, 15 to a logical pixel. A width or height of 0 is taken from the
 /// control's own content.
 struct Twips {
@@ -35,6 +37,9 @@ class OptionButton : public QRadioButton {
 };
 
 QLabel* AddLabel(QWidget* parent, const char* name, const QString& caption, const Twips& at);
+/// An empty label for a status text; `description`: what a screen reader is told the text is.
+SpokenLabel* AddSpokenLabel(QWidget* parent, const char* name, const QString& description,
+                            const Twips& at);
 QPushButton* AddButton(QWidget* parent, const char* name, const QString& caption, const Twips& at);
 QGroupBox* AddFrame(QWidget* parent, const char* name, const QString& caption, const Twips& at);
 OptionButton* AddOption(QGroupBox* frame, const char* name, const QString& caption,
@@ -55,6 +60,3 @@ void OnChosen(QAction* item, const std::function<void()>& action);
 /// Lets the menu shortcuts win over the editing keys of the window's text boxes, for instance
 /// Ctrl+A and Ctrl+X.
 void PreferMenuShortcuts(QWidget* window);
-
-/// The look that all windows share: fonts by logical pixel, a light palette, the icon.
-void ApplyApplicationStyle();

@@ -1,13 +1,9 @@
 #include "widgets/live_text.h"
 
 #include <QAccessible>
+#include <utility>
 
 namespace {
-
-void AnnounceValue(QWidget* control, const QString& text) {
-  QAccessibleValueChangeEvent changed(control, text);
-  QAccessible::updateAccessibility(&changed);
-}
 
 void SetBoxText(QLineEdit* box, const QString& text) {
   constexpr int kBorder = 12;  // what the box's frame and margins take of its width
@@ -18,26 +14,31 @@ void SetBoxText(QLineEdit* box, const QString& text) {
 
 }  // namespace
 
-void ShowLiveText(QLabel* label, const QString& text) {
+void SpokenLabel::Speak(const QString& text) {
+  setAccessibleName(text);
+  if (std::exchange(speaks_, true)) return;
+  const auto speak = [this] {
+    speaks_ = false;
+    if (accessibleName().isEmpty()) return;
+    QAccessibleEvent appeared(this, QAccessible::ObjectShow);
+    QAccessible::updateAccessibility(&appeared);
+  };
+  QMetaObject::invokeMethod(this, speak, Qt::QueuedConnection);
+}
+
+void ShowLiveText(SpokenLabel* label, const QString& text) {
   label->setText(text);
-  label->setAccessibleName(text);
+  label->Speak(text);
 }
 
 void ShowLiveText(QLineEdit* box, const QString& text) {
   SetBoxText(box, text);
   box->setCursorPosition(0);
-  AnnounceValue(box, text);
 }
 
 void ShowLiveTextEnd(QLineEdit* box, const QString& text) {
   SetBoxText(box, text);
   box->setCursorPosition(static_cast<int>(text.size()));
-  AnnounceValue(box, text);
-}
-
-void ShowLiveText(QPlainTextEdit* box, const QString& text) {
-  box->setPlainText(text);
-  AnnounceValue(box, text);
 }
 
 void ShowLiveColour(QWidget* control, const QString& description, bool red) {

@@ -3,23 +3,43 @@
 #include <QLayout>
 #include <QMenuBar>
 #include <QScreen>
-#include <QScrollArea>
 #include <QStyle>
 #include <algorithm>
 
+namespace {
+
+constexpr QMargins kWindowFrame(8, 36, 8, 8);  // what a window manager draws around, at most
+constexpr int kGap = 24;                       // between the launcher and a window beside it
+
+}  // namespace
+
 QRect ScreenSpace(const QWidget& window) {
-  constexpr QMargins kWindowFrame(8, 36, 8, 8);  // what a window manager draws around, at most
   return window.screen()->availableGeometry().marginsRemoved(kWindowFrame);
 }
 
-void MoveInsideScreen(QWidget& window) {
-  const QRect space = ScreenSpace(window);
-  const QRect now = window.geometry();
-  const int left = std::max(space.left(), std::min(now.left(), space.right() + 1 - now.width()));
-  const int top = std::max(space.top(), std::min(now.top(), space.bottom() + 1 - now.height()));
-  if (now.topLeft() == QPoint(left, top)) return;
-  const QPoint frame = now.topLeft() - window.pos();
-  window.move(QPoint(left, top) - frame);
+QSize SpaceBeside(const QWidget& launcher) {
+  return ScreenSpace(launcher).size() - QSize(launcher.width() + kGap, 0);
+}
+
+void PlaceBeside(QWidget& window, QWidget& launcher) {
+  const QRect space = ScreenSpace(launcher);
+  const QPoint wanted = launcher.geometry().topRight() + QPoint(kGap, 0);
+  const auto inside = [](int at, int first, int last) {
+    return std::max(first, std::min(at, last));
+  };
+  const int left = inside(wanted.x(), space.left(), space.right() + 1 - window.width());
+  const int top = inside(wanted.y(), space.top(), space.bottom() + 1 - window.height());
+  window.move(left - kWindowFrame.left(), top - kWindowFrame.top());
+  const int room = left - kGap - launcher.width();
+  if (launcher.x() > room) launcher.move(std::max(space.left(), room), launcher.y());
+}
+
+QScrollArea* Scrolled(QWidget* content) {
+  auto* scroll = new QScrollArea;
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setFocusPolicy(Qt::NoFocus);
+  scroll->setWidget(content);
+  return scroll;
 }
 
 void ShowWholeOrScrolled(QMainWindow& window, QWidget* client) {
@@ -30,9 +50,7 @@ void ShowWholeOrScrolled(QMainWindow& window, QWidget* client) {
     window.layout()->setSizeConstraint(QLayout::SetFixedSize);
     return;
   }
-  auto* scroll = new QScrollArea;
-  scroll->setFrameShape(QFrame::NoFrame);
-  scroll->setWidget(client);
+  QScrollArea* scroll = Scrolled(client);
   window.setCentralWidget(scroll);
   // A pixel more, for the rounding on a screen of fractional scale.
   const int bar = scroll->style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 1;

@@ -3,13 +3,21 @@
 
 #include <QMainWindow>
 #include <QRect>
+#include <QScrollArea>
 
 /// The part of the window's screen that its client area may take: what panels and the frame of the
 /// window manager leave.
 QRect ScreenSpace(const QWidget& window);
 
-/// Moves the window so that all of it can be seen.
-void MoveInsideScreen(QWidget& window);
+/// Moves `window`, which is not shown yet, to the right of `launcher` and into the screen. On a
+/// narrow screen the launcher makes room.
+void PlaceBeside(QWidget& window, QWidget& launcher);
+/// The largest size that a window beside `launcher` can have.
+QSize SpaceBeside(const QWidget& launcher);
+
+/// Puts `content` behind scroll bars, which are seen where they are needed. The focus goes to what
+/// is inside, never to the bars.
+QScrollArea* Scrolled(QWidget* content);
 
 /// Makes `client`, of fixed size, the central widget: as a whole where the screen has the space,
 /// else behind scroll bars. The menu bar must be complete.

@@ -9,8 +9,8 @@
 #include "bus/i2c_master.h"
 #include "support/board_bench.h"
 #include "support/temp_folder.h"
+#include "widgets/application_style.h"
 #include "widgets/by_name.h"
-#include "widgets/controls.h"
 
 using namespace simulator;
 
@@ -18,7 +18,10 @@ class BoardWindowTest : public QObject {
   Q_OBJECT
 
  private slots:
-  void initTestCase() { ApplyApplicationStyle(); }
+  void initTestCase() {
+    QLocale::setDefault(QLocale(QLocale::Arabic, QLocale::Egypt));  // has digits of its own
+    ApplyApplicationStyle();
+  }
   void init() {
     window_.reset();
     bench_ = std::make_unique<BoardBench>(CableWiring(), VskIdentity{}, ConnectedChip::Vsk830);
@@ -37,12 +40,22 @@ class BoardWindowTest : public QObject {
       launcher.show();
       window_->resize(2000, 2000);
       window_->ShowBeside(launcher);
-      QVERIFY(QTest::qWaitForWindowActive(&launcher));
+      QVERIFY(window_->testAttribute(Qt::WA_ShowWithoutActivating));
       const QRect screen = launcher.screen()->availableGeometry();
       QVERIFY(screen.contains(window_->frameGeometry() | launcher.frameGeometry()));
       QVERIFY(window_->isVisible() && !window_->geometry().intersects(launcher.geometry()));
       window_->hide();
     }
+  }
+
+  void onASmallScreenItScrolls() {
+    // 1366 x 768 at a scale of 2, beside a launcher of 224 pixels.
+    const QSize room(683 - 16 - 224 - 24, 384 - 44);
+    QCOMPARE(room.expandedTo(window_->minimumSizeHint()), room);
+    window_->resize(room);
+    auto* scroll = window_->findChild<QScrollArea*>();
+    QVERIFY(scroll->verticalScrollBar()->isVisible() && scroll->horizontalScrollBar()->isVisible());
+    QCOMPARE(scroll->focusPolicy(), Qt::NoFocus);
   }
 
   void closedItLeavesAButtonThatOpensItAgain() {
@@ -57,6 +70,8 @@ class BoardWindowTest : public QObject {
 
   void offersEveryChip() {
     auto* chips = Find<QComboBox>("Chip");
+    const auto named = QAccessible::queryAccessibleInterface(chips)->relations(QAccessible::Label);
+    QCOMPARE(named.value(0).first->text(QAccessible::Name), QStringLiteral("Connected chip"));
     QCOMPARE(static_cast<std::size_t>(chips->count()), kVskModels.size() + 2);
     for (const VskModel& model : kVskModels) {
       chips->setCurrentText(QLatin1String(model.name));
@@ -64,6 +79,11 @@ class BoardWindowTest : public QObject {
       QCOMPARE(Find<QTabWidget>("Flash")->count(), model.banks);
       QCOMPARE(Find<QSpinBox>("of bank")->isEnabled(), model.banks > 1);
     }
+    chips->setCurrentText(QStringLiteral("RTD2120"));
+    QCOMPARE(Find<QTabWidget>("Flash")->tabText(0), QStringLiteral("Flash bank 1"));
+    Find<QSpinBox>("of bank")->setValue(2);
+    Tick("BitFlipped")->setChecked(true);
+    QCOMPARE(bench_->board.faults.flippedBit->bank, 1);
     chips->setCurrentText(QStringLiteral("nothing"));
     for (const char* idle : {"Unplugged", "ByteRefused", "BitFlipped", "BusyForEver"}) {
       QVERIFY2(!Tick(idle)->isEnabled(), idle);
@@ -84,6 +104,7 @@ class BoardWindowTest : public QObject {
     QCOMPARE(faults.unpluggedAfterFrame, std::uint64_t{0});
     Find<QSpinBox>("after so many more frames")->setValue(7);
     QCOMPARE(faults.unpluggedAfterFrame, std::uint64_t{7});
+    QCOMPARE(Find<QSpinBox>("bit")->text(), QStringLiteral("5"));
   }
 
   void aSpentFaultAndAPowerCycleUntickFaults() {

@@ -49,9 +49,12 @@ class LauncherTest : public WindowTest {
     QCOMPARE(kVskWriter.Shown(), writer);
     QCOMPARE(desk_->tool.isp.ChipSelect, VskChip::Vsk630);
     QVERIFY(kVskWriter.IsOn("Option2"));
-    kVskWriter.Press("Option1");
-    QCOMPARE(desk_->tool.isp.ChipSelect, VskChip::Vsk830);
-    kVskWriter.Press("Option2");
+    const auto options = kVskWriter.Find("Frame1")->findChildren<QRadioButton*>();
+    QCOMPARE(static_cast<std::size_t>(options.size()), kVskModels.size());
+    for (QRadioButton* option : options) {
+      kVskWriter.Press(option->objectName().toLatin1());
+      QCOMPARE(option->text(), QLatin1String(desk_->tool.isp.Model().name));
+    }
 
     writer->close();
     QVERIFY(kVskWriter.Shown() == nullptr);
@@ -94,6 +97,25 @@ class LauncherTest : public WindowTest {
     QCOMPARE(desk_->launcher->WriterState, OpenWriter::None);
   }
 
+  void F1OpensTheManualInEveryWindow() {
+    Start();
+    kLauncher.Press("Command1");
+    kVskWriter.Choose("about");
+    QString said;
+    ConfirmMessage(said);
+    QTest::keyClick(kLauncher.Shown()->windowHandle(), Qt::Key_F1);
+    QVERIFY(said.startsWith(QStringLiteral("The manual is not there.|")));
+    desk_->folder.Write("manual/operator-manual.html", "");
+    QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "Open");
+    for (const NamedWindow& window : {kLauncher, kVskWriter, kSettings}) {
+      window.Activate();
+      QTest::keyClick(window.Shown()->windowHandle(), Qt::Key_F1);
+    }
+    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+    const auto page = (desk_->folder / "manual/operator-manual.html").string();
+    QCOMPARE(opened_, QList<QUrl>(3, QUrl::fromLocalFile(QString::fromStdString(page))));
+  }
+
   void exitAndTheCloseBoxEndTheProgram() {
     for (const bool byButton : {true, false}) {
       init();
@@ -118,6 +140,12 @@ class LauncherTest : public WindowTest {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(box.isNull());
   }
+
+ public slots:
+  void Open(const QUrl& page) { opened_ << page; }
+
+ private:
+  QList<QUrl> opened_;
 };
 
 QTEST_MAIN(LauncherTest)

@@ -11,18 +11,33 @@ class RtdWriterWindowTest : public WindowTest {
   void init() { StartWriter("Command3", simulator::ConnectedChip::Rtd2120); }
 
   void errorsAreRedAndTheNextRunIsBlack() {
+    ScreenReader reader;
     desk_->board.Connect(simulator::ConnectedChip::None);
     kRtdWriter.Press("Run");
     auto* status = kRtdWriter.Find("WriteStatus");
     QCOMPARE(kRtdWriter.Text("WriteStatus"), QStringLiteral("MCU link error"));
     QCOMPARE(status->palette().color(QPalette::Text), QColor(255, 0, 0));
     QVERIFY(Told(status, QAccessible::Description).endsWith(QStringLiteral("in red")));
+    QCOMPARE(reader.Spoken(), QStringLiteral("MCU link error (Messages of the run, in red)"));
     desk_->board.Connect(simulator::ConnectedChip::Rtd2120);
     QString said;
     ConfirmMessage(said);
     kRtdWriter.Press("Run");
     QCOMPARE(said, QStringLiteral("Please load code in Buffer 1|"));
     QCOMPARE(status->palette().color(QPalette::Text), QColor(0, 0, 0));
+  }
+
+  void theLastLineIsSeenAndSpokenOnce() {
+    QCOMPARE(kRtdWriter.Shown()->focusWidget(), kRtdWriter.Find("Com64K"));
+    auto* status = kRtdWriter.Find<QPlainTextEdit>("WriteStatus");
+    status->setFixedHeight(40);  // two lines
+    ScreenReader reader;
+    ChooseFile(QStringLiteral(SOURCE_FOLDER "/samples/rtd2120/panel-bank1.hex"));
+    kRtdWriter.Press("Com64K");
+    kRtdWriter.Press("Run");
+    QCOMPARE(reader.Spoken(), QStringLiteral("CRC OK. (Messages of the run)"));
+    const auto* bar = status->verticalScrollBar();
+    QVERIFY(bar->maximum() > 0 && bar->value() == bar->maximum());
   }
 
   void reopeningKeepsTheImagesAndResetsTheModes() {

@@ -1,6 +1,10 @@
 // What the window tests share: the whole tool with its real windows, found by their names.
 #pragma once
 
+#include <private/qguiapplication_p.h>
+#include <qpa/qplatformaccessibility.h>
+#include <qpa/qplatformintegration.h>
+
 // Precompiled, each as a whole.
 #include <QtTest/QtTest>
 #include <QtWidgets/QtWidgets>
@@ -11,6 +15,7 @@
 #include "support/temp_folder.h"
 #include "tool/tool.h"
 #include "ui/launcher.h"
+#include "widgets/application_style.h"
 #include "widgets/by_name.h"
 
 /// A window by its name; what reaches into it needs it to be open.
@@ -65,6 +70,7 @@ class WindowTest : public QObject {
   std::optional<Desk> desk_;
 
   void Start() {
+    ApplyApplicationStyle();
     desk_->launcher = std::make_unique<Main>(desk_->tool);
     desk_->launcher->show();
   }
@@ -81,6 +87,42 @@ class WindowTest : public QObject {
 inline QString Told(QWidget* control, QAccessible::Text what) {
   return QAccessible::queryAccessibleInterface(control)->text(what);
 }
+
+/// Listens as a screen reader does: what it speaks by itself, "name (description)".
+class ScreenReader {
+ public:
+  ScreenReader() {
+    Platform()->setActive(true);
+    before_ = QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
+      auto* control = qobject_cast<QWidget*>(event->object());
+      const auto* told = event->accessibleInterface();
+      if (event->type() != QAccessible::ObjectShow || told == nullptr) return;
+      if (told->role() != QAccessible::Notification) return;
+      spoken_ << Told(control, QAccessible::Name) + " (" + Told(control, QAccessible::Description) +
+                     ")";
+    });
+  }
+  ~ScreenReader() {
+    QAccessible::installUpdateHandler(before_);
+    Platform()->setActive(false);
+  }
+  ScreenReader(const ScreenReader&) = delete;
+  ScreenReader& operator=(const ScreenReader&) = delete;
+
+  /// What was spoken since it was asked last, joined by "; ".
+  QString Spoken() {
+    QApplication::processEvents();
+    return std::exchange(spoken_, {}).join(QStringLiteral("; "));
+  }
+
+ private:
+  static QPlatformAccessibility* Platform() {
+    return QGuiApplicationPrivate::platformIntegration()->accessibility();
+  }
+
+  QAccessible::UpdateHandler before_;
+  static inline QStringList spoken_;
+};
 
 /// Confirms the next message box; its text and its detail go to `said`, with "|" between.
 inline void ConfirmMessage(QString& said) {

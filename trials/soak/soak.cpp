@@ -11,7 +11,7 @@
 #include <string>
 
 #include "soak/session.h"
-#include "widgets/controls.h"
+#include "widgets/application_style.h"
 
 namespace {
 
