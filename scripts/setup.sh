@@ -7,7 +7,11 @@ test_packages=(git libgtest-dev libgmock-dev qt6-base-private-dev clang-format c
 # What turns a build into packages, and checks them.
 package_packages=(git cmark-gfm dpkg-dev file xz-utils)
 package_check_packages=(lintian desktop-file-utils appstream)
-try_packages=(mmdebstrap xvfb xauth openbox xdotool xclip imagemagick)
+# What drives the windows on a virtual screen.
+screen_packages=(xvfb xauth openbox xdotool xclip imagemagick)
+try_packages=(mmdebstrap "${screen_packages[@]}")
+# A desktop around them: a theme, a screen reader.
+desktop_packages=(qt6-gtk-platformtheme orca at-spi2-core dbus)
 windows_packages=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest wine64)
 windows_program_packages=(git cmake ninja-build g++-mingw-w64-x86-64-posix qt6-base-dev dpkg-dev
   librsvg2-bin icoutils cmark-gfm zip)

@@ -138,7 +138,7 @@ void RTD2120Write::CreateStatus() {
   writeStatus_->setReadOnly(true);
   writeStatus_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   Place(writeStatus_, {120, 1920, 3735, 3375});
-  spokenStatus_ = AddSpokenLabel(surface_, "LastLine", kMessages, {120, 1890, 15, 15});
+  announcer_ = new Announcer(writeStatus_);
 }
 
 void RTD2120Write::CreateBankOptions() {
@@ -160,14 +160,11 @@ void RTD2120Write::CreateOperationOptions() {
 void RTD2120Write::SetStatusText(const std::string& text) {
   statusText_ = text;
   writeStatus_->setPlainText(TextOf(text));
-  spokenStatus_->Speak(writeStatus_->toPlainText().trimmed().section(QLatin1Char('\n'), -1));
+  announcer_->Speak(writeStatus_->toPlainText().trimmed().section(QLatin1Char('\n'), -1));
   writeStatus_->verticalScrollBar()->setValue(writeStatus_->verticalScrollBar()->maximum());
 }
 
-void RTD2120Write::SetStatusRed(bool red) {
-  ShowLiveColour(writeStatus_, kMessages, red);
-  ShowLiveColour(spokenStatus_, kMessages, red);
-}
+void RTD2120Write::SetStatusRed(bool red) { ShowLiveColour(writeStatus_, kMessages, red); }
 
 void RTD2120Write::RefreshStatus() { writeStatus_->viewport()->repaint(); }
 

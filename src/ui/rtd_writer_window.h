@@ -73,6 +73,6 @@ class RTD2120Write final : public WriterWindow<tongxun2120::RtdLoadView>,
   OptionButton* eraseOption_ = nullptr;
   QPushButton* runButton_ = nullptr;
   QPlainTextEdit* writeStatus_ = nullptr;
-  SpokenLabel* spokenStatus_ = nullptr;  // seen by nobody: the last line, for a screen reader
-  std::string statusText_;               // with its CR LF line ends, which the box does not keep
+  Announcer* announcer_ = nullptr;  // of the last line
+  std::string statusText_;          // with its CR LF line ends, which the box does not keep
 };

@@ -12,7 +12,7 @@ void Form1::SetStatusColour(StatusLabel label, StatusColour colour) {
 }
 
 void Form1::SetStatusText(StatusLabel label, std::string_view text) {
-  ShowLiveText(StatusControl(label), TextOf(text));
+  StatusControl(label)->ShowText(TextOf(text));
 }
 
 std::string Form1::StatusText(StatusLabel label) const {

@@ -75,12 +75,11 @@ QPalette LightPalette() {
   return palette;
 }
 
-/// A window that is a plain widget is a window to a screen reader too, not a mere filling; and a
-/// label that is spoken is a notification.
+/// A window that is a plain widget is a window to a screen reader too, not a mere filling.
 QAccessibleInterface* InterfaceFor(const QString& className, QObject* object) {
   auto* widget = qobject_cast<QWidget*>(object);
   if (widget == nullptr) return nullptr;
-  if (dynamic_cast<SpokenLabel*>(widget) != nullptr) {
+  if (dynamic_cast<Announcer*>(widget) != nullptr) {
     return new QAccessibleWidget(widget, QAccessible::Notification);
   }
   const bool plainWindow = widget->isWindow() && className == QLatin1String("QWidget");

@@ -1,6 +1,5 @@
 #include "widgets/live_text.h"
 
-#include <QAccessible>
 #include <utility>
 
 namespace {
@@ -14,21 +13,32 @@ void SetBoxText(QLineEdit* box, const QString& text) {
 
 }  // namespace
 
-void SpokenLabel::Speak(const QString& text) {
-  setAccessibleName(text);
-  if (std::exchange(speaks_, true)) return;
-  const auto speak = [this] {
-    speaks_ = false;
-    if (accessibleName().isEmpty()) return;
-    QAccessibleEvent appeared(this, QAccessible::ObjectShow);
-    QAccessible::updateAccessibility(&appeared);
-  };
-  QMetaObject::invokeMethod(this, speak, Qt::QueuedConnection);
+Announcer::Announcer(QWidget* control) : QWidget(control->parentWidget()), control_(control) {
+  setAttribute(Qt::WA_TransparentForMouseEvents);
+  resize(1, 1);
+  hide();
 }
 
-void ShowLiveText(SpokenLabel* label, const QString& text) {
-  label->setText(text);
-  label->Speak(text);
+void Announcer::Speak(const QString& text) {
+  text_ = text;
+  if (std::exchange(speaks_, true)) return;
+  QMetaObject::invokeMethod(
+      this, [this] { Appear(); }, Qt::QueuedConnection);
+}
+
+void Announcer::Appear() {
+  speaks_ = false;
+  hide();
+  if (text_.isEmpty()) return;
+  setAccessibleName(text_);
+  setAccessibleDescription(control_->accessibleDescription());
+  show();
+}
+
+void SpokenLabel::ShowText(const QString& text) {
+  setText(text);
+  setAccessibleName(text);
+  announcer_->Speak(text);
 }
 
 void ShowLiveText(QLineEdit* box, const QString& text) {

@@ -5,22 +5,36 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 
-/// A label that a screen reader speaks by itself, wherever the focus is. It does not follow a
-/// label's name as it changes, but speaks a notification as it appears: this is one to it.
-class SpokenLabel final : public QLabel {
+/// Has a control's text spoken by a screen reader, wherever the focus is. One does not follow the
+/// texts of other controls than the one with the focus, but speaks a notification that appears:
+/// this is one, which nobody sees.
+class Announcer final : public QWidget {
  public:
-  using QLabel::QLabel;
+  /// `control`: its accessible description is spoken with the text.
+  explicit Announcer(QWidget* control);
 
-  /// Names the label, and has it spoken when the event loop gets its next turn: once an operation,
-  /// with the last text that the operation gave it. An empty text is not spoken.
+  /// Speaks the text at the event loop's next turn: once an operation, the last text that the
+  /// operation gave. An empty one is not spoken.
   void Speak(const QString& text);
 
  private:
+  void Appear();
+
+  const QWidget* const control_;
+  QString text_;
   bool speaks_ = false;  // at the event loop's next turn
 };
 
-/// Shows the text, and speaks it.
-void ShowLiveText(SpokenLabel* label, const QString& text);
+/// A label whose text is spoken.
+class SpokenLabel final : public QLabel {
+ public:
+  explicit SpokenLabel(QWidget* parent) : QLabel(parent), announcer_(new Announcer(this)) {}
+
+  void ShowText(const QString& text);
+
+ private:
+  Announcer* const announcer_;
+};
 
 /// Shows the beginning of the text. One that is longer than its box is its tool tip too.
 void ShowLiveText(QLineEdit* box, const QString& text);
