@@ -81,8 +81,9 @@ std::string Explain(const LoadNotes& notes) {
             ", and all addresses are folded into 64 KiB: convert the file to 16-bit addresses.\n";
   }
   if (notes.otherRecords.count > 0) {
-    text += Lines(notes.otherRecords, "that is no data, as a start address (type 03 or 05)") +
-            StoredAsData(notes.otherRecords) + ": make the file without it.\n";
+    text +=
+        Lines(notes.otherRecords, "of another type than data, such as a start address (03 or 05)") +
+        StoredAsData(notes.otherRecords) + ": make the file without such lines.\n";
   }
   if (notes.overwrites.count > 0) {
     text += Lines(notes.overwrites, "with data where data of an earlier line stands") +

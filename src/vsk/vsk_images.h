@@ -22,7 +22,7 @@ class VskImages {
   VskCells CodeBank1{};
   std::int32_t CodeBank1Max = 0;
 
-  // Which files they came from. A pair passes through `CodeBuffer`, which then holds none.
+  // The files they came from. A pair passes through `CodeBuffer`, which then holds no file's image.
   std::vector<loadfile::LoadedFile> CodeFiles;
   std::vector<loadfile::LoadedFile> BankFiles;
 

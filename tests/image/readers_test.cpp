@@ -157,7 +157,8 @@ TEST_F(ReadersTest, WhatAMakerHardlyMeantIsTold) {
        "- 2 lines with an extended address|Stored as data at 0000, and all addresses are folded"},
       {":03000000010203F7\r\n:0400000500000000F7\r\n" + kEnd,
        {.otherRecords = {1, 2, 0}},
-       "- 1 line that is no data|: line 2. Stored as data at 0000: make the file without it"},
+       "- 1 line of another type than data|: line 2. Stored as data at 0000: make the file "
+       "without"},
       {":03000000010203F7\r\n:0100030007F5\r\n:02000200AA55FD\r\n" + kEnd,
        {.overwrites = {1, 3, 2}},
        "- 1 line with data where data of an earlier line stands: line 3."},
