@@ -14,7 +14,7 @@ void Check(const std::string& name, const std::string& bytes, std::size_t cellCo
   std::vector<std::uint8_t> expected = cells;
   std::int32_t maximum = 4711;
   FileAnswers<FileView> view;
-  Require(loadfile::ReadImage(name, loadfile::FileKind::Binary, {cells, maximum}, view),
+  Require(loadfile::ReadImage(name, loadfile::FileKind::Binary, {cells, maximum}, view).has_value(),
           "every file is taken");
 
   const std::size_t most = std::min<std::size_t>(65536, cellCount);
@@ -26,6 +26,7 @@ void Check(const std::string& name, const std::string& bytes, std::size_t cellCo
   Require(cells == expected, "the file's bytes, then one FF, then what stood there");
   Require(maximum == static_cast<std::int32_t>(stored) - 1, "the address of the last byte");
   Require(view.Take() == std::vector<std::string>{"clear"}, "nothing is said");
+  Require(view.notes.empty() == (stored == bytes.size()), "a file that is longer is told");
 }
 
 }  // namespace

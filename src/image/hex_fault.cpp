@@ -25,18 +25,38 @@ std::string Shown(char c) {
   return "the character 0x" + fileop::HexByte(static_cast<unsigned char>(c));
 }
 
-std::string Place(std::string_view text, std::size_t at) {
+struct Position {
   std::size_t line = 1;
-  std::size_t lineStart = 0;
+  std::size_t lineStart = 0;  // its first character
+};
+
+Position PositionOf(std::string_view text, std::size_t at) {
+  Position position;
   for (std::size_t i = 0; i < at; ++i) {
     // CR LF ends one line, and so does a CR CR LF.
     const std::string_view behind = text.substr(i + 1, 2);
     const bool endFollows = text[i] == '\r' && (behind.starts_with('\n') || behind == kLineBreaks);
     if (kLineBreaks.find(text[i]) == std::string_view::npos || endFollows) continue;
-    ++line;
-    lineStart = i + 1;
+    ++position.line;
+    position.lineStart = i + 1;
   }
-  return "line " + std::to_string(line) + ", column " + std::to_string(at - lineStart + 1) + ": ";
+  return position;
+}
+
+std::string Place(std::string_view text, std::size_t at) {
+  const Position position = PositionOf(text, at);
+  return "line " + std::to_string(position.line) + ", column " +
+         std::to_string(at - position.lineStart + 1) + ": ";
+}
+
+/// The beginning of a record that was cut off.
+std::string Stump(std::string_view record) {
+  constexpr std::size_t kShown = 16;
+  std::string shown(record.substr(0, kShown));
+  for (char& c : shown) {
+    if (c < ' ' || c > '~') c = '.';
+  }
+  return '"' + shown + (record.size() > kShown ? "..\"" : "\"");
 }
 
 /// For a text whose line ends are all of one character: what they are and what mends them.
@@ -99,11 +119,14 @@ std::string OwnFault(const HexFault& fault, std::string_view text, std::int32_t 
       return Place(text, fault.at) + "the line ends with " + Shown(text[fault.at]) +
              " only, expected a carriage return and a line feed";
     default:
-      return Place(text, fault.at) + "the file ends inside a record, expected the rest of it";
+      return Place(text, fault.at) + "the file ends inside a record, expected the rest of " +
+             Stump(text.substr(fault.record, fault.at - fault.record));
   }
 }
 
 }  // namespace
+
+std::size_t LineNumber(std::string_view text, std::size_t at) { return PositionOf(text, at).line; }
 
 std::string Explain(const HexFault& fault, std::string_view text, std::int32_t lastCell) {
   const std::string lineEnds = WrongLineEnds(text);

@@ -25,7 +25,10 @@ struct HexFault {
   explicit operator bool() const { return kind != Kind::None; }
 };
 
-/// Place, what stood there and what was expected. Lines end with CR LF, CR or LF.
+/// The number, from 1, of the line on which a character stands. Lines end with CR LF, CR or LF.
+std::size_t LineNumber(std::string_view text, std::size_t at);
+
+/// Place, what stood there and what was expected.
 std::string Explain(const HexFault& fault, std::string_view text, std::int32_t lastCell);
 
 }  // namespace loadfile

@@ -23,8 +23,10 @@ struct HexRecord {
     address = byteAt(3) * 256 + byteAt(5);
   }
 
+  std::size_t Type() const { return at + kHead - 2; }
   std::size_t Data() const { return at + kHead; }
-  std::size_t LineEnd() const { return Data() + 2 * count + kTail - 2; }
+  std::size_t Checksum() const { return Data() + 2 * count; }
+  std::size_t LineEnd() const { return Checksum() + kTail - 2; }
   std::size_t End() const { return LineEnd() + 2; }
   /// Address of its last byte; one below `address` for a record without data.
   std::int32_t Last() const { return address + static_cast<std::int32_t>(count) - 1; }

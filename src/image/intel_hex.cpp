@@ -50,13 +50,40 @@ HexFault CheckRecord(std::string_view text, const HexRecord& record, std::int32_
   return {};
 }
 
+/// An end-of-file record, which may be cut off; not so early that it may as well be one of data.
+bool IsEndOfFile(std::string_view text) {
+  constexpr std::string_view kRecord = ":00aaaa01cc";  // a letter stands for any digit
+  constexpr std::size_t kCountKnown = 3;               // characters
+  if (text.size() < kCountKnown || text.size() > kRecord.size()) return false;
+  const std::string upper = UpperCase(text);
+  return std::equal(upper.begin(), upper.end(), kRecord.begin(), [](char c, char expected) {
+    return expected >= 'a' ? HexDigit(c) != kNoHexDigit : c == expected;
+  });
+}
+
+/// Looks behind the last record that is read, where no data may be lost.
+HexFault CheckRest(std::string_view text, std::size_t at) {
+  const std::string_view rest = Trim(text.substr(at), " \t\r\n\x1A");
+  if (rest.empty() || IsEndOfFile(rest)) return {};
+  const auto end = static_cast<std::size_t>(rest.data() + rest.size() - text.data());
+  return {HexFault::Kind::Cut, at, end};
+}
+
 }  // namespace
 
-std::optional<HexProblem> CheckHex(std::string_view text, std::int32_t lastCell) {
-  const HexFault fault = ForEachRecord(
-      text, [&](const HexRecord& record) { return CheckRecord(text, record, lastCell); });
-  if (!fault) return std::nullopt;
-  return Explain(fault, text, lastCell);
+HexCheck CheckHex(std::string_view text, std::int32_t lastCell) {
+  HexNoteTaker noteTaker(text, lastCell);
+  std::size_t read = 0;
+  HexFault fault = ForEachRecord(text, [&](const HexRecord& record) {
+    const HexFault found = CheckRecord(text, record, lastCell);
+    if (found) return found;
+    noteTaker.LookAt(record);
+    read = record.End();
+    return found;
+  });
+  if (!fault) fault = CheckRest(text, read);
+  if (fault) return {.problem = Explain(fault, text, lastCell)};
+  return {.notes = noteTaker.Notes()};
 }
 
 HexSummary StoreHex(std::string_view text, std::span<std::uint8_t> cells) {

@@ -3,7 +3,7 @@
 //   : nn aaaa tt dd..dd cc CR LF     start code, byte count, address, type, data, checksum, line
 //   end
 //
-// Type and checksum are read and ignored: every record is a data record. A record that begins
+// Every record is stored as a data record, whatever its type and checksum. A record that begins
 // within the last 13 characters is never read, which leaves the end-of-file record out.
 #pragma once
 
@@ -12,6 +12,8 @@
 #include <span>
 #include <string>
 #include <string_view>
+
+#include "image/load_notes.h"
 
 namespace loadfile {
 
@@ -23,9 +25,16 @@ struct HexSummary {
   int wrongStartCodes = 0;   // records that begin with another character than ":"
 };
 
+struct HexCheck {
+  std::optional<HexProblem> problem = {};
+  LoadNotes notes = {};  // of a text without a problem
+};
+
 /// Checks the whole text without storing anything. Digits are 0-9 and A-F only; a record must be
-/// complete, its line end two characters, its bytes within 0..`lastCell`. `text` is not empty.
-std::optional<HexProblem> CheckHex(std::string_view text, std::int32_t lastCell);
+/// complete, its line end two characters, its bytes within 0..`lastCell`. What is left behind the
+/// last record that is read must be blank or Ctrl-Z, or an end-of-file record, which may be cut
+/// off. `text` is not empty.
+HexCheck CheckHex(std::string_view text, std::int32_t lastCell);
 
 /// Stores the bytes of a text that `CheckHex` found good for `cells`; cells that no record names
 /// keep their contents.

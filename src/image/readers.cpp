@@ -13,8 +13,19 @@ constexpr std::size_t kLargestBinary = 65536;
 /// Far above any HEX text of a 64 KiB image (one byte a record: 1 MiB); keeps a wrong file from
 /// filling the memory.
 constexpr std::size_t kLargestHex = 64U << 20;
+constexpr const char* kTooLarge =
+    "the file is too large: a HEX file of more than 64 MiB is no image for these chips";
 
 }  // namespace
+
+bool IsShown(std::string_view name, std::string_view filters) {
+  // Each description ends with its pattern in parentheses, which stands again behind it.
+  for (std::size_t at = 0; (at = filters.find("|*", at)) != std::string_view::npos; ++at) {
+    const std::string_view ending = filters.substr(at + 2, filters.find('|', at + 2) - at - 2);
+    if (UpperCase(name).ends_with(UpperCase(ending))) return true;
+  }
+  return false;
+}
 
 FileKind KindOf(std::string_view name, std::string_view hexEnding) {
   const std::string_view ending =
@@ -24,17 +35,27 @@ FileKind KindOf(std::string_view name, std::string_view hexEnding) {
 
 ImageFile::ImageFile(const std::string& name, FileKind kind, std::size_t lastCell, Missing missing)
     : kind_(kind) {
-  const std::size_t largestBinary = std::min(kLargestBinary, lastCell + 1);
-  FileContent file = ReadFile(PathOf(name), kind == FileKind::Hex ? kLargestHex : largestBinary);
+  const std::size_t limit =
+      kind == FileKind::Hex ? kLargestHex : std::min(kLargestBinary, lastCell + 1);
+  const std::size_t looked = limit + 1;  // one byte more tells a file that is longer
+  FileContent file = ReadFile(PathOf(name), looked);
   bytes_ = std::move(file.bytes);
+  loaded_ = {.name = name, .looked = looked, .content = ContentHash(bytes_)};
   const bool readsAsEmpty = kind == FileKind::Binary && file.missing && missing == Missing::Empty;
   if (!file.Ok() && !readsAsEmpty) {
     problem_ = name + ": " + file.problem;
     return;
   }
-  if (kind == FileKind::Binary || bytes_.empty()) return;
-  if (const auto problem = CheckHex(bytes_, static_cast<std::int32_t>(lastCell))) {
-    problem_ = name + "\n" + *problem;
+  const bool longer = bytes_.size() > limit;
+  if (kind == FileKind::Binary) {
+    if (longer) notes_.taken = limit;
+    bytes_.resize(std::min(bytes_.size(), limit));
+  } else if (longer) {
+    problem_ = name + ": " + kTooLarge;
+  } else if (!bytes_.empty()) {
+    HexCheck check = CheckHex(bytes_, static_cast<std::int32_t>(lastCell));
+    if (check.problem) problem_ = name + "\n" + *check.problem;
+    notes_ = check.notes;
   }
 }
 
@@ -60,15 +81,27 @@ void ImageFile::StoreBinary(const ReadTarget& target) const {
   target.maximum = static_cast<std::int32_t>(bytes_.size()) - 1;
 }
 
-bool ReadImage(const std::string& name, FileKind kind, const ReadTarget& target, FileView& view) {
+std::string ImageFile::Notes() const {
+  const std::string notes = Explain(notes_);
+  return notes.empty() ? notes : "\n" + loaded_.name + "\n" + notes;
+}
+
+void TellNotes(const std::string& notes, FileView& view) {
+  if (notes.empty()) return;
+  view.ShowNotes("Loaded as it is, but hardly as it was meant. Before you program:\n" + notes);
+}
+
+std::optional<LoadedFile> ReadImage(const std::string& name, FileKind kind,
+                                    const ReadTarget& target, FileView& view) {
   const ImageFile file(name, kind, target.cells.size() - 1);
   if (file.Refused()) {
     file.Refuse(view);
-    return false;
+    return std::nullopt;
   }
   view.ClearPrintedLines();
   file.StoreInto(target, view);
-  return true;
+  TellNotes(file.Notes(), view);
+  return file.Loaded();
 }
 
 }  // namespace loadfile

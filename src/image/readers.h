@@ -2,9 +2,13 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+
+#include "image/load_notes.h"
+#include "image/loaded_file.h"
 
 /// What loading needs of a window.
 class FileView {
@@ -16,6 +20,9 @@ class FileView {
   virtual void Beep() = 0;
   /// A message box with an OK button; `detail` stands beneath the message and may be empty.
   virtual void ShowMessage(std::string_view message, std::string_view detail) = 0;
+  /// A message box that blocks nothing: what a file that was taken holds besides what its maker
+  /// meant. Lines end with LF.
+  virtual void ShowNotes(std::string_view notes) = 0;
   /// Prints a line on the window's own surface, below the ones printed before.
   virtual void PrintLine(std::string_view line) = 0;
   /// Takes back the lines that were printed for an earlier file.
@@ -34,6 +41,9 @@ enum class FileKind { Hex, Binary };
 
 /// The filter list for an image in one file.
 inline constexpr std::string_view kOneFileFilters = "Hexfile (*.hex)|*.hex|Binfile (*.bin)|*.bin";
+
+/// Whether a file of this name is one of those that a filter list shows, in either case.
+bool IsShown(std::string_view name, std::string_view filters);
 
 /// Hex when the last three characters of the name, in upper case, are `hexEnding`.
 FileKind KindOf(std::string_view name, std::string_view hexEnding);
@@ -56,16 +66,26 @@ class ImageFile {
   /// leaves the target as it was.
   void StoreInto(const ReadTarget& target, FileView& view) const;
 
+  /// Its name and what is to be told of it; empty for nothing.
+  std::string Notes() const;
+  const LoadedFile& Loaded() const { return loaded_; }
+
  private:
   void StoreBinary(const ReadTarget& target) const;
 
   FileKind kind_;
+  LoadedFile loaded_;
   std::string bytes_;
   std::string problem_;
+  LoadNotes notes_;
 };
 
-/// Reads one file into `target`, whose last cell is the highest address that it holds. False when
-/// the file was refused; nothing has changed then.
-bool ReadImage(const std::string& name, FileKind kind, const ReadTarget& target, FileView& view);
+/// Shows the notes of the files that were loaded, unless there are none.
+void TellNotes(const std::string& notes, FileView& view);
+
+/// Reads one file into `target`, whose last cell is the highest address that it holds, and tells
+/// its notes. Nothing when the file was refused; nothing has changed then.
+std::optional<LoadedFile> ReadImage(const std::string& name, FileKind kind,
+                                    const ReadTarget& target, FileView& view);
 
 }  // namespace loadfile

@@ -3,7 +3,8 @@
 
 #include <array>
 #include <cstdint>
-#include <string>
+
+#include "image/loaded_file.h"
 
 namespace tongxun2120 {
 
@@ -17,7 +18,7 @@ struct BankImage {
   RtdCells& cells;
   std::int32_t& maximum;  // address of the last byte, -1 for an empty image
   bool& loaded;
-  std::string& file;
+  loadfile::LoadedFile& file;
 };
 
 /// Lives as long as the process; no load clears a buffer.
@@ -35,7 +36,7 @@ class RtdImages {
   std::uint16_t RtdBankSum = 0;  // additive checksum of the bank loaded last
 
   BankImage Of(Bank bank) {
-    std::string& file = files_[static_cast<std::size_t>(bank)];
+    loadfile::LoadedFile& file = files_[static_cast<std::size_t>(bank)];
     if (bank == Bank::First) return {RtdBank1Buffer, Bank1Max, Bank1Loaded, file};
     return {RtdBank2Buffer, Bank2Max, Bank2Loaded, file};
   }
@@ -44,7 +45,7 @@ class RtdImages {
   void SumRtdBank(Bank bank);
 
  private:
-  std::array<std::string, 2> files_;
+  std::array<loadfile::LoadedFile, 2> files_;
 };
 
 }  // namespace tongxun2120

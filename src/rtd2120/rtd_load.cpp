@@ -6,11 +6,13 @@
 
 namespace loadfile {
 
-bool ReadRtdHexFile(const std::string& name, tongxun2120::RtdImages& images, FileView& view) {
+std::optional<LoadedFile> ReadRtdHexFile(const std::string& name, tongxun2120::RtdImages& images,
+                                         FileView& view) {
   return ReadImage(name, FileKind::Hex, {images.RtdLoadBuffer, images.RtdLoadMax}, view);
 }
 
-bool ReadRtdBinFile(const std::string& name, tongxun2120::RtdImages& images, FileView& view) {
+std::optional<LoadedFile> ReadRtdBinFile(const std::string& name, tongxun2120::RtdImages& images,
+                                         FileView& view) {
   return ReadImage(name, FileKind::Binary, {images.RtdLoadBuffer, images.RtdLoadMax}, view);
 }
 
@@ -23,7 +25,8 @@ void Load_RTD2120_NormalFile(Bank bank, RtdImages& images, RtdLoadView& view) {
   if (name.empty()) return;
   const bool isHex = loadfile::KindOf(name, "HEX") == loadfile::FileKind::Hex;
   const auto read = isHex ? loadfile::ReadRtdHexFile : loadfile::ReadRtdBinFile;
-  if (!read(name, images, view)) return;
+  const auto file = read(name, images, view);
+  if (!file) return;
 
   auto& staged = images.RtdLoadBuffer;
   if (images.RtdLoadMax < 0xFFFF) {
@@ -33,7 +36,7 @@ void Load_RTD2120_NormalFile(Bank bank, RtdImages& images, RtdLoadView& view) {
   image.cells = staged;
   image.maximum = images.RtdLoadMax;
   image.loaded = true;
-  image.file = name;
+  image.file = *file;
   images.SumRtdBank(bank);
   view.ShowBankRow(bank, {.file = name,
                           .maximumAddress = std::to_string(image.maximum),

@@ -1,6 +1,7 @@
 // The load command of the RTD2120 writer window.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "image/readers.h"
@@ -28,9 +29,11 @@ void Load_RTD2120_NormalFile(Bank bank, RtdImages& images, RtdLoadView& view);
 
 namespace loadfile {
 
-/// Fill `RtdLoadBuffer` and `RtdLoadMax`. False when the file was refused; nothing has changed
+/// Fill `RtdLoadBuffer` and `RtdLoadMax`. Nothing when the file was refused; nothing has changed
 /// then.
-bool ReadRtdHexFile(const std::string& name, tongxun2120::RtdImages& images, FileView& view);
-bool ReadRtdBinFile(const std::string& name, tongxun2120::RtdImages& images, FileView& view);
+std::optional<LoadedFile> ReadRtdHexFile(const std::string& name, tongxun2120::RtdImages& images,
+                                         FileView& view);
+std::optional<LoadedFile> ReadRtdBinFile(const std::string& name, tongxun2120::RtdImages& images,
+                                         FileView& view);
 
 }  // namespace loadfile

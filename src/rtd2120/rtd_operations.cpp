@@ -117,7 +117,7 @@ bool RtdOperations::RtdEraseChip(RtdView& view) {
 }
 
 // bank; per page: S 96 92 page 00 P; S 94 94 data.. P; [90] until bit 4 is 0
-void RtdOperations::RtdProgramBank(Bank bank, RtdView& view) {
+bool RtdOperations::RtdProgramBank(Bank bank, RtdView& view) {
   RtdStatusBase = view.StatusText();
   SelectBank(bank);
   const int pages = EndHigh() + 1;
@@ -129,10 +129,14 @@ void RtdOperations::RtdProgramBank(Bank bank, RtdView& view) {
     const auto percent = static_cast<int>(std::nearbyint(page * 100.0 / pages)) + 1;
     view.SetStatusText(RtdStatusBase + BankText(bank) + " " + std::to_string(percent) + " %");
     view.RefreshStatus();
-    if (!link_.RtdWaitBitsClear(kIspControl, kProgramming)) return AppendLinkError(view);
+    if (!link_.RtdWaitBitsClear(kIspControl, kProgramming)) {
+      AppendLinkError(view);
+      return false;
+    }
   }
   view.SetStatusText(RtdStatusBase + BankText(bank) + " 100 %\r\n");
   view.RefreshStatus();
+  return true;
 }
 
 }  // namespace tongxun2120

@@ -33,8 +33,8 @@ class RtdOperations {
   std::optional<int> RtdReadCrc(Bank bank, RtdView& view);
   /// False when the chip stayed busy for too long: a link error then stands in the status box.
   bool RtdEraseChip(RtdView& view);
-  /// Programs all pages of the bank. A page that does not finish ends it with a link error.
-  void RtdProgramBank(Bank bank, RtdView& view);
+  /// Programs all pages of the bank. False when a page did not finish: it ends with a link error.
+  bool RtdProgramBank(Bank bank, RtdView& view);
 
  private:
   int EndHigh() const { return RtdMaxAddr / 256; }

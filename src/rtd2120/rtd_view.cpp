@@ -3,8 +3,6 @@
 namespace tongxun2120 {
 namespace {
 
-constexpr const char* kLinkError = "MCU link error";
-
 void AppendRed(RtdView& view, const std::string& text) {
   view.SetStatusText(view.StatusText() + text);
   view.SetStatusRed(true);

@@ -19,13 +19,17 @@ class RtdView {
   virtual void RefreshStatus() = 0;
   /// A modal message box with an OK button.
   virtual void ShowMessage(std::string_view message) = 0;
+  /// A modal message box with OK and Cancel; Escape is Cancel. True for OK.
+  virtual bool Confirm(std::string_view message) = 0;
 };
+
+inline constexpr const char* kLinkError = "MCU link error";
 
 /// Appends `message` and a line end, and refreshes.
 void AppendLine(RtdView& view, std::string_view message);
 /// The same in red.
 void AppendRedLine(RtdView& view, std::string_view message);
-/// Appends "MCU link error" in red, without a line end, and refreshes.
+/// Appends `kLinkError` in red, without a line end, and refreshes.
 void AppendLinkError(RtdView& view);
 /// The same with a line end.
 void AppendLinkErrorLine(RtdView& view);

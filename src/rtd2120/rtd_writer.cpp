@@ -1,5 +1,7 @@
 #include "rtd2120/rtd_writer.h"
 
+#include <vector>
+
 #include "text/hex_text.h"
 
 namespace tongxun2120 {
@@ -9,6 +11,8 @@ namespace {
 void Join(std::string& list, const std::string& figure) {
   list += (list.empty() ? "" : " + ") + figure;
 }
+
+bool CanBeWritten(const BankImage& image) { return image.maximum >= 0 && image.maximum <= 0xFFFF; }
 
 /// The status box in one line.
 std::string InOneLine(std::string text) {
@@ -24,17 +28,32 @@ std::string InOneLine(std::string text) {
 void RtdWriter::Run(RtdView& view) {
   line_ = {.chip = "RTD2120"};
   line_.operation = OperateMode == RtdOperateMode::EraseOnly ? "Erase" : "Auto";
+  chipChanged_ = false;
   view.SetStatusRed(false);
   view.SetStatusText("");
+  if (!ImagesAreMeant(view)) return;
   Operate(view);
-  line_.result = InOneLine(view.StatusText());
-  if (!line_.result.empty()) RunEnded(line_);
+  line_.result.text = InOneLine(view.StatusText());
+  if (chipChanged_) RunEnded(line_);
+}
+
+/// Asks when a file whose image would be written has changed since it was loaded.
+bool RtdWriter::ImagesAreMeant(RtdView& view) {
+  if (OperateMode == RtdOperateMode::EraseOnly) return true;
+  std::vector<loadfile::LoadedFile> files;
+  for (const Bank bank : {Bank::First, Bank::Second}) {
+    const auto other = bank == Bank::First ? RtdBankMode::Second : RtdBankMode::First;
+    const BankImage image = images_.Of(bank);
+    if (BankMode != other && image.loaded && CanBeWritten(image)) files.push_back(image.file);
+  }
+  return loadfile::AgreedTo(files,
+                            [&view](std::string_view question) { return view.Confirm(question); });
 }
 
 void RtdWriter::Operate(RtdView& view) {
   if (!link_.RtdEnterIsp()) return AppendLinkError(view);
   if (OperateMode == RtdOperateMode::EraseOnly) {
-    operations_.RtdEraseChip(view);
+    Erase(view);
     return;
   }
   WriteLoadedBanks(view);
@@ -49,7 +68,7 @@ void RtdWriter::WriteLoadedBanks(RtdView& view) {
 
 bool RtdWriter::AutoWriteBank1(RtdView& view) {
   if (!Prepare(Bank::First, "Please load code in Buffer 1", view)) return true;
-  return operations_.RtdEraseChip(view) && WriteAndVerify(Bank::First, view);
+  return Erase(view) && WriteAndVerify(Bank::First, view);
 }
 
 bool RtdWriter::AutoWriteBank2(RtdView& view) {
@@ -64,9 +83,10 @@ bool RtdWriter::Prepare(Bank bank, const char* missingMessage, RtdView& view) {
     view.ShowMessage(missingMessage);
     return false;
   }
-  if (image.maximum < 0 || image.maximum > 0xFFFF) {
-    AppendRedLine(view, "Image address error.");
-    return false;
+  if (!CanBeWritten(image)) {
+    constexpr const char* kAddressError = "Image address error.";
+    AppendRedLine(view, kAddressError);
+    return Held(false, kAddressError);
   }
   images_.RtdLoadBuffer = image.cells;
   operations_.RtdBuildPages(image.maximum);
@@ -74,20 +94,33 @@ bool RtdWriter::Prepare(Bank bank, const char* missingMessage, RtdView& view) {
   return true;
 }
 
+bool RtdWriter::Erase(RtdView& view) {
+  chipChanged_ = true;
+  return Held(operations_.RtdEraseChip(view), kLinkError);
+}
+
+/// Keeps what turned the status box red first; returns `held`.
+bool RtdWriter::Held(bool held, std::string_view red) {
+  if (!held && line_.result.failure.empty()) line_.result.failure = red;
+  return held;
+}
+
 bool RtdWriter::WriteAndVerify(Bank bank, RtdView& view) {
-  operations_.RtdProgramBank(bank, view);
+  chipChanged_ = true;
+  Held(operations_.RtdProgramBank(bank, view), kLinkError);
   const int calculated = operations_.RtdCalcCrc(view);
   const BankImage image = images_.Of(bank);
-  Join(line_.file, image.file);
+  Join(line_.file, image.file.name);
   line_.size += static_cast<std::size_t>(image.maximum) + 1;
   Join(line_.crc, HexText(calculated));
   const auto read = operations_.RtdReadCrc(bank, view);
-  if (!read) return false;
+  if (!Held(read.has_value(), kLinkError)) return false;
   Join(line_.chipCrc, HexText(*read));
-  if (*read == calculated) {
+  constexpr const char* kCrcFail = "CRC FAIL.";
+  if (Held(*read == calculated, kCrcFail)) {
     AppendLine(view, "CRC OK.");
   } else {
-    AppendRedLine(view, "CRC FAIL.");
+    AppendRedLine(view, kCrcFail);
   }
   return true;
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <functional>
-#include <string>
+#include <string_view>
 
 #include "bus/bus_timing.h"
 #include "rtd2120/rtd_images.h"
@@ -24,8 +24,8 @@ class RtdWriter {
   RtdBankMode BankMode = RtdBankMode::First;
   RtdOperateMode OperateMode = RtdOperateMode::Automatic;
 
-  /// Told of every run that showed a result, when it has ended. Figures of two banks are joined by
-  /// " + ".
+  /// Told of every run that sent an erase or an image, when it has ended. Figures of two banks are
+  /// joined by " + ".
   std::function<void(const RunLine&)> RunEnded = [](const RunLine&) {};
 
   /// Loads an image for the bank.
@@ -40,16 +40,20 @@ class RtdWriter {
   bool AutoWriteBank2(RtdView& view);
 
  private:
+  bool ImagesAreMeant(RtdView& view);
   void Operate(RtdView& view);
   void WriteLoadedBanks(RtdView& view);
   bool Prepare(Bank bank, const char* missingMessage, RtdView& view);
+  bool Erase(RtdView& view);
   bool WriteAndVerify(Bank bank, RtdView& view);
+  bool Held(bool held, std::string_view red);
 
   RtdLink& link_;
   RtdOperations& operations_;
   tongxun::BusTiming& timing_;
   RtdImages& images_;
-  RunLine line_;  // of the run that goes on
+  RunLine line_;              // of the run that goes on
+  bool chipChanged_ = false;  // by that run: an erase or a page was sent
 };
 
 }  // namespace tongxun2120

@@ -36,6 +36,13 @@ std::string Field(const std::string& text) {
   return quoted + "\"";
 }
 
+/// "Write Ok (red): programcode fail"; the reason is left out when the text ends with it.
+std::string ResultText(const RunResult& result) {
+  if (result.failure.empty()) return result.text;
+  const std::string red = result.text + " (red)";
+  return result.text.ends_with(result.failure) ? red : red + ": " + result.failure;
+}
+
 }  // namespace
 
 RunLog::RunLog(const fs::path& folder, std::function<Way()> way, Problem report,
@@ -65,7 +72,7 @@ std::string RunLog::TextOf(const RunLine& line) const {
   const std::string size = line.file.empty() ? std::string() : std::to_string(line.size);
   std::string text = TimeText(now_());
   for (const std::string& field : {line.chip, line.operation, line.file, size, line.crc,
-                                   line.chipCrc, line.result, way.port, way.board}) {
+                                   line.chipCrc, ResultText(line.result), way.port, way.board}) {
     text += "," + Field(field);
   }
   return text + "\r\n";

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "platform/problem.h"
+#include "run_log/run_result.h"
 
 /// One run that has ended. Texts are UTF-8; those that do not apply are empty.
 struct RunLine {
@@ -15,9 +16,9 @@ struct RunLine {
   std::string operation = {};
   std::string file = {};     // of the image that was programmed
   std::size_t size = 0;      // of the image, in bytes
-  std::string crc = {};      // of the image, hexadecimal
+  std::string crc = {};      // which the chip's should equal, hexadecimal
   std::string chipCrc = {};  // as the chip reported it
-  std::string result = {};   // as shown
+  RunResult result = {};
 
   bool operator==(const RunLine&) const = default;
 };

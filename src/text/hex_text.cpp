@@ -4,6 +4,13 @@
 #include <charconv>
 #include <span>
 
+namespace {
+
+/// In UTF-8 every byte but those that continue a character.
+bool BeginsCharacter(char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }
+
+}  // namespace
+
 std::string HexText(std::int32_t value) {
   auto rest = static_cast<std::uint32_t>(value);
   std::string text;
@@ -37,9 +44,14 @@ std::string UpperCase(std::string_view text) {
   return upper;
 }
 
+std::string_view WithoutLastCharacter(std::string_view text) {
+  const auto begin = std::find_if(text.rbegin(), text.rend(), BeginsCharacter);
+  if (begin == text.rend()) return {};
+  return text.substr(0, static_cast<std::size_t>(text.rend() - begin) - 1);
+}
+
 std::size_t Length(std::string_view text) {
-  const auto begins = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; };
-  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), begins));
+  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), BeginsCharacter));
 }
 
 std::string fileop::HexByte(int value) {

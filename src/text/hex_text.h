@@ -35,6 +35,9 @@ std::string_view Trim(std::string_view text, std::string_view blanks = " ");
 /// The text with its letters A-Z in upper case.
 std::string UpperCase(std::string_view text);
 
+/// A UTF-8 text without its last character.
+std::string_view WithoutLastCharacter(std::string_view text);
+
 /// Number of characters of a UTF-8 text.
 std::size_t Length(std::string_view text);
 

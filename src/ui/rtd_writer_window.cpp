@@ -80,12 +80,14 @@ void RTD2120Write::Load(Bank bank) {
   writer_.Load(bank, *this);
 }
 
-std::function<void()> RTD2120Write::LoadCommandAt(QPoint place) {
+RTD2120Write::LoadCommand RTD2120Write::LoadCommandAt(QPoint place) {
   for (const Bank bank : {Bank::First, Bank::Second}) {
     const QRect box = banks_[static_cast<std::size_t>(bank)].file->geometry();
-    if (place.y() >= box.top() && place.y() <= box.bottom()) return [this, bank] { Load(bank); };
+    if (place.y() >= box.top() && place.y() <= box.bottom()) {
+      return {[this, bank] { Load(bank); }, loadfile::kOneFileFilters};
+    }
   }
-  return nullptr;
+  return {};
 }
 
 void RTD2120Write::CreateMenu() {
@@ -169,6 +171,8 @@ void RTD2120Write::SetStatusRed(bool red) { ShowLiveColour(writeStatus_, kMessag
 void RTD2120Write::RefreshStatus() { writeStatus_->viewport()->repaint(); }
 
 void RTD2120Write::ShowMessage(std::string_view message) { ShowMessageBox(this, message); }
+
+bool RTD2120Write::Confirm(std::string_view message) { return ShowQuestionBox(this, message); }
 
 void RTD2120Write::ShowBankRow(Bank bank, const RtdBankRow& row) {
   const BankBoxes& boxes = banks_[static_cast<std::size_t>(bank)];

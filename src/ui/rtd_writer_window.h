@@ -27,7 +27,7 @@ class RTD2120Write final : public WriterWindow<tongxun2120::RtdLoadView>,
   void CreateBankOptions();
   void CreateOperationOptions();
   void Connect();
-  std::function<void()> LoadCommandAt(QPoint place) override;
+  LoadCommand LoadCommandAt(QPoint place) override;
   void Load(tongxun2120::Bank bank);
 
   void Form_Load();
@@ -48,6 +48,7 @@ class RTD2120Write final : public WriterWindow<tongxun2120::RtdLoadView>,
   void SetStatusRed(bool red) override;
   void RefreshStatus() override;
   void ShowMessage(std::string_view message) override;
+  bool Confirm(std::string_view message) override;
 
   // RtdLoadView
   using WriterWindow::ShowMessage;  // with a detail

@@ -15,10 +15,6 @@ void Form1::SetStatusText(StatusLabel label, std::string_view text) {
   StatusControl(label)->ShowText(TextOf(text));
 }
 
-std::string Form1::StatusText(StatusLabel label) const {
-  return StatusControl(label)->text().toStdString();
-}
-
 void Form1::RepaintStatus(StatusLabel label) { StatusControl(label)->repaint(); }
 
 void Form1::ShowData(std::string_view text) {

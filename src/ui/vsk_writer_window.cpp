@@ -189,8 +189,8 @@ void Form1::Lnf_Click() {
 
 void Form1::Command1_Click() { Lnf_Click(); }
 
-std::function<void()> Form1::LoadCommandAt(QPoint) {
-  return [this] { Lnf_Click(); };
+Form1::LoadCommand Form1::LoadCommandAt(QPoint) {
+  return {[this] { Lnf_Click(); }, isp_.Model().filters};
 }
 
 void Form1::Command4_Click() {

@@ -43,7 +43,7 @@ class Form1 final : public WriterWindow<VskLoadView>, private IspView {
   void CreateImageBoxes(QWidget* client);
   void CreateIspMode(QWidget* client);
   void Connect();
-  std::function<void()> LoadCommandAt(QPoint place) override;
+  LoadCommand LoadCommandAt(QPoint place) override;
   void RunFromMenu(IspOperation operation);
   SpokenLabel* StatusControl(StatusLabel label) const;
 
@@ -70,7 +70,6 @@ class Form1 final : public WriterWindow<VskLoadView>, private IspView {
   void ShowData(std::string_view text) override;
   void SetStatusColour(StatusLabel label, StatusColour colour) override;
   void SetStatusText(StatusLabel label, std::string_view text) override;
-  std::string StatusText(StatusLabel label) const override;
   void RepaintStatus(StatusLabel label) override;
   void ShowHardwareCrc(std::string_view text) override;  // also VskLoadView
   void SelectQuitOption() override;

@@ -11,13 +11,16 @@
 #include <QUrl>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <utility>
 
+#include "image/readers.h"
 #include "ui/print_surface.h"
 #include "widgets/controls.h"
 #include "widgets/dialogs.h"
 #include "widgets/guarded.h"
 #include "widgets/operation.h"
+#include "widgets/problem_box.h"
 #include "widgets/screen_space.h"
 
 /// `LoadView`: the view of the window's load commands, a `FileView`.
@@ -37,9 +40,12 @@ class WriterWindow : public QMainWindow, protected LoadView {
  protected:
   PrintSurface* const surface_;  // the client area
 
-  /// The load command for a file that is dropped there, in coordinates of the client area; none
-  /// where nothing can be dropped.
-  virtual std::function<void()> LoadCommandAt(QPoint place) = 0;
+  struct LoadCommand {
+    std::function<void()> run = {};  // none where nothing can be dropped
+    std::string_view filters = {};   // of the files that it takes
+  };
+  /// For a file that is dropped there, in coordinates of the client area.
+  virtual LoadCommand LoadCommandAt(QPoint place) = 0;
 
   /// By any means. Close requests that queued up while an operation held the thread find the window
   /// closing already, and do nothing.
@@ -59,7 +65,7 @@ class WriterWindow : public QMainWindow, protected LoadView {
   void dropEvent(QDropEvent* event) override {
     if (!TakeIfFile(event)) return;
     dropped_ = QDir::toNativeSeparators(event->mimeData()->urls().first().toLocalFile());
-    Guarded(this, CommandFor(event))();
+    Guarded(this, CommandFor(event).run)();
     dropped_.clear();
   }
 
@@ -72,17 +78,21 @@ class WriterWindow : public QMainWindow, protected LoadView {
   void ShowMessage(std::string_view message, std::string_view detail) override {
     ShowMessageBox(this, message, detail);
   }
+  void ShowNotes(std::string_view notes) override { PostFileNotes(std::string(notes)); }
   void PrintLine(std::string_view line) override { surface_->PrintLine(TextOf(line)); }
   void ClearPrintedLines() override { surface_->Clear(); }
 
  private:
-  std::function<void()> CommandFor(const QDropEvent* event) {
+  LoadCommand CommandFor(const QDropEvent* event) {
     return LoadCommandAt(surface_->mapFrom(this, event->position().toPoint()));
   }
+  /// One file, of a name that the file dialog would show; the cursor tells.
   bool TakeIfFile(QDropEvent* event) {
     const QList<QUrl> urls = event->mimeData()->urls();
     const bool oneFile = urls.size() == 1 && urls.first().isLocalFile();
-    const bool taken = oneFile && CommandFor(event) != nullptr;
+    const LoadCommand command = CommandFor(event);
+    const bool taken = oneFile && command.run &&
+                       loadfile::IsShown(urls.first().fileName().toStdString(), command.filters);
     event->setAccepted(taken);
     if (!taken) return false;
     event->setDropAction(Qt::CopyAction);

@@ -69,20 +69,20 @@ bool IspOperations::ChipErase() {
   return erased;
 }
 
-void IspOperations::EraseAndShow(IspView& view) {
-  ShowResult(view, StatusLabel::Operation, ChipErase(), "Blank ok", "Blank fail");
+RunResult IspOperations::EraseAndShow(IspView& view) {
+  return ShowResult(view, StatusLabel::Operation, ChipErase(), "Blank ok", "Blank fail");
 }
 
 // S C 30 page P, S A 00 00 P     the chip is busy erasing, so the follow-up is not acknowledged
-bool IspOperations::ErasePageRange(std::int32_t start, std::int32_t end, IspView& view) {
+RunResult IspOperations::ErasePageRange(std::int32_t start, std::int32_t end, IspView& view) {
   if (end == 0) end = 0xFFFF;
   const std::int32_t first = start / kErasePageBytes;
   const std::int32_t last = end / kErasePageBytes;
   if (first > kLastPage) {
     view.ShowMessage(kNothingErasable);
-    return false;
+    return {};
   }
-  if (last > kLastPage && !view.Confirm(kErasableRange)) return false;
+  if (last > kLastPage && !view.Confirm(kErasableRange)) return {};
 
   bool failed = false;
   for (auto page = static_cast<std::int16_t>(first); page <= std::min(last, kLastPage); ++page) {
@@ -90,8 +90,9 @@ bool IspOperations::ErasePageRange(std::int32_t start, std::int32_t end, IspView
     failed = SendFollowUp();
     WaitBitDelays(kBitDelaysOfPageErase);
   }
-  ShowResult(view, StatusLabel::Operation, !failed, "page erase ok", "page erase fail");
-  return failed;
+  RunResult result =
+      ShowResult(view, StatusLabel::Operation, !failed, "page erase ok", "page erase fail");
+  return first > last ? RunResult{} : result;  // without a page nothing was sent
 }
 
 // S C 00 page P, S A 00 Sr A|01 [page's bytes] P
@@ -158,51 +159,54 @@ void IspOperations::ShowProgress(const VskBank& bank, std::int32_t address, std:
 }
 
 // the pages of each bank, the chip's CRC, quit
-void IspOperations::ProgramImage(IspView& view) {
+RunResult IspOperations::ProgramImage(IspView& view) {
   bool programmed = false;
   for (const VskBank& bank : Model().banks) {
     programmed = SendPages(bank, images_.*bank.maximum, view);
   }
-  ShowResult(view, StatusLabel::Operation, programmed, "programcode ok", "programcode fail");
+  RunResult result =
+      ShowResult(view, StatusLabel::Operation, programmed, "programcode ok", "programcode fail");
   view.RepaintStatus(StatusLabel::Operation);
   frames_.ReadHwCrc();
   ReportedCrc = frames_.HwCrc;
   view.ShowHardwareCrc(HexText(ReportedCrc));
   QuitIspMode(view);
+  return result;
 }
 
-void IspOperations::DoEraseAll(IspView& view) {
+RunResult IspOperations::DoEraseAll(IspView& view) {
   if (!BeginsInIspMode("blankentire:isp mode is  exist", "blankentire:isp mode is not exist",
                        view)) {
-    return;
+    return {};
   }
-  EraseAndShow(view);
+  return EraseAndShow(view);
 }
 
-void IspOperations::DoPageErase(IspView& view) {
+RunResult IspOperations::DoPageErase(IspView& view) {
   if (!BeginsInIspMode("page erase:isp mode is  exist", "page erase:isp mode is not exist", view)) {
-    return;
+    return {};
   }
   const auto start = AskAddress(view, "please input start address:(0000-FFFF)", "0000");
-  if (!start) return;
+  if (!start) return {};
   const auto end = AskAddress(view, "please input end address:(0000-FFFF)", "FFFF");
-  if (end) ErasePageRange(*start, *end, view);
+  return end ? ErasePageRange(*start, *end, view) : RunResult{};
 }
 
 // erase, a second's pause, S C D0 P, the image, the CRC compared
-void IspOperations::DoProgram(IspView& view) {
+RunResult IspOperations::DoProgram(IspView& view) {
   const bool inIspMode =
       BeginsInIspMode("program:isp mode is exist", "program:isp mode is not exist", view);
   view.RepaintStatus(StatusLabel::IspMode);
-  if (!inIspMode) return;
+  if (!inIspMode) return {};
   EraseAndShow(view);
   view.RepaintStatus(StatusLabel::Operation);
   timing_.WaitMilliseconds(kEraseTime_ms);
   frames_.Send(frames_.CommandAddress(), {kResetCrc});
-  ProgramImage(view);
-  const bool matches = images_.CrcMatches(frames_.HwCrc);
-  view.SetStatusText(StatusLabel::Operation, matches ? "Write Ok" : "CRC Error");
+  RunResult result = ProgramImage(view);
+  result.text = images_.CrcMatches(frames_.HwCrc) ? "Write Ok" : "CRC Error";
+  view.SetStatusText(StatusLabel::Operation, result.text);  // in the colour that is there
   frames_.HwCrc = 0;
+  return result;
 }
 
 void IspOperations::DoPageRead(IspView& view) {

@@ -35,29 +35,31 @@ class IspOperations {
   bool ChipErase();
   /// Erases the 128-byte pages of `start`..`end` (0..0xFFFF; end 0 means 0xFFFF). Only addresses up
   /// to 0x7FFF have a page number that fits a byte: a range beyond is clipped when the operator
-  /// agrees, and a start beyond sends nothing. Returns the last follow-up frame's acknowledge: true
-  /// means that the erase failed.
-  bool ErasePageRange(std::int32_t start, std::int32_t end, IspView& view);
+  /// agrees, and a start beyond sends nothing. Failed when the last follow-up frame was
+  /// acknowledged.
+  RunResult ErasePageRange(std::int32_t start, std::int32_t end, IspView& view);
 
   /// Programs the chip's banks from the loaded image, reads the chip's CRC over all of them and
-  /// quits ISP mode. A refused page command ends a bank but the last silently.
-  void ProgramImage(IspView& view);
+  /// quits ISP mode. A refused page command ends a bank but the last silently. Returns what was
+  /// shown of the programming.
+  RunResult ProgramImage(IspView& view);
 
   /// Reads page 0..255 into `IspRxBuf`. True when the page-select frame was acknowledged.
   bool ReadChipPage(std::int32_t page, IspView& view);
   /// Shows `IspRxBuf` in the data display as page 0..255.
   void ShowReadPage(std::int32_t page, IspView& view) const;
 
-  // What "Run" does. Each refuses to run outside ISP mode.
-  void DoPageErase(IspView& view);
-  void DoEraseAll(IspView& view);
-  void DoProgram(IspView& view);
+  // What "Run" does. Each refuses to run outside ISP mode. Those that change the chip return what
+  // they showed last.
+  RunResult DoPageErase(IspView& view);
+  RunResult DoEraseAll(IspView& view);
+  RunResult DoProgram(IspView& view);
   void DoPageRead(IspView& view);
 
  private:
   bool BeginsInIspMode(std::string_view inMode, std::string_view outside, IspView& view) const;
   bool SendFollowUp();
-  void EraseAndShow(IspView& view);
+  RunResult EraseAndShow(IspView& view);
   void WaitBitDelays(int count);
   /// True when every command and the last data frame were acknowledged.
   bool SendPages(const VskBank& bank, std::int32_t maximum, IspView& view);

@@ -27,10 +27,12 @@ void ShowStatus(IspView& view, StatusLabel label, StatusColour colour, std::stri
   view.SetStatusText(label, text);
 }
 
-void ShowResult(IspView& view, StatusLabel label, bool holds, std::string_view good,
-                std::string_view bad) {
+RunResult ShowResult(IspView& view, StatusLabel label, bool holds, std::string_view good,
+                     std::string_view bad) {
   const StatusColour colour = holds ? StatusColour::Black : StatusColour::Red;
   ShowStatus(view, label, colour, holds ? good : bad);
+  if (holds) return {.text = std::string(good)};
+  return {.text = std::string(bad), .failure = std::string(bad)};
 }
 
 void ClearStatus(IspView& view) {

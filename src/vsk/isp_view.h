@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "run_log/run_result.h"
+
 enum class StatusLabel {
   IspMode,    // Label2, beside "Isp Mode Status"
   Operation,  // Label3, beside "Isp Operate Status"
@@ -20,7 +22,6 @@ class IspView {
 
   virtual void SetStatusColour(StatusLabel label, StatusColour colour) = 0;
   virtual void SetStatusText(StatusLabel label, std::string_view text) = 0;
-  virtual std::string StatusText(StatusLabel label) const = 0;
   /// Redraws the label at once, before the operation goes on.
   virtual void RepaintStatus(StatusLabel label) = 0;
 
@@ -45,9 +46,9 @@ class IspView {
 
 /// Colour, then text.
 void ShowStatus(IspView& view, StatusLabel label, StatusColour colour, std::string_view text);
-/// Black `good` when `holds`, else red `bad`.
-void ShowResult(IspView& view, StatusLabel label, bool holds, std::string_view good,
-                std::string_view bad);
+/// Black `good` when `holds`, else red `bad`; returns what was shown.
+RunResult ShowResult(IspView& view, StatusLabel label, bool holds, std::string_view good,
+                     std::string_view bad);
 void ClearStatus(IspView& view);
 
 /// Asks for a page number with the input box, again until it is two hex digits. Nothing when the

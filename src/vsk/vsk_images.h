@@ -3,7 +3,9 @@
 
 #include <array>
 #include <cstdint>
-#include <string>
+#include <vector>
+
+#include "image/loaded_file.h"
 
 namespace tongxun {
 
@@ -20,10 +22,13 @@ class VskImages {
   VskCells CodeBank1{};
   std::int32_t CodeBank1Max = 0;
 
+  // The files they came from. A pair passes through `CodeBuffer`, which then holds no file's image.
+  std::vector<loadfile::LoadedFile> CodeFiles;
+  std::vector<loadfile::LoadedFile> BankFiles;
+
   std::uint16_t CodeCrc = 0;  // CRC-16 of the loaded image
   std::uint16_t CodeSum = 0;  // additive checksum of the loaded image
   bool CodeLoaded = false;    // an image has been loaded
-  std::string File;           // the one it came from; of a pair, the first
 
   void CrcCode();
   /// CRC of bank 0 and bank 1 laid end to end.

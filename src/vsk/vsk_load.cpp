@@ -27,42 +27,45 @@ void LoadBank(const loadfile::ImageFile& file, std::int32_t lastCell, tongxun::V
 
 namespace loadfile {
 
-bool ReadHexFile(const std::string& name, std::int32_t lastCell, tongxun::VskImages& images,
-                 FileView& view) {
+std::optional<LoadedFile> ReadHexFile(const std::string& name, std::int32_t lastCell,
+                                      tongxun::VskImages& images, FileView& view) {
   return ReadImage(name, FileKind::Hex, Staging(images, lastCell), view);
 }
 
-bool ReadBinFile(const std::string& name, std::int32_t lastCell, tongxun::VskImages& images,
-                 FileView& view) {
+std::optional<LoadedFile> ReadBinFile(const std::string& name, std::int32_t lastCell,
+                                      tongxun::VskImages& images, FileView& view) {
   return ReadImage(name, FileKind::Binary, Staging(images, lastCell), view);
 }
 
 }  // namespace loadfile
 
-void Load_Vsk830_NormalFile(std::int32_t lastCell, tongxun::VskImages& images, VskLoadView& view) {
-  const std::string name = view.ChooseFile(loadfile::kOneFileFilters);
+void Load_Vsk830_NormalFile(std::string_view filters, std::int32_t lastCell,
+                            tongxun::VskImages& images, VskLoadView& view) {
+  const std::string name = view.ChooseFile(filters);
   if (!name.empty()) {
     const bool isHex = loadfile::KindOf(name, "HEX") == FileKind::Hex;
     const auto read = isHex ? loadfile::ReadHexFile : loadfile::ReadBinFile;
-    if (!read(name, lastCell, images, view)) return;
+    const auto file = read(name, lastCell, images, view);
+    if (!file) return;
     images.CheckCode();
     view.ShowMaximumAddress(HexText(images.CodeMax));
     view.ShowSoftwareCrc(HexText(images.CodeCrc));
     view.ShowChecksum(HexText(images.CodeSum));
     view.ShowHardwareCrc("");
     images.CodeLoaded = true;
-    images.File = name;
+    images.CodeFiles = {*file};
   }
   view.ShowFileName(name);
 }
 
-void Load_Vsk630_NormalFile(std::int32_t lastCell, tongxun::VskImages& images, VskLoadView& view) {
-  const std::string name = view.ChooseFile(loadfile::kPairFilters);
+void Load_Vsk630_NormalFile(std::string_view filters, std::int32_t lastCell,
+                            tongxun::VskImages& images, VskLoadView& view) {
+  const std::string name = view.ChooseFile(filters);
   if (!name.empty()) {
     const FileKind kind = loadfile::KindOf(name, "H00");
     const auto last = static_cast<std::size_t>(lastCell);
     const loadfile::ImageFile file0(name, kind, last);
-    const loadfile::ImageFile file1(name.substr(0, name.size() - 1) + "1", kind, last,
+    const loadfile::ImageFile file1(std::string(WithoutLastCharacter(name)) + "1", kind, last,
                                     loadfile::Missing::Empty);
     if (file0.Refused()) return file0.Refuse(view);
     if (file1.Refused()) return file1.Refuse(view);
@@ -73,11 +76,13 @@ void Load_Vsk630_NormalFile(std::int32_t lastCell, tongxun::VskImages& images, V
     images.SumBanks();
     images.CrcBanks();
     images.CodeLoaded = true;
-    images.File = name;
+    images.CodeFiles.clear();
+    images.BankFiles = {file0.Loaded(), file1.Loaded()};
     view.ShowMaximumAddress(HexText(images.CodeBank0Max) + "  " + HexText(images.CodeBank1Max));
     view.ShowChecksum(HexText(images.CodeSum));
     view.ShowSoftwareCrc(HexText(images.CodeCrc));
     view.ShowHardwareCrc("");
+    loadfile::TellNotes(file0.Notes() + file1.Notes(), view);
   }
   view.ShowFileName(name);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -18,28 +19,32 @@ class VskLoadView : public FileView {
   virtual void ShowHardwareCrc(std::string_view text) = 0;     // Text6, "H/W CRC"
 };
 
-/// A load command. `lastCell`: the highest address that the chip's image may reach.
-using VskLoader = void (*)(std::int32_t lastCell, tongxun::VskImages& images, VskLoadView& view);
+/// A load command. `filters`: of the names that are offered. `lastCell`: the highest address that
+/// the chip's image may reach.
+using VskLoader = void (*)(std::string_view filters, std::int32_t lastCell,
+                           tongxun::VskImages& images, VskLoadView& view);
 
 /// Asks for one file, loads it into `CodeBuffer` and shows its checks. A refused file changes
 /// nothing; a cancelled dialog empties the file-name box.
-void Load_Vsk830_NormalFile(std::int32_t lastCell, tongxun::VskImages& images, VskLoadView& view);
+void Load_Vsk830_NormalFile(std::string_view filters, std::int32_t lastCell,
+                            tongxun::VskImages& images, VskLoadView& view);
 
 /// Asks for the bank-0 file of a pair, takes the bank-1 file of the same name ending in "1", and
 /// loads both through `CodeBuffer` into `CodeBank0` and `CodeBank1`. Both are checked before either
 /// is stored: a refused one refuses the pair. A missing binary bank-1 file reads as empty.
-void Load_Vsk630_NormalFile(std::int32_t lastCell, tongxun::VskImages& images, VskLoadView& view);
+void Load_Vsk630_NormalFile(std::string_view filters, std::int32_t lastCell,
+                            tongxun::VskImages& images, VskLoadView& view);
 
 namespace loadfile {
 
 /// The filter list for the first file of a two-bank pair.
 inline constexpr std::string_view kPairFilters = "H00file (*.H00)|*.H00|B00file (*.B00)|*.B00";
 
-/// Fill `CodeBuffer`[0..lastCell] and `CodeMax`. False when the file was refused; nothing has
+/// Fill `CodeBuffer`[0..lastCell] and `CodeMax`. Nothing when the file was refused; nothing has
 /// changed then.
-bool ReadHexFile(const std::string& name, std::int32_t lastCell, tongxun::VskImages& images,
-                 FileView& view);
-bool ReadBinFile(const std::string& name, std::int32_t lastCell, tongxun::VskImages& images,
-                 FileView& view);
+std::optional<LoadedFile> ReadHexFile(const std::string& name, std::int32_t lastCell,
+                                      tongxun::VskImages& images, FileView& view);
+std::optional<LoadedFile> ReadBinFile(const std::string& name, std::int32_t lastCell,
+                                      tongxun::VskImages& images, FileView& view);
 
 }  // namespace loadfile

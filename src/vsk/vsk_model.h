@@ -4,6 +4,8 @@
 #include <array>
 #include <cstdint>
 #include <span>
+#include <string_view>
+#include <vector>
 
 #include "vsk/isp_frames.h"
 #include "vsk/vsk_images.h"
@@ -27,9 +29,11 @@ struct VskBank {
 struct VskModel {
   const char* name;  // caption of its option; the launcher's button adds a V
   std::span<const VskBank> banks;
-  std::int32_t pageBytes;  // of a programmed and of a read page, at most 512
-  VskLoader load;          // reads its firmware files
-  std::int32_t lastCell;   // highest address that an image may reach, 0..65536
+  std::int32_t pageBytes;    // of a programmed and of a read page, at most 512
+  std::string_view filters;  // of the names of its firmware files
+  VskLoader load;            // reads them
+  std::vector<loadfile::LoadedFile> tongxun::VskImages::*files;  // what its banks came from
+  std::int32_t lastCell;  // highest address that an image may reach, 0..65536
 };
 
 namespace tongxun {
@@ -45,8 +49,10 @@ inline constexpr std::array<VskBank, 2> kTwoBanks{
 }  // namespace tongxun
 
 inline constexpr std::array kVskModels{
-    VskModel{"VSK830", tongxun::kOneBank, 256, Load_Vsk830_NormalFile, 65536},
-    VskModel{"VSK630", tongxun::kTwoBanks, 256, Load_Vsk630_NormalFile, 65536},
+    VskModel{"VSK830", tongxun::kOneBank, 256, loadfile::kOneFileFilters, Load_Vsk830_NormalFile,
+             &tongxun::VskImages::CodeFiles, 65536},
+    VskModel{"VSK630", tongxun::kTwoBanks, 256, loadfile::kPairFilters, Load_Vsk630_NormalFile,
+             &tongxun::VskImages::BankFiles, 65536},
 };
 
 constexpr const VskModel& ModelOf(VskChip chip) {

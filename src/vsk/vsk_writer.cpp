@@ -9,7 +9,7 @@
 
 void VskWriter::Load(VskLoadView& view) {
   const VskModel& model = isp_.Model();
-  model.load(model.lastCell, images_, view);
+  model.load(model.filters, model.lastCell, images_, view);
 }
 
 void VskWriter::GoToIspMode(IspView& view) {
@@ -44,15 +44,13 @@ void VskWriter::Run(IspView& view) {
 
   switch (IspOperate) {
     case IspOperation::PageErase:
-      isp_.DoPageErase(view);
-      return TellRun({.operation = "Page Erase"}, view);
+      return TellRun({.operation = "Page Erase", .result = isp_.DoPageErase(view)});
     case IspOperation::EraseAll:
-      isp_.DoEraseAll(view);
-      return TellRun({.operation = "Erase All"}, view);
+      return TellRun({.operation = "Erase All", .result = isp_.DoEraseAll(view)});
     case IspOperation::Program:
       if (!images_.CodeLoaded) return view.ShowMessage("the hexfile is not load");
-      isp_.DoProgram(view);
-      return TellRun(ImageLine(), view);
+      if (ImageIsMeant(view)) TellRun(ProgramImage(view));
+      return;
     case IspOperation::PageRead:
       LoadPageView = false;
       ReadPageView = true;
@@ -67,17 +65,23 @@ void VskWriter::Run(IspView& view) {
   }
 }
 
-void VskWriter::TellRun(RunLine line, const IspView& view) const {
-  line.chip = isp_.Model().name;
-  line.result = view.StatusText(StatusLabel::Operation);
-  if (!line.result.empty()) RunEnded(line);  // else the operator gave no answer
+/// Asks when a file of the image has changed since it was loaded.
+bool VskWriter::ImageIsMeant(IspView& view) const {
+  return loadfile::AgreedTo(images_.*isp_.Model().files,
+                            [&view](std::string_view question) { return view.Confirm(question); });
 }
 
-RunLine VskWriter::ImageLine() const {
-  RunLine line{.operation = "Program",
-               .file = images_.File,
-               .crc = HexText(images_.CodeCrc),
-               .chipCrc = HexText(isp_.ReportedCrc)};
+void VskWriter::TellRun(RunLine line) const {
+  line.chip = isp_.Model().name;
+  if (!line.result.text.empty()) RunEnded(line);
+}
+
+RunLine VskWriter::ProgramImage(IspView& view) {
+  RunLine line{
+      .operation = "Program", .crc = HexText(images_.CodeCrc), .result = isp_.DoProgram(view)};
+  line.chipCrc = HexText(isp_.ReportedCrc);
+  const auto& files = images_.*isp_.Model().files;
+  if (!files.empty()) line.file = files.front().name;
   for (const VskBank& bank : isp_.Model().banks) {
     line.size += tongxun::UsedCells(images_.*bank.cells, images_.*bank.maximum).size();
   }

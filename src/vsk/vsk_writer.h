@@ -31,7 +31,7 @@ class VskWriter {
   bool ReadPageView = false;  // the data display pages through the chip
   std::int32_t LoadPage = 0;  // page 0..255 of the image last shown
 
-  /// Told of every run that erased or programmed, when it has ended.
+  /// Told of every run that sent an erase or an image, when it has ended.
   std::function<void(const RunLine&)> RunEnded = [](const RunLine&) {};
 
   /// Loads an image for the chip that is selected.
@@ -51,8 +51,9 @@ class VskWriter {
   void StepPage(IspOperation step, IspView& view);
 
  private:
-  void TellRun(RunLine line, const IspView& view) const;
-  RunLine ImageLine() const;
+  bool ImageIsMeant(IspView& view) const;
+  void TellRun(RunLine line) const;
+  RunLine ProgramImage(IspView& view);
   bool PrepareLoadPage(IspView& view);
   void ShowNeighbour(int step, IspView& view);
   void ShowLoadPage(IspView& view) const;

@@ -7,10 +7,10 @@
 
 namespace {
 
-void ShowProblem(const std::string& message) {
+void ShowBox(const char* name, const std::string& message) {
   auto* box = new QMessageBox(QMessageBox::Warning, QStringLiteral("isp-writer"), TextOf(message),
                               QMessageBox::Ok);
-  box->setObjectName(QStringLiteral("PortProblem"));
+  box->setObjectName(QLatin1String(name));
   MakeReadable(*box);
   KeepWide(*box);
   box->setAttribute(Qt::WA_DeleteOnClose);
@@ -18,9 +18,13 @@ void ShowProblem(const std::string& message) {
   box->show();
 }
 
+void PostBox(const char* name, const std::string& message) {
+  QMetaObject::invokeMethod(
+      qApp, [name, message] { ShowBox(name, message); }, Qt::QueuedConnection);
+}
+
 }  // namespace
 
-void PostProblem(const std::string& message) {
-  QMetaObject::invokeMethod(
-      qApp, [message] { ShowProblem(message); }, Qt::QueuedConnection);
-}
+void PostProblem(const std::string& message) { PostBox("PortProblem", message); }
+
+void PostFileNotes(const std::string& notes) { PostBox("FileNotes", notes); }

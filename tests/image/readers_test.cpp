@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <sstream>
 
+#include "image/intel_hex.h"
 #include "support/file_answers.h"
 #include "support/temp_folder.h"
 
@@ -26,7 +27,7 @@ struct ReadersTest : testing::Test {
   FileAnswers<FileView> view;
 
   bool Read(FileKind kind, const std::string& name) {
-    return loadfile::ReadImage(name, kind, {cells, maximum}, view);
+    return loadfile::ReadImage(name, kind, {cells, maximum}, view).has_value();
   }
   bool Hex(const std::string& text) { return Read(FileKind::Hex, folder.Write("f.hex", text)); }
   bool Binary(const std::string& bytes) { return Read(FileKind::Binary, folder.Write("f", bytes)); }
@@ -43,7 +44,9 @@ TEST_F(ReadersTest, TheNamesEndingTellsTheKind) {
 TEST_F(ReadersTest, BinaryFilesUpToTheLastCell) {
   for (const std::size_t size : {65535U, 65536U, 70000U}) {
     cells[65535] = cells[65536] = 0x55;
+    view.notes.clear();
     EXPECT_TRUE(Binary(std::string(size, 'x')));
+    EXPECT_EQ(view.notes.find("the first 65536 bytes") != std::string::npos, size > 65536);
     EXPECT_EQ(maximum, std::min<std::int32_t>(static_cast<std::int32_t>(size), 65536) - 1);
     EXPECT_EQ(cells[65535], size == 65535 ? 0xFF : 'x');
     EXPECT_EQ(cells[65536], 0x55);
@@ -80,6 +83,10 @@ TEST_F(ReadersTest, WhatCannotBeReadChangesNothingAndSaysWhy) {
       {"\t" + kData + kEnd, "line 1, column 1: found a tab|must begin with \":\""},
       {":0300100001", "the file ends inside a record"},
       {":", "the file ends inside a record"},
+      {kData + ":01000500A\x01\r\n", "line 2, column 12: the file ends|of \":01000500A.\""},
+      {kData + "\r\n;00000001FF", "line 2, column 1: the line is empty"},
+      {kData + ";00000001FF\r\n", "line 2, column 1: found \";\" at the beginning of a record"},
+      {kData + "\x1A:0", "line 2, column 1: found the character 0x1A at the beginning"},
       {kData + ":0300100001020300", "line 2, column 18"},
       {":03FFFF00010203FF\r\n" + kEnd, "reaches address 0x10001"},
       {std::string(40, '\0'), "the character 0x00"},
@@ -107,6 +114,101 @@ TEST_F(ReadersTest, WhatCannotBeReadChangesNothingAndSaysWhy) {
       EXPECT_EQ(maximum, 7);
     }
   }
+}
+
+TEST_F(ReadersTest, NoRecordIsLostBehindTheLastThatIsRead) {
+  const std::string record = ":0100050077830";
+  for (std::size_t length = 1; length <= 13; ++length) {
+    EXPECT_FALSE(Hex(kData + record.substr(0, length))) << length;
+    EXPECT_THAT(view.lastDetail, HasSubstr("the file ends inside a record")) << length;
+  }
+  EXPECT_EQ(maximum, 0);
+  const std::string end = kEnd.substr(0, 11);
+  for (std::size_t length = 3; length <= end.size(); ++length) {
+    EXPECT_TRUE(Hex(kData + end.substr(0, length))) << length;
+  }
+  for (const char* rest : {"", "\r\n", " \t\n", "\x1A", "\r\n\x1A\x1A", ":00001201ed\r\n",
+                           ":00000001FF\r\n\x1A", ":00000001FF\r\n\r\n\r\n"}) {
+    EXPECT_TRUE(Hex(kData + rest)) << rest;
+    EXPECT_EQ(maximum, 0x12) << rest;
+  }
+}
+
+TEST_F(ReadersTest, AHexFileIsNeverCut) {
+  const std::string name = folder.Write("f.hex", kData);
+  std::filesystem::resize_file(name, (64U << 20) + 1);
+  EXPECT_FALSE(Read(FileKind::Hex, name));
+  EXPECT_THAT(view.lastDetail, HasSubstr("f.hex: the file is too large"));
+}
+
+TEST_F(ReadersTest, WhatAMakerHardlyMeantIsTold) {
+  struct Case {
+    std::string text;
+    loadfile::LoadNotes notes;
+    std::string words;  // parts of what is told
+  };
+  const Case cases[] = {
+      {":03002000010203D7\r\n:03002300010203d4\r\n:00000001FF\r\n:00000001FF\r\n", {}, ""},
+      {kData + ":03002000010203D7\r\n:0300230001020399\r\n" + kEnd,
+       {.wrongChecksums = {2, 1, 0x10}},
+       "- 2 lines with a wrong checksum, the first is line 1. The file is damaged"},
+      {":020000040001F9\r\n:03000000010203F7\r\n:020000021000EC\r\n:03000300010203F4\r\n" + kEnd,
+       {.addressRecords = {2, 1, 0}},
+       "- 2 lines with an extended address|Stored as data at 0000, and all addresses are folded"},
+      {":03000000010203F7\r\n:0400000500000000F7\r\n" + kEnd,
+       {.otherRecords = {1, 2, 0}},
+       "- 1 line of another type than data|: line 2. Stored as data at 0000: make the file "
+       "without"},
+      {":03000000010203F7\r\n:0100030007F5\r\n:02000200AA55FD\r\n" + kEnd,
+       {.overwrites = {1, 3, 2}},
+       "- 1 line with data where data of an earlier line stands: line 3."},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.text);
+    const auto check = loadfile::CheckHex(c.text, 65536);
+    EXPECT_EQ(check.notes, c.notes);
+    view.notes.clear();
+    EXPECT_EQ(Hex(c.text), !check.problem);
+    EXPECT_EQ(view.notes.empty(), c.words.empty()) << view.notes;
+    if (!c.words.empty()) {
+      EXPECT_THAT(view.notes, HasSubstr("\n" + (folder / "f.hex").string()));
+    }
+    std::istringstream words(c.words);
+    for (std::string part; std::getline(words, part, '|');) {
+      EXPECT_THAT(view.notes, HasSubstr(part));
+    }
+  }
+  view.notes.clear();
+  for (const char* sample : {"vsk830/thermostat.hex", "vsk630/kiosk.H00", "vsk630/kiosk.H01",
+                             "rtd2120/panel-bank1.hex", "rtd2120/panel-bank2.hex"}) {
+    EXPECT_TRUE(Read(FileKind::Hex, std::string(SOURCE_FOLDER "/samples/") + sample));
+    EXPECT_EQ(view.notes, "") << sample;
+  }
+}
+
+TEST_F(ReadersTest, NamesThatTheDialogShows) {
+  using loadfile::IsShown;
+  const std::string_view filters = loadfile::kOneFileFilters;
+  for (const char* name : {"a.hex", "A.HEX", "x.y.Bin", "\xC3\xA9.bin"}) {
+    EXPECT_TRUE(IsShown(name, filters)) << name;
+  }
+  for (const char* name : {"a.ihx", "a.H00", "hex", "a.hex~", ""}) {
+    EXPECT_FALSE(IsShown(name, filters)) << name;
+  }
+}
+
+TEST_F(ReadersTest, AFileThatHoldsSomethingElseHasChanged) {
+  const std::string name = folder.Write("f", "abc");
+  const loadfile::LoadedFile loaded = loadfile::ImageFile(name, FileKind::Binary, 2).Loaded();
+  EXPECT_FALSE(loadfile::HasChanged(loaded));
+  folder.Write("f", "abc");
+  EXPECT_FALSE(loadfile::HasChanged(loaded)) << "written anew";
+  for (const char* other : {"abd", "", "abcd"}) {
+    folder.Write("f", other);
+    EXPECT_TRUE(loadfile::HasChanged(loaded)) << other;
+  }
+  std::filesystem::remove(name);
+  EXPECT_FALSE(loadfile::HasChanged(loaded)) << "a stick that was pulled";
 }
 
 }  // namespace

@@ -46,15 +46,15 @@ TEST_F(RtdWriterTest, BothBanks) {
   const auto bank2 = Image(300, 4);
   bench->Load(Bank::First, bank1);
   bench->Load(Bank::Second, bank2);
-  images.Of(Bank::First).file = "one.hex";
-  images.Of(Bank::Second).file = "two.hex";
+  images.Of(Bank::First).file.name = "one.hex";
+  images.Of(Bank::Second).file.name = "two.hex";
   RunLine told;
   writer.RunEnded = [&](const RunLine& line) { told = line; };
   EXPECT_EQ(Run(RtdBankMode::Both),
             "Erase MCU OK.\r\n" + BankLines("1", bank1) + BankLines("2", bank2));
   const std::string crcs = HexText(Crc8(bank1)) + " + " + HexText(Crc8(bank2));
-  EXPECT_THAT(told.result, StartsWith("Erase MCU OK.; Program BANK 1   100 %; Calculate CRC"));
-  told.result.clear();
+  EXPECT_THAT(told.result.text, StartsWith("Erase MCU OK.; Program BANK 1   100 %; Calculate CRC"));
+  told.result.text.clear();
   EXPECT_EQ(told, (RunLine{"RTD2120", "Auto", "one.hex + two.hex", 1000, crcs, crcs}));
   EXPECT_FALSE(view.red);
   EXPECT_TRUE(FlashEquals(chip.Bank(0), bank1) && FlashEquals(chip.Bank(1), bank2));
@@ -86,6 +86,35 @@ TEST_F(RtdWriterTest, TheFramesOfOneBank) {
                           "S 94 A2 Sr 95 [80]- P", "S 94 A2 Sr 95 [40]- P",
                           "S 94 A3 Sr 95 [" + crc + "]- P", "S 94 90 00 P"));
   EXPECT_EQ(events.front(), "Program BANK 2   1 %") << "no erase of its own";
+}
+
+TEST_F(RtdWriterTest, AutoAsksWhenAFileThatWouldBeWrittenHasChanged) {
+  TempFolder folder;
+  int runs = 0;
+  writer.RunEnded = [&](const RunLine&) { ++runs; };
+  for (const Bank bank : {Bank::First, Bank::Second}) {
+    view.file = folder.Write(bank == Bank::First ? "1.bin" : "2.bin", "abc");
+    writer.Load(bank, view);
+  }
+  folder.Write("2.bin", "abd");
+  view.confirmed = false;
+  view.text = "CRC OK.\r\n";
+  EXPECT_EQ(Run(RtdBankMode::Both), "") << "nothing of the run before";
+  EXPECT_THAT(events, ElementsAre("confirm " + (folder / "2.bin").string() +
+                                  " has changed since it was loaded. Program what was loaded?"));
+  EXPECT_THAT(bench->TakeFrames(), testing::IsEmpty());
+  EXPECT_EQ(runs, 0);
+  EXPECT_NE(Run(RtdBankMode::First), "") << "of the other bank";
+  EXPECT_EQ(Run(RtdBankMode::Both, RtdOperateMode::EraseOnly), "Erase MCU OK.\r\n");
+  EXPECT_EQ(runs, 2);
+  images.Bank2Max = -1;
+  EXPECT_EQ(Run(RtdBankMode::Second), "Image address error.\r\n") << "not written";
+  images.Bank2Max = 2;
+  view.confirmed = true;
+  EXPECT_TRUE(Run(RtdBankMode::Second).ends_with("CRC OK.\r\n"));
+  images.Bank2Loaded = false;
+  EXPECT_EQ(Run(RtdBankMode::Second), "");
+  EXPECT_EQ(runs, 3) << "where nothing was sent";
 }
 
 TEST_F(RtdWriterTest, EraseOnlyStaysInIspMode) {
@@ -131,7 +160,10 @@ TEST_F(RtdWriterTest, TheSecondBankIsWrittenAfterAFailureOfTheFirst) {
   bench->Load(Bank::Second, bank2);
   images.RtdBank2Buffer[65540] = 0x77;
   bench->board.faults.flippedBit = {0, 7, 3};
+  RunResult told;
+  writer.RunEnded = [&](const RunLine& line) { told = line.result; };
   const std::string text = Run(RtdBankMode::Both);
+  EXPECT_EQ(told.failure, "CRC FAIL.");
   EXPECT_THAT(text, testing::HasSubstr("CRC FAIL.\r\nProgram BANK 2 "));
   EXPECT_TRUE(text.ends_with(BankLines("2", bank2)));
   EXPECT_EQ(events[2], "Program BANK 1   13 %") << "12.5 rounds to the even 12, plus 1";
@@ -165,26 +197,31 @@ TEST_F(RtdWriterTest, RunsThatEndEarly) {
     std::function<void()> prepare;
     std::string text;
     const char* lastFrame;
+    const char* logged;  // what turned the result red; nothing when the chip was not changed
     RtdBankMode banks = RtdBankMode::First;
   };
+  std::string logged;
+  writer.RunEnded = [&](const RunLine& line) { logged = line.result.failure; };
   for (const Case& c : {
-           Case{[&] { images.Bank1Max = -1; }, "Image address error.\r\n", "S 94 90 00 P"},
-           Case{[&] { images.Bank1Max = 0x10000; }, "Image address error.\r\n", "S 94 90 00 P"},
+           Case{[&] { images.Bank1Max = -1; }, "Image address error.\r\n", "S 94 90 00 P", ""},
+           Case{[&] { images.Bank1Max = 0x10000; }, "Image address error.\r\n", "S 94 90 00 P", ""},
            Case{[&] {
                   bench->board.faults.unpluggedAfterFrame = 22 + bench->board.wire.FramesSeen();
                 },
-                written, " 94- 90- 00- P", RtdBankMode::Both},
+                written, " 94- 90- 00- P", kLinkError, RtdBankMode::Both},
            Case{[&] { bench->board.faults.busyForEver = true; }, "MCU link error\r\n",
-                "S 94 90 00- P", RtdBankMode::Both},
+                "S 94 90 00- P", kLinkError, RtdBankMode::Both},
            Case{[&] { bench->board.Connect(simulator::ConnectedChip::None); }, "MCU link error",
-                "S 94-"},
+                "S 94-", ""},
        }) {
     bench->board.faults = {};
     bench->Load(Bank::First, image);
     bench->Load(Bank::Second, image);
     c.prepare();
     bench->link.RtdRxBuf[0] = 0x40;  // an old reading proves nothing
+    logged.clear();
     EXPECT_EQ(Run(c.banks), c.text);
+    EXPECT_EQ(logged, c.logged) << c.text;
     EXPECT_TRUE(view.red) << c.text;
     const auto frames = bench->TakeFrames();
     EXPECT_THAT(frames.back(), testing::EndsWith(c.lastFrame)) << c.text;
@@ -210,7 +247,7 @@ TEST_F(RtdWriterTest, LoadsTheBankBuffers) {
               ElementsAre("choose Hexfile (*.hex)|*.hex|Binfile (*.bin)|*.bin", "clear",
                           "row 1 32767 " + sum + " " + (folder / "a.bin").string()));
   EXPECT_TRUE(images.Bank1Loaded);
-  EXPECT_EQ(images.Of(Bank::First).file, folder / "a.bin");
+  EXPECT_EQ(images.Of(Bank::First).file.name, folder / "a.bin");
   for (const auto& [address, value] :
        {std::pair{0x8000U, 0xFF}, {0xFFFFU, 0xFF}, {0x10000U, 0x55}}) {
     EXPECT_EQ(images.RtdBank1Buffer[address], value) << "all cells are copied, the tail too";

@@ -23,15 +23,23 @@ struct RunLogTest : testing::Test {
 };
 
 TEST_F(RunLogTest, OneLineARun) {
-  log.Append({"VSK830", "Program", "C:\\a \"b\".hex", 300, "AEE7", "0", "CRC Error"});
+  log.Append({"VSK830", "Program", "C:\\a \"b\".hex", 300, "AEE7", "0", {"CRC Error"}});
   now += 24h;
-  log.Append({.chip = "VSK630", .operation = "Erase All", .result = "Blank ok"});
+  log.Append({.chip = "VSK630", .operation = "Erase All", .result = {"Blank ok"}});
   EXPECT_EQ(folder.Read("state/runs.csv"),
             kHeading +
                 "2026-11-02T04:03:05Z,VSK830,Program,\"C:\\a \"\"b\"\".hex\",300,AEE7,0,CRC "
                 "Error,378,\"ISP-1, plain\"\r\n"
                 "2026-11-03T04:03:05Z,VSK630,Erase All,,,,,Blank ok,378,\"ISP-1, plain\"\r\n");
   EXPECT_TRUE(told.empty());
+}
+
+TEST_F(RunLogTest, ARedResultIsLoggedAsOneWithItsReason) {
+  log.Append({.result = {"Write Ok", "programcode fail"}});
+  log.Append({.result = {"Erase MCU OK.; CRC FAIL.", "CRC FAIL."}});
+  const std::string lines = folder.Read("state/runs.csv");
+  EXPECT_NE(lines.find(",Write Ok (red): programcode fail,378"), std::string::npos) << lines;
+  EXPECT_NE(lines.find(",Erase MCU OK.; CRC FAIL. (red),378"), std::string::npos) << lines;
 }
 
 TEST_F(RunLogTest, AFullLogBecomesTheOldOne) {

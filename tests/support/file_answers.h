@@ -12,6 +12,7 @@ class FileAnswers : public LoadView {
  public:
   std::string file;        // the answer to the file dialog
   std::string lastDetail;  // of the last message
+  std::string notes;       // of the last file that had any
 
   std::vector<std::string> Take() { return std::exchange(said_, {}); }
 
@@ -24,6 +25,7 @@ class FileAnswers : public LoadView {
     Say("message " + std::string(message));
     lastDetail = detail;
   }
+  void ShowNotes(std::string_view text) override { notes = text; }
   void PrintLine(std::string_view line) override { Say("print " + std::string(line)); }
   void ClearPrintedLines() override { Say("clear"); }
 

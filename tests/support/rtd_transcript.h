@@ -12,7 +12,8 @@
 class RtdTranscript final : public tongxun2120::RtdView,
                             public FileAnswers<tongxun2120::RtdLoadView> {
  public:
-  std::string text;  // the status box, with its CR LF
+  bool confirmed = true;  // the answer to OK or Cancel
+  std::string text;       // the status box, with its CR LF
   bool red = false;
 
   std::string StatusText() const override { return text; }
@@ -21,6 +22,10 @@ class RtdTranscript final : public tongxun2120::RtdView,
   void RefreshStatus() override { Say((red ? "red " : "") + LastLine()); }
   using FileAnswers::ShowMessage;
   void ShowMessage(std::string_view message) override { Say("message " + std::string(message)); }
+  bool Confirm(std::string_view question) override {
+    Say("confirm " + std::string(question));
+    return confirmed;
+  }
   void ShowBankRow(tongxun2120::Bank bank, const tongxun2120::RtdBankRow& row) override {
     Say(std::string(bank == tongxun2120::Bank::First ? "row 1 " : "row 2 ") + row.maximumAddress +
         " " + row.checksum + " " + row.file);

@@ -38,9 +38,6 @@ class Transcript : public IspView, public FileAnswers<VskLoadView> {
     const bool red = (mode ? modeColour : operationColour) == StatusColour::Red;
     Say(Name(label) + (red ? " red: " : ": ") + std::string(text));
   }
-  std::string StatusText(StatusLabel label) const override {
-    return label == StatusLabel::IspMode ? modeText : operationText;
-  }
   void RepaintStatus(StatusLabel label) override { Say(Name(label) + " repaint"); }
   void ShowHardwareCrc(std::string_view text) override { Say("Text6 " + std::string(text)); }
   void SelectQuitOption() override {

@@ -69,6 +69,9 @@ class RtdWriterWindowTest : public WindowTest {
       return event.isAccepted();
     };
     QVERIFY(!drop("WriteStatus"));
+    data.setUrls({QUrl::fromLocalFile(QStringLiteral("/tmp/panel.H00"))});
+    QVERIFY(!drop("Bank2MaxAddr"));
+    data.setUrls({QUrl::fromLocalFile(file)});
     QVERIFY(drop("Bank2MaxAddr"));
     const auto& images = desk_->tool.rtdImages;
     QVERIFY(images.Bank2Loaded && !images.Bank1Loaded);
@@ -76,6 +79,23 @@ class RtdWriterWindowTest : public WindowTest {
     QCOMPARE(kRtdWriter.Text("Bank2MaxAddr"), QString::number(images.Bank2Max));
     QCOMPARE(kRtdWriter.Text("Bank2CheckSum").toStdString(), HexText(images.RtdBankSum));
     QCOMPARE(kRtdWriter.Text("Bank1File"), QString());
+  }
+
+  void autoAsksBeforeItWritesAFileThatHasChanged() {
+    const std::string file = desk_->folder.Write("a.bin", "abc");
+    ChooseFile(QString::fromStdString(file));
+    kRtdWriter.Press("Com64K");
+    desk_->folder.Write("a.bin", "abd");
+    QString asked;
+    AnswerDialog<QMessageBox>([&](QMessageBox& box) {
+      asked = box.text();
+      QTest::keyClick(&box, Qt::Key_Enter);  // the default
+    });
+    kRtdWriter.Press("Run");
+    QVERIFY(
+        asked.endsWith(QStringLiteral("a.bin has changed since it was loaded. "
+                                      "Program what was loaded?")));
+    QVERIFY(desk_->log.Lines().empty());
   }
 };
 

@@ -203,11 +203,33 @@ class VskWriterWindowTest : public WindowTest {
     Load(QString::fromStdString(desk_->folder.Write("a.hex", "!" + record.substr(1) + record)));
     auto* surface = static_cast<QMainWindow*>(kVskWriter.Shown())->centralWidget();
     QCOMPARE(Told(surface, QAccessible::Name), QStringLiteral("error!!!"));
+    QCoreApplication::processEvents();
+    auto* notes = qobject_cast<QMessageBox*>(ShownWindow("FileNotes"));
+    QVERIFY(notes != nullptr && !notes->isModal());
+    QVERIFY(notes->text().contains(QStringLiteral("earlier line stands: line 2.")));
+    notes->close();
     QString said;
     ConfirmMessage(said);
     Load(QString::fromStdString(desk_->folder.Write("b.hex", "no hex file\n")));
     QVERIFY(said.startsWith(QStringLiteral("path or file name error!!!|")));
     QVERIFY(said.contains(QStringLiteral("line 1, column 1")));
+  }
+
+  void aDroppedFileIsTakenByTheNamesThatTheDialogShows() {
+    const std::pair<const char*, const char*> rows[] = {{"a.HEX", "Option1"}, {"a.bin", "Option1"},
+                                                        {"a.h00", "Option2"}, {"a.B00", "Option2"},
+                                                        {"a.ihx", "neither"}, {"a.H01", "neither"}};
+    for (const auto& [name, takenBy] : rows) {
+      QMimeData data;
+      data.setUrls({QUrl::fromLocalFile(QStringLiteral("/tmp/") + name)});
+      for (const char* chip : {"Option1", "Option2"}) {
+        kVskWriter.Press(chip);
+        QDragEnterEvent event({9, 99}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        static_cast<QObject*>(kVskWriter.Shown())->event(&event);
+        const bool taken = std::string_view(chip) == takenBy;
+        QVERIFY2(event.isAccepted() == taken, name);
+      }
+    }
   }
 
  private:

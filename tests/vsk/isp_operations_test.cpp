@@ -102,11 +102,13 @@ TEST_F(Vsk830Test, EntryByNumberOfCodes) {
 }
 
 TEST_F(Vsk830Test, EveryOperationIsRefusedOutsideIspMode) {
-  for (const auto& [operation, text] : {std::pair{&IspOperations::DoEraseAll, "blankentire"},
-                                        {&IspOperations::DoPageErase, "page erase"},
-                                        {&IspOperations::DoPageRead, "read_code"},
-                                        {&IspOperations::DoProgram, "program"}}) {
-    (isp.*operation)(view);
+  using Operation = std::function<void(IspOperations&, IspView&)>;
+  const std::pair<Operation, const char*> rows[] = {{&IspOperations::DoEraseAll, "blankentire"},
+                                                    {&IspOperations::DoPageErase, "page erase"},
+                                                    {&IspOperations::DoPageRead, "read_code"},
+                                                    {&IspOperations::DoProgram, "program"}};
+  for (const auto& [operation, text] : rows) {
+    operation(isp, view);
     const std::string refusal = text + std::string(":isp mode is not exist");
     EXPECT_EQ(view.modeText, refusal);
     EXPECT_EQ(view.Take()[2], "Label2 red: " + refusal) << "behind two empty texts";
@@ -156,12 +158,12 @@ TEST_F(Vsk830Test, PageEraseRanges) {
                         {0, 0xFFFF, 0, {question}, false}, {0x8000, 0xFFFF, 0, {nothing}}};
   for (const Case& c : cases) {
     view.confirmed = c.confirmed;
-    EXPECT_FALSE(isp.ErasePageRange(c.start, c.end, view));
+    EXPECT_EQ(isp.ErasePageRange(c.start, c.end, view).text.empty(), c.pages == 0);
     EXPECT_EQ(Frames().size(), 2 * c.pages) << c.start << " " << c.end;
     EXPECT_EQ(view.Take(), c.lines) << c.start << " " << c.end;
   }
   bench->board.faults.sdaStuckLow = true;
-  EXPECT_TRUE(isp.ErasePageRange(0, 1, view));
+  EXPECT_EQ(isp.ErasePageRange(0, 1, view).failure, "page erase fail");
   EXPECT_THAT(view.Take(), ElementsAre("Label3 red: page erase fail"));
 }
 
@@ -171,7 +173,7 @@ TEST_F(Vsk830Test, OnlyTheLastFollowUpDecidesAPageErase) {
   // follow-up, the awaited one, is acknowledged.
   bench->frames.Send(0x96, {0x68, 0x00});
   bench->board.faults.refusedByte = {bench->board.wire.FramesSeen() + 1, 0};
-  EXPECT_FALSE(isp.ErasePageRange(0, 0xFF, view));
+  EXPECT_EQ(isp.ErasePageRange(0, 0xFF, view), RunResult{"page erase ok"});
   EXPECT_THAT(Frames(),
               ElementsAre("S 96 68 00 P", "S 96- P", "S 94 00 00 P", "S 96 30 01 P", "S 94- P"));
   EXPECT_EQ(view.operationText, "page erase ok");

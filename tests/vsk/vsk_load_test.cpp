@@ -6,6 +6,8 @@
 
 #include "support/temp_folder.h"
 #include "support/transcript.h"
+#include "text/hex_text.h"
+#include "vsk/vsk_model.h"
 
 namespace {
 
@@ -29,8 +31,9 @@ struct VskLoadTest : testing::Test {
   /// Chooses the file of this name, a pair's when it ends in 00, and returns what was said.
   Lines Load(const std::string& name) {
     view.file = name.empty() ? name : Path(name);
-    (name.ends_with("00") ? Load_Vsk630_NormalFile : Load_Vsk830_NormalFile)(kLastCell, *images,
-                                                                             view);
+    const VskModel& model =
+        ModelOf(WithoutLastCharacter(name).ends_with("0") ? VskChip::Vsk630 : VskChip::Vsk830);
+    model.load(model.filters, kLastCell, *images, view);
     return view.Take();
   }
   Lines Load(const std::string& name, const std::string& bytes) {
@@ -90,6 +93,31 @@ TEST_F(VskLoadTest, APair) {
                           StartsWith("Text3 "), StartsWith("Text5 "), "Text6 ",
                           "Text2 " + Path("two.H00")));
   EXPECT_EQ(folder.Names().size(), 7U) << "none was created";
+}
+
+TEST_F(VskLoadTest, ThePairsSecondNameDiffersInTheLastCharacterOfUtf8) {
+  folder.Write("x\xC3\xA9", "12");
+  folder.Write("x1", "345");
+  view.file = Path("x\xC3\xA9");
+  Load_Vsk630_NormalFile(loadfile::kPairFilters, kLastCell, *images, view);
+  EXPECT_THAT(view.Take(), Contains("Text4 1  2"));
+  EXPECT_EQ(images->BankFiles[1].name, Path("x1"));
+}
+
+TEST_F(VskLoadTest, OneBoxTellsTheNotesOfBothFilesOfAPair) {
+  const std::string good = ":03001000010203E7\r\n";
+  folder.Write("a.H01", kData);
+  Load("a.H00", good);
+  EXPECT_THAT(view.notes, HasSubstr("\n" + Path("a.H01") + "\n- 1 line with a wrong checksum"));
+  EXPECT_THAT(view.notes, testing::Not(HasSubstr("a.H00")));
+  folder.Write("a.H00", kData);
+  view.notes.clear();
+  folder.Write("a.H01", "x");
+  Load("a.H00");
+  EXPECT_EQ(view.notes, "") << "refused";
+  folder.Write("a.H01", kData);
+  Load("a.H00");
+  EXPECT_THAT(view.notes, testing::ContainsRegex("a.H00\n- 1 line .*\n\n.*a.H01\n- 1 line "));
 }
 
 TEST_F(VskLoadTest, ARefusedFileRefusesThePairAndAMissingFirstFileWhateverItsKind) {

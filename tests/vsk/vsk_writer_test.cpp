@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include "support/temp_folder.h"
 #include "support/vsk_bench.h"
 #include "text/hex_text.h"
 
@@ -54,7 +55,7 @@ TEST_F(VskWriterTest, TellsWhatWasProgrammedOrErased) {
   std::vector<RunLine> told;
   writer.RunEnded = [&](const RunLine& line) { told.push_back(line); };
   bench->Load({1, 2, 3});
-  bench->images.File = "a.hex";
+  bench->images.CodeFiles = {{.name = "a.hex"}};
   for (const auto operation : {IspOperation::Program, IspOperation::EraseAll,
                                IspOperation::PageErase, IspOperation::PageRead}) {
     bench->EnterIspMode();
@@ -63,6 +64,99 @@ TEST_F(VskWriterTest, TellsWhatWasProgrammedOrErased) {
   const std::string crc = HexText(bench->images.CodeCrc);
   EXPECT_THAT(told, ElementsAre(RunLine{"VSK830", "Program", "a.hex", 3, crc, crc, "Write Ok"},
                                 RunLine{"VSK830", "Erase All", "", 0, "", "", "Blank ok"}));
+}
+
+TEST_F(VskWriterTest, TheRunLogKeepsWhatTurnedTheResultRed) {
+  RunResult told;
+  writer.RunEnded = [&](const RunLine& line) { told = line.result; };
+  bench->Load({1, 2, 3});
+  bench->InIspMode();
+  bench->board.faults.refusedByte = {bench->board.wire.FramesSeen() + 5, 2};  // the page's data
+  Run(IspOperation::Program);
+  EXPECT_EQ(told, (RunResult{"CRC Error", "programcode fail"}));
+  bench->images.CodeCrc = 0;
+  bench->InIspMode();
+  bench->board.Connect(simulator::ConnectedChip::None);
+  Run(IspOperation::Program);
+  EXPECT_EQ(told, (RunResult{"Write Ok", "programcode fail"})) << "a silent bus reads as CRC 0";
+  Run(IspOperation::EraseAll);
+  EXPECT_EQ(told, (RunResult{"Write Ok", "programcode fail"})) << "not in ISP mode";
+}
+
+TEST_F(VskWriterTest, ARunThatSentNothingIsNotTold) {
+  writer.RunEnded = [](const RunLine& line) { FAIL() << line.result.text; };
+  bench->InIspMode();
+  for (const auto& answers :
+       {std::deque<std::string>{"0400", "0100"}, {"8000", "FFFF"}, {"0000"}}) {
+    view.answers = answers;
+    Run(IspOperation::PageErase);
+  }
+  EXPECT_THAT(bench->TakeFrames(), IsEmpty());
+}
+
+TEST_F(VskWriterTest, EachModelsImageHasFilesOfItsOwn) {
+  TempFolder folder;
+  std::vector<std::string> told;
+  writer.RunEnded = [&](const RunLine& line) { told.push_back(line.file); };
+  const auto load = [&](VskChip chip, const std::string& name) {
+    bench->isp.ChipSelect = chip;
+    view.file = folder.Write(name, "123");
+    writer.Load(view);
+  };
+  const auto program = [&](VskChip chip) {
+    bench->isp.ChipSelect = chip;
+    bench->InIspMode();
+    Run(IspOperation::Program);
+  };
+  load(VskChip::Vsk830, "one.bin");
+  program(VskChip::Vsk630);
+  load(VskChip::Vsk630, "pair.B00");
+  program(VskChip::Vsk830);
+  program(VskChip::Vsk630);
+  load(VskChip::Vsk830, "one.bin");
+  program(VskChip::Vsk630);
+  program(VskChip::Vsk830);
+  const std::string pair = (folder / "pair.B00").string();
+  EXPECT_THAT(told, ElementsAre("", "", pair, pair, (folder / "one.bin").string()))
+      << "a pair overwrites the image of one file, and is kept beside one";
+}
+
+TEST_F(VskWriterTest, ProgramAsksWhenAFileHasChanged) {
+  TempFolder folder;
+  int runs = 0;
+  writer.RunEnded = [&](const RunLine&) { ++runs; };
+  folder.Write("a.B01", "456");
+  bench->board.Connect(simulator::ConnectedChip::Vsk630);
+  bench->isp.ChipSelect = VskChip::Vsk630;
+  view.file = folder.Write("a.B00", "123");
+  writer.Load(view);
+  const auto question = [&](const char* name) {
+    return "confirm " + (folder / name).string() +
+           " has changed since it was loaded. Program what was loaded?";
+  };
+  folder.Write("a.B01", "457");
+  EXPECT_THAT(Run(IspOperation::Program), ElementsAre("Label2: isp mode is not exist"));
+  bench->InIspMode();
+  view.confirmed = false;
+  EXPECT_THAT(Run(IspOperation::Program),
+              ElementsAre("Label2: isp mode is exist", question("a.B01")));
+  EXPECT_THAT(bench->TakeFrames(), IsEmpty());
+  EXPECT_EQ(runs, 0);
+  view.confirmed = true;
+  writer.RunFromMenu(IspOperation::Program, view);
+  EXPECT_THAT(view.Take(), testing::Contains(question("a.B01")));
+  EXPECT_EQ(runs, 1);
+
+  folder.Write("a.B00", "x");
+  std::filesystem::remove(folder / "a.B01");
+  bench->InIspMode();
+  view.confirmed = false;
+  EXPECT_THAT(Run(IspOperation::Program), testing::Contains(question("a.B00")));
+  folder.Write("a.B00", "123");
+  EXPECT_THAT(Run(IspOperation::EraseAll), testing::Not(testing::Contains(question("a.B00"))));
+  EXPECT_THAT(Run(IspOperation::Program), testing::Contains("Label3: Write Ok"))
+      << "unchanged, and gone";
+  EXPECT_EQ(runs, 3);
 }
 
 TEST_F(VskWriterTest, PageLoadThenPaging) {

@@ -79,6 +79,7 @@ void DialogRobot::Answer(QDialog* dialog) {
     Note("dialog", message->informativeText());
     QAbstractButton* cancel = message->button(QMessageBox::Cancel);
     const bool refuse = cancel != nullptr && Pick(random_, 0, 1) == 0;
+    declined = declined || refuse;
     (refuse ? cancel : message->button(QMessageBox::Ok))->click();
   } else if (auto* input = qobject_cast<QInputDialog*>(dialog)) {
     Note("dialog", input->labelText());

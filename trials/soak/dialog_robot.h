@@ -14,7 +14,8 @@ class DialogRobot final : public QObject {
  public:
   DialogRobot(std::mt19937& random, Tally& tally);
 
-  QString file;  // the answer to the next file dialog; cancelled when empty
+  QString file;           // the answer to the next file dialog; cancelled when empty
+  bool declined = false;  // the robot has cancelled a question since this was last reset
 
   /// Notes a text of the control of this name.
   void Note(const QString& control, const QString& text);

@@ -38,21 +38,26 @@ void EndWithCrcZero(Bytes& bytes, bool crc8, std::uint16_t crc) {
   bytes.push_back(static_cast<std::uint8_t>(crc & 0xFF));
 }
 
-std::string HexFile(const Bytes& bytes) {
+/// `sound`: with the right checksums.
+std::string HexFile(const Bytes& bytes, bool sound) {
   std::string text;
   for (std::size_t at = 0; at < bytes.size(); at += 16) {
     const std::size_t count = std::min<std::size_t>(16, bytes.size() - at);
     text += ":" + fileop::HexByte(static_cast<int>(count)) +
             fileop::HexByte(static_cast<int>(at / 256)) +
             fileop::HexByte(static_cast<int>(at % 256)) + "00";
-    for (std::size_t i = 0; i < count; ++i) text += fileop::HexByte(bytes[at + i]);
-    text += "00\r\n";
+    std::size_t sum = count + at / 256 + at;
+    for (std::size_t i = 0; i < count; ++i) {
+      text += fileop::HexByte(bytes[at + i]);
+      sum += bytes[at + i];
+    }
+    text += (sound ? fileop::HexByte(static_cast<int>((0 - sum) % 256)) : "00") + "\r\n";
   }
   return text + ":00000001FF\r\n";
 }
 
-std::string FileOf(const Bytes& bytes, bool hex) {
-  return hex ? HexFile(bytes) : std::string(bytes.begin(), bytes.end());
+std::string FileOf(const Bytes& bytes, bool hex, bool sound) {
+  return hex ? HexFile(bytes, sound) : std::string(bytes.begin(), bytes.end());
 }
 
 }  // namespace
@@ -74,7 +79,8 @@ std::string RandomFile(std::mt19937& random, const TempFolder& folder, bool pair
     const std::uint16_t before = tongxun::CrcBytes(tongxun::kCrcStart, first);
     pair ? EndWithCrcZero(second, crc8, before) : EndWithCrcZero(first, crc8, tongxun::kCrcStart);
   }
-  if (!pair) return folder.Write(name, FileOf(first, hex));
-  folder.Write(name + "1", FileOf(second, hex));
-  return folder.Write(name + "0", FileOf(first, hex));
+  const bool sound = Pick(random, 0, 9) != 0;
+  if (!pair) return folder.Write(name, FileOf(first, hex, sound));
+  folder.Write(name + "1", FileOf(second, hex, sound));
+  return folder.Write(name + "0", FileOf(first, hex, sound));
 }

@@ -60,6 +60,9 @@ QRegularExpression Dialog() {
                 "only addresses 0000-7FFF can be page erased(: nothing can be erased at 8000 or "
                 "above)?",
                 "ISP board number [0-9]+ is in use, and the board table has no complete row.*",
+                "\\S+ has changed since it was loaded\\. Program what was loaded\\?",
+                "Loaded as it is, but hardly as it was meant\\. Before you program:\n"
+                "(\n\\S+\n- [0-9]+ lines? with a wrong checksum[:,][^\n]*\n)+",
                 "\\S+: the file does not exist", "\\S+\nline [0-9]+, column [0-9]+: .*"});
 }
 

@@ -104,6 +104,7 @@ const char* Session::OpenWriterName() const {
 
 void Session::BeginRun() {
   ++tally_.runs;
+  robot_.declined = false;
   port_.BeginRun();
 }
 
@@ -169,8 +170,8 @@ void Session::ProgramVsk() {
   Click("Form1", "Option4");
   const auto size = static_cast<std::size_t>(std::max(tool_->vskImages.CodeMax, 0));
   if (Pick(random_, 0, 2) != 0) AddFaults(random_, 8 + size / 128, size, 4, board_);
-  const bool sound = Sound(tool_->isp.Model().name) && tool_->isp.IspModeOn &&
-                     board_.Chip()->InIspMode() && ImageFits(*tool_);
+  const bool able = Sound(tool_->isp.Model().name) && tool_->isp.IspModeOn &&
+                    board_.Chip()->InIspMode() && ImageFits(*tool_);
   BeginRun();
   if (Pick(random_, 0, 3) == 0) {
     ByName<QAction>("Form1", "Program")->trigger();
@@ -179,6 +180,7 @@ void Session::ProgramVsk() {
     Click("Form1", "Command4");
   }
   EndRun();
+  const bool sound = able && !robot_.declined;
   auto* status = ByName<QLabel>("Form1", "Label3");
   if (status->text() == QLatin1String("Write Ok")) {
     JudgeWriteOk(*tool_, board_, tally_);
@@ -225,10 +227,11 @@ void Session::RunRtd() {
   // Bank 2 is erased together with bank 1 only.
   const bool erases = tool_->rtdWriter.BankMode != tongxun2120::RtdBankMode::Second &&
                       tool_->rtdImages.Bank1Loaded && tool_->rtdImages.Bank1Max <= 0xFFFF;
-  const bool sound = erases && Sound("RTD2120");
+  const bool able = erases && Sound("RTD2120");
   BeginRun();
   Click("RTD2120Write", "Run");
   EndRun();
+  const bool sound = able && !robot_.declined;
   auto* status = ByName<QPlainTextEdit>("RTD2120Write", "WriteStatus");
   const QString text = status->toPlainText();
   const auto claimsBefore = tally_.claims;

@@ -1,0 +1,99 @@
+#include "image/load_notes.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "image/hex_fault.h"
+#include "text/hex_text.h"
+
+namespace loadfile {
+namespace {
+
+/// Two digits in either case, as the fields are that no load looks at.
+std::optional<std::uint32_t> ByteAt(std::string_view text, std::size_t at) {
+  return WholeHex(text.substr(at, 2));
+}
+
+/// All bytes of a record, its checksum included, add up to 0.
+bool ChecksumHolds(std::string_view text, const HexRecord& record) {
+  const auto type = ByteAt(text, record.Type());
+  const auto checksum = ByteAt(text, record.Checksum());
+  if (!type || !checksum) return false;
+  const auto address = static_cast<std::uint32_t>(record.address);
+  std::uint32_t sum = static_cast<std::uint32_t>(record.count) + address / 256 + address + *type;
+  for (std::size_t at = record.Data(); at < record.Checksum(); at += 2) {
+    sum += static_cast<std::uint32_t>(HexDigit(text[at]) * 16 + HexDigit(text[at + 1]));
+  }
+  return (sum + *checksum) % 256 == 0;
+}
+
+/// "3 lines .., the first is line 12"
+std::string Lines(const NotedLines& lines, const std::string& what) {
+  const bool one = lines.count == 1;
+  return "- " + std::to_string(lines.count) + (one ? " line " : " lines ") + what +
+         (one ? ": line " : ", the first is line ") + std::to_string(lines.first) + ". ";
+}
+
+std::string StoredAsData(const NotedLines& lines) {
+  std::string address = HexText(lines.address);
+  address.insert(0, 4 - std::min<std::size_t>(address.size(), 4), '0');
+  return "Stored as data at " + address;
+}
+
+}  // namespace
+
+void HexNoteTaker::LookAt(const HexRecord& record) {
+  if (!ChecksumHolds(text_, record)) Note(record, notes_.wrongChecksums);
+  if (record.count == 0) return;
+  const auto type = ByteAt(text_, record.Type());
+  if (type == 0U) {
+    if (Overwrites(record)) Note(record, notes_.overwrites);
+  } else {
+    Note(record, type == 2U || type == 4U ? notes_.addressRecords : notes_.otherRecords);
+  }
+}
+
+void HexNoteTaker::Note(const HexRecord& record, NotedLines& lines) const {
+  if (lines.count++ > 0) return;
+  lines.first = LineNumber(text_, record.at);
+  lines.address = record.address;
+}
+
+bool HexNoteTaker::Overwrites(const HexRecord& record) {
+  bool overwrites = false;
+  const auto first = static_cast<std::size_t>(record.address);
+  for (std::size_t cell = first; cell < first + record.count; ++cell) {
+    overwrites = overwrites || filled_[cell];
+    filled_[cell] = true;
+  }
+  return overwrites;
+}
+
+std::string Explain(const LoadNotes& notes) {
+  std::string text;
+  if (notes.wrongChecksums.count > 0) {
+    text += Lines(notes.wrongChecksums, "with a wrong checksum") +
+            "The file is damaged or was edited by hand: fetch it or build it again.\n";
+  }
+  if (notes.addressRecords.count > 0) {
+    text += Lines(notes.addressRecords, "with an extended address (type 02 or 04)") +
+            StoredAsData(notes.addressRecords) +
+            ", and all addresses are folded into 64 KiB: convert the file to 16-bit addresses.\n";
+  }
+  if (notes.otherRecords.count > 0) {
+    text +=
+        Lines(notes.otherRecords, "of another type than data, such as a start address (03 or 05)") +
+        StoredAsData(notes.otherRecords) + ": make the file without such lines.\n";
+  }
+  if (notes.overwrites.count > 0) {
+    text += Lines(notes.overwrites, "with data where data of an earlier line stands") +
+            "The later data was taken: build the file again from parts that do not overlap.\n";
+  }
+  if (notes.taken > 0) {
+    text += "- The file is longer than what is taken of it, the first " +
+            std::to_string(notes.taken) + " bytes. Is it the right one?\n";
+  }
+  return text;
+}
+
+}  // namespace loadfile

@@ -1,0 +1,29 @@
+// A file that an image was loaded from, to be told from what stands under its name later.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace loadfile {
+
+struct LoadedFile {
+  std::string name = {};      // UTF-8
+  std::size_t looked = 0;     // most bytes that count
+  std::uint64_t content = 0;  // `ContentHash` of them
+};
+
+/// FNV-1a.
+std::uint64_t ContentHash(std::string_view bytes);
+
+/// The file can be read and holds something else than when it was loaded.
+bool HasChanged(const LoadedFile& file);
+
+/// Has `confirm` ask about each file that has changed, whether what was loaded is to be programmed.
+/// False at the first answer that is no.
+bool AgreedTo(std::span<const LoadedFile> files,
+              const std::function<bool(std::string_view)>& confirm);
+
+}  // namespace loadfile

@@ -1,0 +1,59 @@
+// The tool as it is put together.
+#include "tool/tool.h"
+
+#include <gmock/gmock.h>
+
+#include <memory>
+
+#include "support/board_bench.h"
+#include "support/line_trace.h"
+#include "support/rtd_transcript.h"
+#include "support/temp_folder.h"
+#include "support/transcript.h"
+
+namespace {
+
+using simulator::ConnectedChip;
+
+TEST(Tool, RunsOfBothWritersAreLogged) {
+  const TempFolder folder;
+  FakeTicks ticks{4};
+  simulator::SimulatedBoard board{Wiring()};
+  const auto tool = std::make_unique<Tool>(board.cable, ticks,
+                                           Directories{.programFolder = folder / "program",
+                                                       .portAddressFolder = folder / "config",
+                                                       .stateFolder = folder / "state"},
+                                           Problem{});
+  tool->boards.BoardTable[0] = Wiring();
+  tool->boards.BoardTable[0].name = "a board";
+  tool->port.InitPortShadows();
+  tool->frames.IspParams = {0x94, 2, 0x5A, 0xA5};
+
+  board.Connect(ConnectedChip::Vsk830);
+  Transcript vskView;
+  tool->vskWriter.GoToIspMode(vskView);
+  tool->vskWriter.RunFromMenu(IspOperation::EraseAll, vskView);
+  board.Connect(ConnectedChip::Rtd2120);
+  RtdTranscript rtdView;
+  tool->rtdWriter.OperateMode = tongxun2120::RtdOperateMode::EraseOnly;
+  tool->rtdWriter.Run(rtdView);
+
+  EXPECT_THAT(folder.Read("state/runs.csv"),
+              testing::ContainsRegex("Z,VSK830,Erase All,,,,,Blank ok,378,a board\r\n[^\n]*"
+                                     "Z,RTD2120,Erase,,,,,Erase MCU OK.,378,a board\r\n$"));
+}
+
+TEST(Tool, TheEndReleasesBothLines) {
+  LineTrace lines;
+  FakeTicks ticks;
+  auto tool = std::make_unique<Tool>(lines, ticks, Directories{}, Problem{});
+  tool->boards.BoardTable[0] = TraceBoard();
+  tool->port.InitPortShadows();
+  tool->port.SetSclLow();
+  tool->port.SetSdaLow();
+  lines.Take();
+  tool.reset();
+  EXPECT_EQ(lines.Take(), "C1 D1");
+}
+
+}  // namespace
