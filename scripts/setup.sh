@@ -18,8 +18,9 @@ windows_program_packages=(git cmake ninja-build g++-mingw-w64-x86-64-posix qt6-b
 windows_try_packages=("${windows_packages[@]}" unzip xvfb xauth xdotool imagemagick fonts-liberation
   fonts-wqy-microhei)
 fuzz_packages=(cmake ninja-build clang libclang-rt-14-dev)
-# What boots a kernel with a parallel port.
-kernel_packages=(qemu-system-x86 busybox-static cpio kmod gawk)
+# What boots a kernel with a parallel port. The trial is configured together with the tests.
+kernel_packages=(libgtest-dev libgmock-dev qt6-base-private-dev qemu-system-x86 busybox-static cpio
+  kmod gawk)
 bench_packages=(libbenchmark-dev libsrecord-dev libboost-dev xvfb xauth)
 
 say() { echo "== $*"; }

@@ -42,6 +42,10 @@ class IicPort {
   /// The next access takes the port anew, as after a change of the address.
   void ReopenPort() { portInUse_ = -1; }
 
+  /// An operation begins: false when the port in use has gone or cannot be used. No port access in
+  /// itself; a port that is not in use yet is not looked for.
+  bool StillThere() { return PortBase != portInUse_ || io_.StillThere(); }
+
   /// Leaves SCL and SDA high, as a STOP does; touches no port that was not in use.
   void ReleaseLines();
 

@@ -21,13 +21,20 @@ std::string Write(const fs::path& path, const std::string& content, std::ios::op
   return file.good() ? std::string() : Reason(errno);
 }
 
+/// Why the file's folder could not be created; nothing when it is there.
+std::string EnsureFolderOf(const fs::path& file) {
+  std::error_code error;
+  if (file.has_parent_path()) fs::create_directories(file.parent_path(), error);
+  return error ? error.default_error_condition().message() : std::string();
+}
+
 /// Writes the content under another name first, which then takes the file's place at once.
 std::string Replace(const fs::path& file, const std::string& content) {
   fs::path part = file;
   part += ".part";
   std::error_code error;
-  fs::create_directories(file.parent_path(), error);
-  std::string problem = Write(part, content, std::ios::trunc);
+  std::string problem = EnsureFolderOf(file);
+  if (problem.empty()) problem = Write(part, content, std::ios::trunc);
   if (problem.empty()) {
     const fs::file_status old = fs::status(file, error);
     if (fs::exists(old)) fs::permissions(part, old.permissions(), error);
@@ -68,7 +75,7 @@ FileContent ReadFile(const fs::path& path, std::size_t limit) {
 bool EnsureFile(const fs::path& path) {
   std::error_code error;
   if (!fs::exists(path, error)) {
-    fs::create_directories(path.parent_path(), error);
+    EnsureFolderOf(path);
     std::ofstream(path, std::ios::binary | std::ios::app);
   }
   return fs::is_regular_file(path, error);
@@ -96,8 +103,8 @@ std::string AppendToFile(const fs::path& path, const std::string& text,
   std::error_code error;
   const std::uintmax_t size = fs::exists(path, error) ? fs::file_size(path, error) : 0;
   if (error) return error.default_error_condition().message();
-  fs::create_directories(path.parent_path(), error);
-  std::string problem = Write(path, size == 0 ? heading + text : text, std::ios::app);
+  std::string problem = EnsureFolderOf(path);
+  if (problem.empty()) problem = Write(path, size == 0 ? heading + text : text, std::ios::app);
   if (!problem.empty()) fs::resize_file(path, size, error);  // no half line
   return problem;
 }

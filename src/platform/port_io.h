@@ -22,6 +22,10 @@ class PortIo {
   /// to, for 0x37A is the control register of 0x378 and the data register of 0x37A.
   virtual void UsePort(std::uint32_t /*base*/) {}
 
+  /// False when there is no port, or when it has gone since it was taken. No port access in itself,
+  /// but too slow for each one: called once where an operation begins.
+  virtual bool StillThere() { return true; }
+
   /// `port`: I/O address 0..0xFFFF.
   virtual void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) = 0;
   /// Nothing when there is no port, or when it has failed since it was taken. No byte could say so:

@@ -26,6 +26,7 @@ std::string InOneLine(std::string text) {
 }  // namespace
 
 void RtdWriter::Run(RtdView& view) {
+  port_.StillThere();  // one that has gone is told, and nobody answers then
   line_ = {.chip = "RTD2120"};
   line_.operation = OperateMode == RtdOperateMode::EraseOnly ? "Erase" : "Auto";
   chipChanged_ = false;

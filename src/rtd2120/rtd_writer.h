@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "bus/bus_timing.h"
+#include "bus/iic_port.h"
 #include "rtd2120/rtd_images.h"
 #include "rtd2120/rtd_load.h"
 #include "rtd2120/rtd_operations.h"
@@ -18,8 +19,9 @@ enum class RtdOperateMode { Automatic = 0, EraseOnly = 1 };
 /// State and commands outlive the window, which passes itself to each call.
 class RtdWriter {
  public:
-  RtdWriter(RtdLink& link, RtdOperations& operations, tongxun::BusTiming& timing, RtdImages& images)
-      : link_(link), operations_(operations), timing_(timing), images_(images) {}
+  RtdWriter(IicPort& port, RtdLink& link, RtdOperations& operations, tongxun::BusTiming& timing,
+            RtdImages& images)
+      : port_(port), link_(link), operations_(operations), timing_(timing), images_(images) {}
 
   RtdBankMode BankMode = RtdBankMode::First;
   RtdOperateMode OperateMode = RtdOperateMode::Automatic;
@@ -48,6 +50,7 @@ class RtdWriter {
   bool WriteAndVerify(Bank bank, RtdView& view);
   bool Held(bool held, std::string_view red);
 
+  IicPort& port_;
   RtdLink& link_;
   RtdOperations& operations_;
   tongxun::BusTiming& timing_;

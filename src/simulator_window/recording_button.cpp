@@ -24,6 +24,17 @@ QString ChooseRecording(QWidget* window) {
   return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
+/// The errno of a stream that could not be opened just now, or written at some time. The stream
+/// keeps none, but what it could not write, which is tried again.
+int WhyBad(std::ofstream& file) {
+  if (file.is_open()) {
+    errno = 0;
+    file.clear();
+    file.flush();
+  }
+  return errno == 0 ? EIO : errno;
+}
+
 }  // namespace
 
 RecordingButton::RecordingButton(SimulatedBoard& board) : board_(board) {
@@ -57,7 +68,6 @@ void RecordingButton::Begin(const QString& name) {
 
 void RecordingButton::Flush() {
   if (recorder_ == nullptr) return;
-  errno = 0;
   file_.flush();
   if (!file_) End();
 }
@@ -66,9 +76,8 @@ void RecordingButton::End() {
   if (recorder_ == nullptr) return;
   board_.cable.ListenTo(nullptr);
   recorder_.reset();
-  file_.flush();
-  const int error = errno == 0 ? EIO : errno;
-  const bool written = file_.good();
+  const bool written = file_.flush().good();
+  const int error = written ? 0 : WhyBad(file_);
   file_.close();
   file_.clear();
   ShowState();

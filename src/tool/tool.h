@@ -35,10 +35,10 @@ struct Tool {
         master(port, timing),
         frames(master, timing),
         isp(frames, timing, vskImages),
-        vskWriter(isp, vskImages),
+        vskWriter(port, isp, vskImages),
         rtdLink(port, timing),
         rtdOperations(rtdLink, ticks, rtdImages),
-        rtdWriter(rtdLink, rtdOperations, timing, rtdImages),
+        rtdWriter(port, rtdLink, rtdOperations, timing, rtdImages),
         runLog(
             directories.stateFolder,
             [this] {

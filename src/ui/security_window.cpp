@@ -81,6 +81,6 @@ void Form3::Command1_Click() {
     entry.codes[i] = boxes_[2 + i]->text().toStdString();
   }
   const fileop::SecurityCheck check = fileop::CheckSecurityEntry(entry, parameterFile_);
-  if (!check.message.empty()) ShowMessageBox(this, check.message);
+  if (!check.message.empty()) ShowMessageBox(this, check.message, check.reason);
   if (check.accepted) close();
 }

@@ -27,7 +27,9 @@ BoxValue ReadBox(const std::string& text, const char* lengthMessage) {
   return {.value = Module1::HexByteValue(trimmed), .message = {}};
 }
 
-SecurityCheck Refused(const std::string& message = {}) { return {false, message}; }
+SecurityCheck Refused(const std::string& message = {}) {
+  return {.accepted = false, .message = message};
+}
 
 /// Fills `bytes` with the file's content.
 SecurityCheck ReadEntry(const SecurityEntry& entry, std::vector<std::uint8_t>& bytes) {
@@ -48,7 +50,7 @@ SecurityCheck ReadEntry(const SecurityEntry& entry, std::vector<std::uint8_t>& b
     if (!code.value) return Refused(code.message);
     bytes[2 + i] = static_cast<std::uint8_t>(*code.value);
   }
-  return {.accepted = true, .message = {}};
+  return {.accepted = true};
 }
 
 }  // namespace
@@ -71,7 +73,8 @@ SecurityCheck CheckSecurityEntry(const SecurityEntry& entry, const std::filesyst
   }
   const std::string problem = WriteAtStart(path, bytes);
   if (problem.empty()) return check;
-  return Refused("the entry parameters could not be written to " + PathText(path) + ": " + problem);
+  return {.message = "the entry parameters could not be written to " + PathText(path),
+          .reason = problem};
 }
 
 }  // namespace fileop

@@ -23,11 +23,12 @@ struct SecurityEntry {
 
 struct SecurityCheck {
   bool accepted = false;
-  std::string message;  // for a message box; empty when the refusal is silent
+  std::string message = {};  // for a message box; empty when the refusal is silent
+  std::string reason = {};   // why the file could not be written
 };
 
 /// Writes a complete and valid entry to the file; deletes the file when the entry is refused. A
-/// file that cannot be written keeps what it holds, and the message says why.
+/// file that cannot be written keeps what it holds, and the result says why.
 SecurityCheck CheckSecurityEntry(const SecurityEntry& entry, const std::filesystem::path& path);
 
 }  // namespace fileop

@@ -12,12 +12,19 @@ void VskWriter::Load(VskLoadView& view) {
   model.load(model.filters, model.lastCell, images_, view);
 }
 
+/// A chip behind a port that has gone cannot be told from one that has left ISP mode.
+void VskWriter::BeginOnPort() {
+  if (!port_.StillThere()) isp_.IspModeOn = false;
+}
+
 void VskWriter::GoToIspMode(IspView& view) {
+  BeginOnPort();
   ClearStatus(view);
   isp_.EnterIspMode(view);
 }
 
 void VskWriter::QuitIspMode(IspView& view) {
+  BeginOnPort();
   ClearStatus(view);
   isp_.QuitIspMode(view);
 }
@@ -36,6 +43,7 @@ void VskWriter::StepPage(IspOperation step, IspView& view) {
 }
 
 void VskWriter::Run(IspView& view) {
+  BeginOnPort();
   if (!isp_.IspModeOn) {
     view.SetStatusText(StatusLabel::IspMode, "isp mode is not exist");
     return;

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 
+#include "bus/iic_port.h"
 #include "run_log/run_log.h"
 #include "vsk/isp_operations.h"
 #include "vsk/isp_view.h"
@@ -24,7 +25,8 @@ enum class IspOperation {
 /// State and commands outlive the window, which passes itself to each call.
 class VskWriter {
  public:
-  VskWriter(IspOperations& isp, tongxun::VskImages& images) : isp_(isp), images_(images) {}
+  VskWriter(IicPort& port, IspOperations& isp, tongxun::VskImages& images)
+      : port_(port), isp_(isp), images_(images) {}
 
   IspOperation IspOperate = IspOperation::Program;
   bool LoadPageView = false;  // the data display pages through the loaded image
@@ -51,6 +53,7 @@ class VskWriter {
   void StepPage(IspOperation step, IspView& view);
 
  private:
+  void BeginOnPort();
   bool ImageIsMeant(IspView& view) const;
   void TellRun(RunLine line) const;
   RunLine ProgramImage(IspView& view);
@@ -58,6 +61,7 @@ class VskWriter {
   void ShowNeighbour(int step, IspView& view);
   void ShowLoadPage(IspView& view) const;
 
+  IicPort& port_;
   IspOperations& isp_;
   tongxun::VskImages& images_;
 };

@@ -14,7 +14,9 @@ namespace {
 class PortLog final : public PortIo {
  public:
   std::optional<std::uint8_t> status = 0;
+  bool there = true;
 
+  bool StillThere() override { return there; }
   void UsePort(std::uint32_t base) override { Word("use ", base, ""); }
   void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) override {
     Word("", port, "=" + HexText(value));
@@ -134,6 +136,15 @@ TEST_F(IicPortTest, LinesAreReleasedOnlyOnAPortInUse) {
   EXPECT_EQ(io.Take(), "37A=1 378=7F") << "SCL before SDA: a STOP, not a START";
   port.PortBase = 0x200;
   port.ReleaseLines();
+  EXPECT_EQ(io.Take(), "");
+}
+
+TEST_F(IicPortTest, OnlyAPortInUseIsLookedFor) {
+  EXPECT_TRUE(port.StillThere());
+  io.there = false;
+  EXPECT_FALSE(port.StillThere());
+  port.ReopenPort();
+  EXPECT_TRUE(port.StillThere());
   EXPECT_EQ(io.Take(), "");
 }
 

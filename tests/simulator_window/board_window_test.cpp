@@ -3,8 +3,11 @@
 #include "simulator_window/board_window.h"
 
 // Precompiled, each as a whole.
+#include <sys/resource.h>
+
 #include <QtTest/QtTest>
 #include <QtWidgets/QtWidgets>
+#include <csignal>
 
 #include "bus/i2c_master.h"
 #include "support/board_bench.h"
@@ -174,6 +177,22 @@ class BoardWindowTest : public QObject {
       QVERIFY2(told.contains(QLatin1String(reason)), qPrintable(told));
       QVERIFY(!Find<QPushButton>("Record")->isChecked());
     }
+  }
+
+  void aDiskThatFillsUpEndsTheRecording() {
+    const TempFolder folder;
+    PressRecord(folder / "bus.vcd");
+    std::signal(SIGXFSZ, SIG_IGN);  // the write fails instead
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit full{4096, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &full);
+    QString told;
+    AnswerDialog<QMessageBox>([&told](QMessageBox& box) { Confirm(box, told); });
+    for (int i = 0; i < 99; ++i) Frame({0x94, 0x55, 0x55});
+    window_->Refresh();
+    setrlimit(RLIMIT_FSIZE, &before);
+    QVERIFY2(told.contains("File too large"), qPrintable(told));
   }
 
  private:

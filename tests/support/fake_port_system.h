@@ -27,17 +27,23 @@ struct FakeKernel {
   std::array<std::uint8_t, 3> registers{0xA5, 0x78, 0x03};  // data, status, control
   std::string& holder = texts["/proc/sys/dev/parport/parport0/devices/active"];
   bool othersRegistered = false;  // drivers on the usual port, idle or not
+  bool registeredAlone = false;   // the one of them that is idle allows no other
   int opensUntilHeld = 0;         // at this call of open another driver takes the usual port
 
   bool open = false;
   bool exclusive = false;
   std::uint32_t ioPorts = 0;  // the first of the three allowed ones; 0: none is allowed
   std::string calls;          // since the last `PortBench::Calls`
+  int looks = 0;              // at the addresses of ports
 
   void AddPort(const std::string& name, const std::string& baseAddr) {
     folders["/proc/sys/dev/parport/"].push_back(name);
     texts["/proc/sys/dev/parport/" + name + "/base-addr"] = baseAddr;
     texts["/proc/sys/dev/parport/" + name + "/devices/active"] = "none\n";
+  }
+  void RemoveUsualPort() {
+    folders.clear();
+    for (auto& [path, text] : texts) text.clear();
   }
 
   /// Records a call; minus errno when it has to fail.
@@ -72,6 +78,7 @@ struct FakePortSystem final : PortSystem {
     if (const int failed = kernel_.Call(name, writes ? "=" + Hex(*byte) : "")) return failed;
     if (request == PPEXCL) kernel_.exclusive = true;
     if (request == PPCLAIM) return Claim();
+    if (request == PPRELEASE && kernel_.holder == "ppdev0\n") kernel_.holder = "none\n";
     if (byte == nullptr) return 0;
     std::uint8_t& value = kernel_.registers.at(registerNumber);
     (writes ? value : *byte) = writes ? *byte : value;
@@ -97,7 +104,10 @@ struct FakePortSystem final : PortSystem {
     return kernel_.registers.at(port - kernel_.ioPorts);
   }
 
-  std::string ReadText(const std::string& path) override { return kernel_.texts[path]; }
+  std::string ReadText(const std::string& path) override {
+    if (path.ends_with("base-addr")) ++kernel_.looks;
+    return kernel_.texts[path];
+  }
   std::vector<std::string> ListFolder(const std::string& path) override {
     return kernel_.folders[path];
   }
@@ -113,8 +123,10 @@ struct FakePortSystem final : PortSystem {
     return text.data();
   }
   int Claim() {
+    if (kernel_.registeredAlone) return -ENXIO;
     if (kernel_.exclusive && kernel_.othersRegistered) return -ENXIO;
     if (!kernel_.exclusive && kernel_.holder == "lp\n") return -EINTR;  // it has slept that long
+    if (kernel_.holder == "none\n") kernel_.holder = "ppdev0\n";
     kernel_.registers[2] = 0x0C;
     return 0;
   }

@@ -32,6 +32,6 @@ struct RtdBench : BoardBench {
   tongxun2120::RtdImages images;
   tongxun2120::RtdLink link{port, timing};
   tongxun2120::RtdOperations operations{link, ticks, images};
-  tongxun2120::RtdWriter writer{link, operations, timing, images};
+  tongxun2120::RtdWriter writer{port, link, operations, timing, images};
   RtdTranscript view;
 };

@@ -57,6 +57,6 @@ struct VskBench : BoardBench {
   tongxun::VskImages images;
   tongxun::IspFrames frames{master, timing};
   IspOperations isp{frames, timing, images};
-  VskWriter writer{isp, images};
+  VskWriter writer{port, isp, images};
   Transcript view;
 };

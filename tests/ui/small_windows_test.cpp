@@ -116,6 +116,15 @@ class SmallWindowsTest : public WindowTest {
     QVERIFY(!std::filesystem::exists(desk_->folder / "program/Initial/security.cod"));
   }
 
+  void whyTheSecurityCodesCannotBeWrittenIsSaid() {
+    OpenSecurityCheck({"94", "01", "5a"});
+    desk_->folder.Write("program/Initial/security.cod.part/in the way", "");
+    QString said;
+    ConfirmMessage(said);
+    kSecurity.Press("Command1");
+    QVERIFY2(said.contains("security.cod|") && !said.endsWith('|'), qPrintable(said));
+  }
+
  private:
   static constexpr int kOldBase = 0x300;
 

@@ -67,7 +67,8 @@ TEST_F(EntryParametersTest, AFileIsOverwrittenButNotCutAndStaysWhenItCannotBeWri
   std::filesystem::create_directory(folder / "security.cod.part");
   const auto check = fileop::CheckSecurityEntry(Typed("94|01|5A"), path);
   EXPECT_FALSE(check.accepted);
-  EXPECT_EQ(check.message.find("the entry parameters could not be written to " + path + ": "), 0U);
+  EXPECT_EQ(check.message, "the entry parameters could not be written to " + path);
+  EXPECT_NE(check.reason, "");
   EXPECT_EQ(folder.Read("security.cod"), "abc");
 }
 

@@ -2,13 +2,16 @@
 // small thing, and ends in one of the tool's ways. What the operator would be told goes to standard
 // output.
 //
-//   port_trial byte            START, the byte A5, STOP, normal end
-//   port_trial exit            the same, then EXIT: the event loop is left
-//   port_trial hold SECONDS    the same, then waits in the event loop for a signal or the time's
-//   end port_trial writes SECONDS  writes SDA ten times a second, and says how many writes came
-//   back port_trial claim SECONDS   what another program does: a plain claim, kept for the time
-//   port_trial bound           a plain claim that is held, and then the tool's bounded claim
-//   port_trial mark NUMBER     EE DD NUMBER on the data lines, to be found in a trace; root only
+//   byte            START, the byte A5, STOP, normal end
+//   exit            the same, then EXIT: the event loop is left
+//   hold SECONDS    the same, then waits in the event loop for a signal or the end of the time
+//   twice           the byte on a port that is taken, and again after it was given back
+//   writes SECONDS  writes SDA ten times a second, and says how many writes came back
+//   lost            goes to ISP mode; tries to go on when there is a file /tmp/gone; sends the byte
+//                   when there is a file /tmp/back
+//   claim SECONDS   what another program does: a plain claim, kept for the time
+//   bound           a plain claim that is held, and then the tool's bounded claim
+//   mark NUMBER     EE DD NUMBER on the data lines, to be found in a trace; root only
 #include <fcntl.h>
 #include <linux/ppdev.h>
 #include <sys/io.h>
@@ -22,6 +25,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <thread>
@@ -30,6 +34,8 @@
 #include "bus/i2c_master.h"
 #include "bus/iic_port.h"
 #include "platform/linux/port_system.h"
+#include "support/transcript.h"
+#include "tool/tool.h"
 
 namespace {
 
@@ -40,38 +46,89 @@ void Say(const std::string& line) {
   std::fflush(stdout);
 }
 
+void Tell(const std::string& told) { Say("told: " + told); }
+
 /// SDA out on data bit 7, SCL out on control bit 1, SDA in on status bit 7; all direct.
+IspBoard Wiring() {
+  IspBoard board;
+  board.SdaOut = {.address = 0, .polarity = true, .mask = 0x80};
+  board.SclOut = {.address = 0, .polarity = true, .mask = 0x02};
+  board.SdaIn = {.address = 0, .polarity = true, .mask = 0x80};
+  return board;
+}
+
+void SendByte(tongxun::I2cMaster& master) {
+  master.I2cStart();
+  master.I2cWriteByte(0xA5);
+  master.I2cStop();
+}
+
 struct Bus {
   IspBoards boards;
-  std::unique_ptr<PortIo> io =
-      SystemParallelPort([](const std::string& told) { Say("told: " + told); });
+  std::unique_ptr<PortIo> io = SystemParallelPort(Tell);
   IicPort port{*io, boards, Say};
   std::unique_ptr<TickCounter> ticks = SystemTickCounter();
   tongxun::BusTiming timing{*ticks};
   tongxun::I2cMaster master{port, timing};
 
   Bus() {
-    boards.BoardTable[0].SdaOut = {.address = 0, .polarity = true, .mask = 0x80};
-    boards.BoardTable[0].SclOut = {.address = 0, .polarity = true, .mask = 0x02};
-    boards.BoardTable[0].SdaIn = {.address = 0, .polarity = true, .mask = 0x80};
+    boards.BoardTable[0] = Wiring();
     port.InitPortShadows();
   }
   ~Bus() { port.ReleaseLines(); }
   Bus(const Bus&) = delete;
   Bus& operator=(const Bus&) = delete;
-
-  void SendByte() {
-    master.I2cStart();
-    master.I2cWriteByte(0xA5);
-    master.I2cStop();
-  }
 };
+
+/// A port that is not given back cannot be taken a second time.
+int Bytes(int times) {
+  for (int i = 0; i < times; ++i) {
+    Bus bus;
+    SendByte(bus.master);
+  }
+  Say("sent");
+  return 0;
+}
+
+void WaitForFile(const char* name) {
+  while (!std::filesystem::exists(name)) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  }
+}
+
+/// The board's status reads 1 on its SDA bit while the port is there, which acknowledges, and 0
+/// when it has gone, which acknowledges after the polarity was turned round.
+int Lost() {
+  const auto io = SystemParallelPort(Tell);
+  const auto ticks = SystemTickCounter();
+  const auto tool = std::make_unique<Tool>(*io, *ticks, Directories{}, Tell);
+  tool->boards.BoardTable[0] = Wiring();
+  tool->port.InitPortShadows();
+  tool->frames.IspParams = {0x94, 2, 0x5A, 0xA5};
+  tool->vskWriter.IspOperate = IspOperation::EraseAll;
+  Transcript view;
+  tool->vskWriter.GoToIspMode(view);
+  Say("before: " + view.modeText);
+  WaitForFile("/tmp/gone");
+  tool->boards.BoardTable[0].SdaIn.polarity = false;
+  Say(tool->port.SdaIsLow() ? "its status acknowledges" : "its status does not acknowledge");
+  tool->vskWriter.Run(view);
+  Say("run: " + view.modeText);
+  tool->vskWriter.GoToIspMode(view);
+  Say("go to: " + view.modeText);
+  WaitForFile("/tmp/back");
+  tool->boards.BoardTable[0] = Wiring();
+  tool->port.ReopenPort();
+  SendByte(tool->master);
+  Say("sent");
+  return 0;
+}
 
 int RunLoop(int argc, char** argv, int seconds) {
   QCoreApplication application(argc, argv);
   const QuitSignals quitSignals;
   Bus bus;
-  bus.SendByte();
+  SendByte(bus.master);
   Say("ready");
   QTimer::singleShot(seconds * 1000, &application, [] { QCoreApplication::exit(); });
   const int result = QCoreApplication::exec();
@@ -131,10 +188,9 @@ int Mark(int number) {
 int main(int argc, char** argv) {
   const std::string what = argc > 1 ? argv[1] : "";
   const int number = argc > 2 ? std::atoi(argv[2]) : 0;
-  if (what == "byte") {
-    Bus().SendByte();
-    return 0;
-  }
+  if (what == "byte") return Bytes(1);
+  if (what == "twice") return Bytes(2);
+  if (what == "lost") return Lost();
   if (what == "exit") return RunLoop(argc, argv, 0);
   if (what == "hold") return RunLoop(argc, argv, number);
   if (what == "writes") return Writes(number);

@@ -40,6 +40,11 @@ std::optional<std::string> HolderOf(PortSystem& system, const KnownPort& port) {
   return holder == "none" ? std::string() : holder;
 }
 
+std::string WordOn(PortSystem& system, const KnownPort& port) {
+  return system.ReadText(PathOf(port, "base-addr")) +
+         system.ReadText(PathOf(port, "devices/active"));
+}
+
 std::string DriversOn(PortSystem& system, const KnownPort& port) {
   std::string drivers;
   for (const std::string& name : system.ListFolder(PathOf(port, "devices"))) {

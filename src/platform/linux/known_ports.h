@@ -23,5 +23,9 @@ std::vector<KnownPort> KnownPorts(PortSystem& system);
 /// does not say.
 std::optional<std::string> HolderOf(PortSystem& system, const KnownPort& port);
 
+/// What the kernel says of the port: its addresses and its holder. It changes for whoever has taken
+/// the port when the port goes, also when another one comes in its place. Empty when it has gone.
+std::string WordOn(PortSystem& system, const KnownPort& port);
+
 /// The drivers that are registered on the port, holding it or idle, joined by ", "; may be empty.
 std::string DriversOn(PortSystem& system, const KnownPort& port);

@@ -25,6 +25,14 @@ void LinuxParallelPort::UsePort(std::uint32_t base) {
   TakePort();
 }
 
+bool LinuxParallelPort::StillThere() {
+  if (Usable() && access_->Gone()) {
+    access_.reset();
+    report_(port_messages::Gone(base_, device_));
+  }
+  return Usable();
+}
+
 void LinuxParallelPort::DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) {
   if (!Usable()) return;
   if (port == base_ + kControl) return WriteControl(value);

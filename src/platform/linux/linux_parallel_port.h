@@ -22,6 +22,9 @@ class LinuxParallelPort final : public PortIo {
   /// until the next call, and `report` has been told why.
   void UsePort(std::uint32_t base) override;
 
+  /// A port that has gone is let go, and told.
+  bool StillThere() override;
+
   void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) override;
   std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t port) override;
 

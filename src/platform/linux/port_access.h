@@ -28,6 +28,9 @@ class PortAccess {
   /// `value` is untouched when the reading failed.
   virtual PortFault ReadStatus(std::uint8_t& value) = 0;
 
+  /// The port was taken from the kernel. Its registers can still be used, to no effect.
+  virtual bool Gone() const { return false; }
+
   /// The control bits that reach the port.
   virtual std::uint8_t ControlBits() const = 0;
 

@@ -7,11 +7,13 @@
 
 namespace {
 
+using port_messages::Rights;
+
 // Not "the bus reads as empty": on a board with a direct SDA input 0xFF is an acknowledge.
 constexpr const char* kUntilThen =
     "\n\nThe program goes on without a port: what it writes goes nowhere, and nothing it reads "
     "comes from a chip.";
-constexpr const char* kThenRestart = "Then start this program again.";
+constexpr const char* kThenEnter = "Then enter the address again in the Setting window.";
 
 std::string Hex(std::uint32_t number) {
   std::array<char, 16> text{};
@@ -44,7 +46,7 @@ std::string WhatExists(const std::vector<KnownPort>& known) {
   }
   return "Linux knows no parallel port on this PC. If there is one, load its drivers:\n"
          "    sudo modprobe -a parport_pc ppdev\n" +
-         std::string(kThenRestart);
+         std::string(kThenEnter);
 }
 
 std::string DirectAccess(PortFault direct) {
@@ -59,16 +61,20 @@ bool NoDriverBehindNode(PortFault fault) {
   return fault.error == ENOENT || fault.error == ENXIO || fault.error == ENODEV;
 }
 
-std::string HowToJoin(const std::string& group) {
-  const std::string rule =
-      "install the udev rule 70-isp-writer-ppdev.rules that comes with this program";
+/// Each way ends with what makes it count: a group counts from the next log-in on.
+std::string HowToGetIt(const Rights& rights) {
+  const std::string rule = "udev rule 70-isp-writer-ppdev.rules";
+  const std::string byRule =
+      rights.ruleInstalled ? "log in at the PC itself, not over the network: the installed " +
+                                 rule + " gives the permission to nobody else."
+                           : "install the " + rule + " that comes with this program. " + kThenEnter;
   const std::string toGetIt = "To get the permission, ";
-  if (group.empty()) return toGetIt + rule + ".";
-  const std::string owner = "It belongs to the group \"" + group + "\". " + toGetIt;
+  if (rights.group.empty()) return toGetIt + byRule;
+  const std::string owner = "It belongs to the group \"" + rights.group + "\". " + toGetIt;
   // Whoever is in group root may do far more than use this port.
-  if (group == "root") return owner + rule + ".";
-  return owner + "join the group and log in again:\n    sudo usermod -aG " + group + " $USER\nor " +
-         rule + ".";
+  if (rights.group == "root") return owner + byRule;
+  return owner + "join the group and log in again:\n    sudo usermod -aG " + rights.group +
+         " $USER\nor " + byRule;
 }
 
 }  // namespace
@@ -91,27 +97,32 @@ std::string DirectAccessRefusedToRoot(std::uint32_t base, const std::vector<Know
          kUntilThen;
 }
 
-std::string NodeNotOpened(const KnownPort& port, PortFault fault, const std::string& group,
-                          bool isRoot) {
+std::string NodeNotOpened(const KnownPort& port, PortFault fault, const Rights& rights) {
   if (NoDriverBehindNode(fault)) {
     return Named(port) + " cannot be opened (" + Reason(fault) +
-           "). The driver for it is not loaded:\n    sudo modprobe ppdev\n" + kThenRestart +
+           "). The driver for it is not loaded:\n    sudo modprobe ppdev\n" + kThenEnter +
            kUntilThen;
   }
-  if (IsRefusal(fault) && isRoot) {
+  if (IsRefusal(fault) && rights.isRoot) {
     return Named(port) + " is refused even to root (" + Reason(fault) +
            "). A container, or kernel lockdown under Secure Boot, does so." + kUntilThen;
   }
   if (IsRefusal(fault)) {
-    return "No permission to open " + Named(port) + ". " + HowToJoin(group) + " " + kThenRestart +
-           kUntilThen;
+    return "No permission to open " + Named(port) + ". " + HowToGetIt(rights) + kUntilThen;
   }
   return Named(port) + " cannot be opened (" + Reason(fault) + ")." + kUntilThen;
 }
 
 std::string Held(const KnownPort& port, const std::string& holder) {
   return Named(port) + " is held by another driver: " + (holder.empty() ? "unknown" : holder) +
-         ". Stop the program that uses it, or unload that driver. " + kThenRestart + kUntilThen;
+         ". Stop the program that uses it, or unload that driver. " + kThenEnter + kUntilThen;
+}
+
+std::string RegisteredAlone(const KnownPort& port, const std::string& owner) {
+  return Named(port) + " is free, but a driver has registered as its only one: " +
+         (owner.empty() ? "unknown" : owner) +
+         ". End the program that opened the port so, or unload that driver. " + kThenEnter +
+         kUntilThen;
 }
 
 std::string NotTaken(const KnownPort& port, PortFault fault) {
@@ -123,6 +134,15 @@ std::string AccessFailed(std::uint32_t base, const std::string& device, PortFaul
          "). What was written may not have reached the cable, and what is read does not come from "
          "a chip.\n\nThe program goes on without a port until the address is entered again "
          "in the Setting window.";
+}
+
+std::string Gone(std::uint32_t base, const std::string& device) {
+  return Named(device, base) +
+         " has gone: its card was pulled out, or its driver was unloaded or unbound. What was "
+         "written last may not have reached the cable, and what was read last may not come from a "
+         "chip.\n\nBring the port back. " +
+         kThenEnter +
+         " Until then the program goes on without a port. A chip must go to ISP mode again.";
 }
 
 std::string ControlBitsLost(std::uint32_t base, const std::string& device, std::uint8_t value,

@@ -20,19 +20,30 @@ std::string NoSuchPort(std::uint32_t base, const std::vector<KnownPort>& known, 
 std::string DirectAccessRefusedToRoot(std::uint32_t base, const std::vector<KnownPort>& known,
                                       const std::string& lockdown);
 
-/// The node of a port that the kernel knows could not be opened. `group`: the node's group, empty
-/// when it is not known.
-std::string NodeNotOpened(const KnownPort& port, PortFault fault, const std::string& group,
-                          bool isRoot);
+/// What decides who may open a node.
+struct Rights {
+  std::string group;  // the node's; empty when it is not known
+  bool isRoot = false;
+  bool ruleInstalled = false;  // the udev rule for whoever sits at the PC
+};
+
+/// The node of a port that the kernel knows could not be opened.
+std::string NodeNotOpened(const KnownPort& port, PortFault fault, const Rights& rights);
 
 /// `holder`: the drivers that have it; may be empty.
 std::string Held(const KnownPort& port, const std::string& holder);
+
+/// Nobody holds it, but `owner` is registered on it as its only driver; may be empty.
+std::string RegisteredAlone(const KnownPort& port, const std::string& owner);
 
 /// A call failed while the port was being taken.
 std::string NotTaken(const KnownPort& port, PortFault fault);
 
 /// A call failed on a port that had been taken. `device`: the node, or the way it is reached.
 std::string AccessFailed(std::uint32_t base, const std::string& device, PortFault fault);
+
+/// The kernel has lost a port that had been taken.
+std::string Gone(std::uint32_t base, const std::string& device);
 
 /// A control value has bits outside `carried`, those that reach the port.
 std::string ControlBitsLost(std::uint32_t base, const std::string& device, std::uint8_t value,

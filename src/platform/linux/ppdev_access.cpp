@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <utility>
 
 #include "platform/linux/known_ports.h"
 #include "platform/linux/port_access.h"
@@ -22,7 +23,8 @@ constexpr const char* kClaim = "PPCLAIM";
 
 class PpdevAccess final : public PortAccess {
  public:
-  PpdevAccess(PortSystem& system, int descriptor) : system_(system), descriptor_(descriptor) {}
+  PpdevAccess(PortSystem& system, KnownPort port, int descriptor)
+      : system_(system), port_(std::move(port)), descriptor_(descriptor) {}
   ~PpdevAccess() override { GiveBack(); }
   PpdevAccess(const PpdevAccess&) = delete;
   PpdevAccess& operator=(const PpdevAccess&) = delete;
@@ -42,6 +44,8 @@ class PpdevAccess final : public PortAccess {
   PortFault ReadStatus(std::uint8_t& value) override {
     return Call("PPRSTATUS", PPRSTATUS, &value);
   }
+  /// The driver answers for a port that has gone: writes succeed, and the status reads 0.
+  bool Gone() const override { return WordOn(system_, port_) != word_; }
   std::uint8_t ControlBits() const override { return kControlOutputs; }
   PortFault GiveBack() override;
 
@@ -52,7 +56,9 @@ class PpdevAccess final : public PortAccess {
   }
 
   PortSystem& system_;
-  int descriptor_;  // -1 when given back
+  const KnownPort port_;
+  std::string word_;  // the kernel's on the port, with us as its holder
+  int descriptor_;    // -1 when given back
   bool claimed_ = false;
   bool saved_ = false;
   std::uint8_t data_ = 0;
@@ -72,6 +78,7 @@ PortFault PpdevAccess::Save() {
   if (const PortFault fault = Call("PPRDATA", PPRDATA, &data_)) return fault;
   if (const PortFault fault = Call("PPRCONTROL", PPRCONTROL, &control_)) return fault;
   saved_ = true;
+  word_ = WordOn(system_, port_);
   return {};
 }
 
@@ -102,11 +109,20 @@ struct Attempt {
 Attempt TakeOnce(PortSystem& system, const KnownPort& port, bool exclusive) {
   const int descriptor = system.Open(port.Node());
   if (descriptor < 0) return {.access = nullptr, .fault = {kOpen, -descriptor}};
-  auto access = std::make_unique<PpdevAccess>(system, descriptor);
+  auto access = std::make_unique<PpdevAccess>(system, port, descriptor);
   PortFault fault = access->Claim(exclusive);
   if (!fault) fault = access->Save();
   if (fault) access.reset();
   return {.access = std::move(access), .fault = fault};
+}
+
+port_messages::Rights RightsTo(PortSystem& system, const KnownPort& port) {
+  const auto stands = [&system](const char* folder) {
+    return !system.ReadText(std::string(folder) + "70-isp-writer-ppdev.rules").empty();
+  };
+  return {.group = system.GroupOf(port.Node()),
+          .isRoot = system.IsRoot(),
+          .ruleInstalled = stands("/usr/lib/udev/rules.d/") || stands("/etc/udev/rules.d/")};
 }
 
 }  // namespace
@@ -123,7 +139,9 @@ TakenPort TakePpdev(PortSystem& system, std::uint32_t base) {
   if (holder && !holder->empty()) return held(*holder);
 
   Attempt attempt = TakeOnce(system, *port, true);
-  if (holder && attempt.Failed(kClaim) && attempt.fault.error == ENXIO) {
+  // Not where the kernel does not say who has the port: a shared claim might wait for him.
+  const bool shared = holder && attempt.Failed(kClaim) && attempt.fault.error == ENXIO;
+  if (shared) {
     // Somebody else is registered. The shared claim waits if he has become active meanwhile.
     const auto now = HolderOf(system, *port);
     if (now && !now->empty()) return held(*now);
@@ -133,9 +151,11 @@ TakenPort TakePpdev(PortSystem& system, std::uint32_t base) {
 
   const PortFault fault = attempt.fault;
   if (attempt.Failed(kOpen)) {
-    return {.problem = port_messages::NodeNotOpened(*port, fault, system.GroupOf(port->Node()),
-                                                    system.IsRoot()),
+    return {.problem = port_messages::NodeNotOpened(*port, fault, RightsTo(system, *port)),
             .othersMayTry = true};
+  }
+  if (shared && attempt.Failed(kClaim) && fault.error == ENXIO) {
+    return {.problem = port_messages::RegisteredAlone(*port, DriversOn(system, *port))};
   }
   if (attempt.Failed(kClaim) && (fault.error == ENXIO || fault.error == EINTR)) {
     return held(DriversOn(system, *port));

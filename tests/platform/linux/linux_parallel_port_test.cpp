@@ -53,6 +53,7 @@ TEST_F(LinuxParallelPortTest, DirectAccessFromFirstAccessToExit) {
   io->DlPortWritePortUchar(0xD000, 0x7E);
   io->DlPortWritePortUchar(0xD002, 0x10);
   EXPECT_EQ(io->DlPortReadPortUchar(0xD001), 0x78);
+  EXPECT_TRUE(io->StillThere());
   io.reset();
   EXPECT_EQ(Calls(), "out:D000=7E out:D002=10 in:D001 out:D002=03 out:D000=A5 ioperm:D000-03");
   ExpectTold(*this, {});
@@ -87,8 +88,32 @@ TEST_F(LinuxParallelPortTest, AFailingAccessIsToldOnceAndEndsTheUseOfThePort) {
       bench.io->DlPortWritePortUchar(0x37A, 0x01);
       EXPECT_EQ(bench.io->DlPortReadPortUchar(0x379), std::nullopt) << call;
     }
+    EXPECT_FALSE(bench.io->StillThere());
     bench.io.reset();
     ExpectTold(bench, {kNode + " has failed|" + call + ": No such device"});
+  }
+}
+
+TEST_F(LinuxParallelPortTest, APortThatHasGoneIsLetGoAndToldWhenItIsLookedFor) {
+  for (const bool another : {false, true}) {  // in its place by then
+    PortBench bench;
+    bench.UseUsualPort();
+    EXPECT_TRUE(bench.io->StillThere());
+    bench.kernel.RemoveUsualPort();
+    if (another) bench.AddUsualPort();
+    EXPECT_TRUE(bench.io->DlPortReadPortUchar(0x379).has_value()) << "no access looks for it";
+    EXPECT_EQ(bench.Calls(), "PPRSTATUS");
+    for (int i = 0; i < 2; ++i) {
+      EXPECT_FALSE(bench.io->StillThere());
+      bench.io->DlPortWritePortUchar(0x378, 0x7E);
+      EXPECT_EQ(bench.io->DlPortReadPortUchar(0x379), std::nullopt);
+    }
+    EXPECT_EQ(bench.Calls(), kGivenBack);
+    ExpectTold(bench, {kNode + " has gone|Bring the port back. Then enter the address again"});
+    if (!another) bench.AddUsualPort();
+    bench.io->UsePort(0x378);
+    EXPECT_EQ(bench.Calls(), "open:/dev/parport0" + kTaken);
+    EXPECT_TRUE(bench.io->StillThere());
   }
 }
 
@@ -118,6 +143,8 @@ TEST_F(LinuxParallelPortTest, WhatIsWrongIsToldOnceForEachUseOfAnAddress) {
                      other + "|SCL mask", other + " has failed", "0x100", "0x200", "0x100"});
 }
 
+const std::string kRule = "70-isp-writer-ppdev.rules";
+
 /// A machine, by what it differs in from one with a free port.
 struct Machine {
   std::string differs;
@@ -141,6 +168,9 @@ void Prepare(const Machine& machine, FakeKernel& kernel) {
   if (is("holder unknown")) kernel.holder = "";
   kernel.othersRegistered = is("idle driver");
   kernel.opensUntilHeld = is("taken at once") ? 1 : is("taken later") ? 2 : 0;
+  kernel.registeredAlone = is("alone");
+  if (is("rule delivered")) kernel.texts["/usr/lib/udev/rules.d/" + kRule] = "SUBSYSTEM==";
+  if (is("rule copied")) kernel.texts["/etc/udev/rules.d/" + kRule] = "SUBSYSTEM==";
   kernel.folders["/proc/sys/dev/parport/parport0/devices"] = {"active", "ppdev1", "lp"};
   kernel.texts["/sys/kernel/security/lockdown"] = "none [integrity] confidentiality\n";
   if (is("group root")) kernel.group = "root";
@@ -157,7 +187,12 @@ TEST(LinuxPortWays, ThePortIsReachedOrTheOperatorIsTold) {
   };
   const std::string none = "no parallel port at 0x378";
   const std::string held = kNode + " is held by another driver: ";
-  const std::string group = "group \"lp\"|usermod -aG lp $USER\nor install the udev ";
+  const std::string group =
+      "group \"lp\"|join the group and log in again:\n    sudo usermod -aG lp "
+      "$USER\nor ";
+  const std::string install = "install the udev rule " + kRule + " that comes";
+  const std::string enter = "Then enter the address again in the Setting window.";
+  const std::string sit = "log in at the PC itself, not over the network: the installed udev rule";
   const Machine machines[] = {
       {"", {}, "node"},
       {"holder unknown", {}, "node"},
@@ -165,25 +200,30 @@ TEST(LinuxPortWays, ThePortIsReachedOrTheOperatorIsTold) {
       {"", {{"open", EACCES}}, "direct"},
       {"no ports", {}, "direct"},
       {"no ports, empty bus but control", {}, "direct"},
-      {"", noDirect(ENOENT), kNode + "|No such file|modprobe ppdev"},
+      {"", noDirect(ENOENT), kNode + "|No such file|modprobe ppdev\n" + enter},
       {"", noDirect(ENXIO), "0x378|modprobe ppdev"},
       {"", noDirect(ENODEV), "0x378|modprobe ppdev"},
       {"", noDirect(EMFILE), "0x378|Too many open files"},
       {"", noDirect(EACCES),
-       "No permission|" + kNode + "|" + group + "rule 70-isp-writer-ppdev.rules"},
-      {"group root", noDirect(EACCES), "\"root\". To get the permission, install the"},
-      {"group unknown", noDirect(EACCES), kNode + ". To get the permission, install the"},
+       "No permission|" + kNode + "|" + group + install + " with this program. " + enter},
+      {"group root", noDirect(EACCES), "\"root\". To get the permission, " + install},
+      {"group unknown", noDirect(EACCES), kNode + ". To get the permission, " + install},
+      {"rule delivered", noDirect(EACCES), group + sit},
+      {"rule copied, group root", noDirect(EACCES), "\"root\". To get the permission, " + sit},
       {"as root", noDirect(EPERM), kNode + " is refused even to root|lockdown"},
-      {"held", {}, held + "lp."},
+      {"held", {}, held + "lp.|" + enter},
       {"idle driver, holder unknown", {}, held + "ppdev1, lp."},  // a shared claim would succeed
       {"idle driver, taken at once", {}, held + "lp."},
       {"idle driver, taken later", {}, held + "ppdev1, lp."},
-      {"", {{"PPCLAIM", ENXIO}}, held + "ppdev1, lp."},
+      {"alone", {}, kNode + " is free, but|as its only one: ppdev1, lp.|" + enter},
+      {"alone, holder unknown", {}, held + "ppdev1, lp."},
       {"", {{"PPEXCL", EINVAL}}, "0x378|PPEXCL: Invalid argument"},
       {"", {{"PPCLAIM", EIO}}, "0x378|PPCLAIM: Input/output"},
       {"", {{"PPRDATA", EIO}}, "0x378|PPRDATA: Input/output"},
       {"", {{"PPRCONTROL", ENODEV}}, "PPRCONTROL: No such device"},
-      {"no ports, empty bus", {}, none + "|found nothing there|modprobe -a parport_pc ppdev"},
+      {"no ports, empty bus",
+       {},
+       none + "|found nothing there|modprobe -a parport_pc ppdev\n" + enter},
       {"no port0", {{"ioperm", EPERM}}, none + "|/dev/parportN|for root only"},
       {"no port0", {{"ioperm", EPERM}}, "exist: 0x278 (/dev/parport1), 0xD000 (/dev/parport2)."},
       {"no port0, as root", {{"ioperm", ENOSYS}}, "0x378|ioperm: Function not implemented"},
@@ -199,6 +239,7 @@ TEST(LinuxPortWays, ThePortIsReachedOrTheOperatorIsTold) {
     bench.io->UsePort(0x378);
     EXPECT_EQ(bench.kernel.open, node) << "a descriptor was left open";
     EXPECT_EQ(bench.kernel.ioPorts, direct ? 0x378U : 0U);
+    EXPECT_EQ(bench.io->StillThere(), node || direct);
     bench.Calls();
     bench.io->DlPortWritePortUchar(0x378, 0x5A);
     EXPECT_EQ(bench.io->DlPortReadPortUchar(0x379).has_value(), node || direct);

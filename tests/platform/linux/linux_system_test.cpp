@@ -79,6 +79,30 @@ TEST(LinuxFiles, OnAFullDiskTheOldContentIsKept) {
   EXPECT_THAT(folder.Names(), ElementsAre("a")) << "no half file is left";
 }
 
+TEST(LinuxFiles, WritingKeepsLinksAndPermissions) {
+  namespace fs = std::filesystem;
+  const TempFolder folder;
+  const std::array<std::uint8_t, 2> bytes{'x', 'y'};
+  const fs::path real = folder.Write("far/real", "12345");
+  fs::create_symlink("far/real", folder / "link");
+  for (const auto rights : {fs::perms::owner_read | fs::perms::owner_write, fs::perms{0664}}) {
+    fs::permissions(real, rights);
+    EXPECT_EQ(WriteAtStart(folder / "link", bytes), "");
+    EXPECT_EQ(fs::read_symlink(folder / "link"), "far/real");
+    EXPECT_EQ(folder.Read("far/real"), "xy345");
+    EXPECT_EQ(fs::status(real).permissions(), rights);
+  }
+}
+
+TEST(LinuxFiles, WhyAFolderCannotBeCreatedIsSaid) {
+  const std::filesystem::path file = "/sys/none/file";  // where nobody can create a folder
+  const std::array<std::uint8_t, 1> byte{1};
+  for (const std::string& reason : {WriteAtStart(file, byte), AppendToFile(file, "a", "b")}) {
+    EXPECT_THAT(reason, testing::AnyOf("Operation not permitted", "Permission denied",
+                                       "Read-only file system"));
+  }
+}
+
 TEST(LinuxTickCounter, AdvancesInStepsOf64ToTheSecond) {
   const auto ticks = SystemTickCounter();
   const auto nextStep = [&ticks] {

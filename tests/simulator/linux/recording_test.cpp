@@ -107,6 +107,7 @@ TEST(Recording, IsReadAsTheFramesThatPassed) {
 
 /// A port that is not there.
 struct NoPort final : PortIo {
+  bool StillThere() override { return false; }
   void DlPortWritePortUchar(std::uint32_t, std::uint8_t) override {}
   std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t) override { return std::nullopt; }
 };
@@ -139,6 +140,7 @@ TEST(PortRecording, IsBoundedShowsNoPortAsUnknownAndIsToldOnceWhenItCannotBeWrit
   NoPort none;
   RecordingPort(none, folder / "none.vcd", {}).DlPortReadPortUchar(1);
   EXPECT_THAT(folder.Read("none.vcd"), HasSubstr("\nxS0\nxS1\n"));
+  EXPECT_FALSE(RecordingPort(none, folder / "none.vcd", {}).StillThere());
 }
 
 }  // namespace
