@@ -5,7 +5,7 @@
 
 #include <memory>
 
-#include "support/board_bench.h"
+#include "support/board_rig.h"
 #include "support/line_trace.h"
 #include "support/rtd_transcript.h"
 #include "support/temp_folder.h"
