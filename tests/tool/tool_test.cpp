@@ -21,7 +21,7 @@ TEST(Tool, RunsOfBothWritersAreLogged) {
   simulator::SimulatedBoard board{Wiring()};
   const auto tool = std::make_unique<Tool>(board.cable, ticks,
                                            Directories{.programFolder = folder / "program",
-                                                       .portAddressFolder = folder / "config",
+                                                       .settingsFolder = folder / "config",
                                                        .stateFolder = folder / "state"},
                                            Problem{});
   tool->boards.BoardTable[0] = Wiring();
