@@ -39,8 +39,8 @@ TEST(Tool, RunsOfBothWritersAreLogged) {
   tool->rtdWriter.Run(rtdView);
 
   EXPECT_THAT(folder.Read("state/runs.csv"),
-              testing::ContainsRegex("Z,VSK830,Erase All,,,,,Blank ok,378,a board\r\n[^\n]*"
-                                     "Z,RTD2120,Erase,,,,,Erase MCU OK.,378,a board\r\n$"));
+              testing::ContainsRegex("Z,0.0,VSK830,Erase All,,,,,Blank ok,378,a board\r\n[^\n]*"
+                                     "Z,0.0,RTD2120,Erase,,,,,Erase MCU OK.,378,a board\r\n$"));
 }
 
 TEST(Tool, TheEndReleasesBothLines) {
