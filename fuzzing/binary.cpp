@@ -13,7 +13,7 @@ void Check(const std::string& name, const std::string& bytes, std::size_t cellCo
   std::vector<std::uint8_t> cells(cellCount, 0xA5);
   std::vector<std::uint8_t> expected = cells;
   std::int32_t maximum = 4711;
-  FileAnswers<FileView> view;
+  FileAnswers<> view;
   Require(loadfile::ReadImage(name, loadfile::FileKind::Binary, {cells, maximum}, view).has_value(),
           "every file is taken");
 

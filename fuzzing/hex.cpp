@@ -105,7 +105,7 @@ std::vector<std::string> Refusal() {
 void Check(const std::string& name, const std::string& text, std::size_t cellCount) {
   const Image before{Cells(cellCount, 0xA5), 4711};
   Image loaded = before;
-  FileAnswers<FileView> view;
+  FileAnswers<> view;
   const bool accepted =
       loadfile::ReadImage(name, loadfile::FileKind::Hex, {loaded.cells, loaded.maximum}, view)
           .has_value();

@@ -120,7 +120,8 @@ std::string OwnFault(const HexFault& fault, std::string_view text, std::int32_t 
              " only, expected a carriage return and a line feed";
     default:
       return Place(text, fault.at) + "the file ends inside a record, expected the rest of " +
-             Stump(text.substr(fault.record, fault.at - fault.record));
+             Stump(text.substr(fault.record, fault.at - fault.record)) +
+             ", or an end record in its place";
   }
 }
 

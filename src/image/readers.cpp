@@ -59,13 +59,13 @@ ImageFile::ImageFile(const std::string& name, FileKind kind, std::size_t lastCel
   }
 }
 
-void ImageFile::Refuse(FileView& view) const {
+void ImageFile::Refuse(WriterView& view) const {
   view.Beep();
   view.Beep();
   view.ShowMessage("path or file name error!!!", problem_);
 }
 
-void ImageFile::StoreInto(const ReadTarget& target, FileView& view) const {
+void ImageFile::StoreInto(const ReadTarget& target, WriterView& view) const {
   if (kind_ == FileKind::Binary) return StoreBinary(target);
   if (bytes_.empty()) return Refuse(view);
 
@@ -86,13 +86,13 @@ std::string ImageFile::Notes() const {
   return notes.empty() ? notes : "\n" + loaded_.name + "\n" + notes;
 }
 
-void TellNotes(const std::string& notes, FileView& view) {
+void TellNotes(const std::string& notes, WriterView& view) {
   if (notes.empty()) return;
   view.ShowNotes("Loaded as it is, but hardly as it was meant. Before you program:\n" + notes);
 }
 
 std::optional<LoadedFile> ReadImage(const std::string& name, FileKind kind,
-                                    const ReadTarget& target, FileView& view) {
+                                    const ReadTarget& target, WriterView& view) {
   const ImageFile file(name, kind, target.cells.size() - 1);
   if (file.Refused()) {
     file.Refuse(view);

@@ -9,25 +9,7 @@
 
 #include "image/load_notes.h"
 #include "image/loaded_file.h"
-
-/// What loading needs of a window.
-class FileView {
- public:
-  virtual ~FileView() = default;
-  /// Shows the file-open dialog on the program's folder. `filters`: description|pattern pairs
-  /// joined by "|". UTF-8; empty when the operator chose no file.
-  virtual std::string ChooseFile(std::string_view filters) = 0;
-  virtual void Beep() = 0;
-  /// A message box with an OK button; `detail` stands beneath the message and may be empty.
-  virtual void ShowMessage(std::string_view message, std::string_view detail) = 0;
-  /// A message box that blocks nothing: what a file that was taken holds besides what its maker
-  /// meant. Lines end with LF.
-  virtual void ShowNotes(std::string_view notes) = 0;
-  /// Prints a line on the window's own surface, below the ones printed before.
-  virtual void PrintLine(std::string_view line) = 0;
-  /// Takes back the lines that were printed for an earlier file.
-  virtual void ClearPrintedLines() = 0;
-};
+#include "image/writer_view.h"
 
 namespace loadfile {
 
@@ -60,11 +42,11 @@ class ImageFile {
 
   bool Refused() const { return !problem_.empty(); }
   /// Two beeps and the message that says why this file cannot be loaded.
-  void Refuse(FileView& view) const;
+  void Refuse(WriterView& view) const;
 
   /// Stores a file that was not refused. An empty HEX file sounds two beeps, shows a message and
   /// leaves the target as it was.
-  void StoreInto(const ReadTarget& target, FileView& view) const;
+  void StoreInto(const ReadTarget& target, WriterView& view) const;
 
   /// Its name and what is to be told of it; empty for nothing.
   std::string Notes() const;
@@ -81,11 +63,11 @@ class ImageFile {
 };
 
 /// Shows the notes of the files that were loaded, unless there are none.
-void TellNotes(const std::string& notes, FileView& view);
+void TellNotes(const std::string& notes, WriterView& view);
 
 /// Reads one file into `target`, whose last cell is the highest address that it holds, and tells
 /// its notes. Nothing when the file was refused; nothing has changed then.
 std::optional<LoadedFile> ReadImage(const std::string& name, FileKind kind,
-                                    const ReadTarget& target, FileView& view);
+                                    const ReadTarget& target, WriterView& view);
 
 }  // namespace loadfile

@@ -10,25 +10,9 @@
 
 #include "bus/bus_timing.h"
 #include "bus/iic_port.h"
+#include "rtd2120/rtd_protocol.h"
 
 namespace tongxun2120 {
-
-/// Address bytes, in their write form.
-inline constexpr int kIspSlave = 0x94;   // ISP registers
-inline constexpr int kAddrSlave = 0x96;  // address registers, written only
-
-/// Registers of the ISP slave.
-inline constexpr int kIspControl = 0x90;
-inline constexpr int kIspEntry = 0x36;
-inline constexpr int kPageData = 0x94;
-inline constexpr int kCrcControl = 0xA2;
-inline constexpr int kCrcResult = 0xA3;
-
-/// Values of the ISP control register.
-inline constexpr int kFirstBank = 0x40;
-inline constexpr int kSecondBank = 0x60;
-inline constexpr int kErase = 0xC0;
-inline constexpr int kLeave = 0x00;
 
 /// Flags of a write: which conditions frame it.
 inline constexpr int kWithStart = 1;

@@ -7,12 +7,12 @@
 namespace loadfile {
 
 std::optional<LoadedFile> ReadRtdHexFile(const std::string& name, tongxun2120::RtdImages& images,
-                                         FileView& view) {
+                                         WriterView& view) {
   return ReadImage(name, FileKind::Hex, {images.RtdLoadBuffer, images.RtdLoadMax}, view);
 }
 
 std::optional<LoadedFile> ReadRtdBinFile(const std::string& name, tongxun2120::RtdImages& images,
-                                         FileView& view) {
+                                         WriterView& view) {
   return ReadImage(name, FileKind::Binary, {images.RtdLoadBuffer, images.RtdLoadMax}, view);
 }
 
@@ -20,8 +20,7 @@ std::optional<LoadedFile> ReadRtdBinFile(const std::string& name, tongxun2120::R
 
 namespace tongxun2120 {
 
-void Load_RTD2120_NormalFile(Bank bank, RtdImages& images, RtdLoadView& view) {
-  const std::string name = view.ChooseFile(loadfile::kOneFileFilters);
+void Load_RTD2120_NormalFile(const std::string& name, Bank bank, RtdImages& images, RtdView& view) {
   if (name.empty()) return;
   const bool isHex = loadfile::KindOf(name, "HEX") == loadfile::FileKind::Hex;
   const auto read = isHex ? loadfile::ReadRtdHexFile : loadfile::ReadRtdBinFile;

@@ -9,23 +9,6 @@
 namespace tongxun2120 {
 namespace {
 
-constexpr std::size_t kPageBytes = 256;
-constexpr std::size_t kFirstData = 2;  // column, behind address and register
-constexpr int kPageTransfer = 258;     // address, register, data
-
-/// Registers of the address slave.
-constexpr int kStartAddress = 0x92;
-constexpr int kCrcEndAddress = 0xA0;
-
-/// Status bits of the ISP control register.
-constexpr int kErasing = 0x80;
-constexpr int kProgramming = 0x10;
-constexpr int kSettingCrcRange = 0x08;
-/// Bits of the CRC control register.
-constexpr int kCrcRequest = 0x80;
-constexpr int kCrcRunning = 0x80;
-constexpr int kCrcDone = 0x40;
-
 std::string BankText(Bank bank) {
   return bank == Bank::First ? "Program BANK 1  " : "Program BANK 2  ";
 }
@@ -45,12 +28,12 @@ void RtdOperations::RtdBuildPages(std::int32_t maximum) {
   }
 }
 
-int RtdOperations::RtdCalcCrc(RtdView& view) {
+int RtdOperations::RtdCalcCrc(RtdLog& log) {
   std::uint8_t crc = 0;
   for (std::size_t a = 0; a <= static_cast<std::size_t>(RtdMaxAddr); ++a) {
     crc = Crc8Byte(crc, link_.RtdPageTable[a / kPageBytes][kFirstData + a % kPageBytes]);
   }
-  AppendLine(view, "Calculate CRC   0x" + HexText(crc));
+  log.AppendLine("Calculate CRC   0x" + HexText(crc));
   return crc;
 }
 
@@ -87,7 +70,7 @@ void RtdOperations::SelectBank(Bank bank) {
 }
 
 // bank; S 96 92 00 00 P; S 96 A0 high low P; [90] until bit 3 is 0; S 94 A2 80 P; [A2]..; [A3]
-std::optional<int> RtdOperations::RtdReadCrc(Bank bank, RtdView& view) {
+std::optional<int> RtdOperations::RtdReadCrc(Bank bank, RtdLog& log) {
   SelectBank(bank);
   link_.WriteAddress(kStartAddress, 0x00, 0x00);
   link_.WriteAddress(kCrcEndAddress, EndHigh(), EndLow());
@@ -97,28 +80,28 @@ std::optional<int> RtdOperations::RtdReadCrc(Bank bank, RtdView& view) {
     answered = WaitForCrc() && link_.ReadStatus(kCrcResult);
   }
   if (!answered) {
-    AppendLinkErrorLine(view);
+    log.AppendRedLine(kLinkError);
     return std::nullopt;
   }
   const int crc = link_.RtdRxBuf[0];
-  AppendLine(view, "Read CRC         0x" + HexText(crc));
+  log.AppendLine("Read CRC         0x" + HexText(crc));
   return crc;
 }
 
 // S 94 90 C0 P; [90] until bit 7 is 0
-bool RtdOperations::RtdEraseChip(RtdView& view) {
+bool RtdOperations::RtdEraseChip(RtdLog& log) {
   link_.WriteRegister(kIspControl, kErase);
   if (!WaitForControlBit(kErasing)) {
-    AppendLinkErrorLine(view);
+    log.AppendRedLine(kLinkError);
     return false;
   }
-  AppendLine(view, "Erase MCU OK.");
+  log.AppendLine("Erase MCU OK.");
   return true;
 }
 
 // bank; per page: S 96 92 page 00 P; S 94 94 data.. P; [90] until bit 4 is 0
-bool RtdOperations::RtdProgramBank(Bank bank, RtdView& view) {
-  RtdStatusBase = view.StatusText();
+void RtdOperations::RtdProgramBank(Bank bank, RtdLog& log) {
+  RtdStatusBase = log.Text();
   SelectBank(bank);
   const int pages = EndHigh() + 1;
   for (int page = 0; page < pages; ++page) {
@@ -127,16 +110,10 @@ bool RtdOperations::RtdProgramBank(Bank bank, RtdView& view) {
     link_.RtdWritePage(kPageTransfer, kWithStart | kWithStop);
 
     const auto percent = static_cast<int>(std::nearbyint(page * 100.0 / pages)) + 1;
-    view.SetStatusText(RtdStatusBase + BankText(bank) + " " + std::to_string(percent) + " %");
-    view.RefreshStatus();
-    if (!link_.RtdWaitBitsClear(kIspControl, kProgramming)) {
-      AppendLinkError(view);
-      return false;
-    }
+    log.Show(RtdStatusBase + BankText(bank) + " " + std::to_string(percent) + " %");
+    if (!link_.RtdWaitBitsClear(kIspControl, kProgramming)) return log.AppendLinkError();
   }
-  view.SetStatusText(RtdStatusBase + BankText(bank) + " 100 %\r\n");
-  view.RefreshStatus();
-  return true;
+  log.Show(RtdStatusBase + BankText(bank) + " 100 %\r\n");
 }
 
 }  // namespace tongxun2120

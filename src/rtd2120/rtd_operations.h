@@ -1,5 +1,5 @@
 // The chip-level operations on an RTD2120: erase, program a bank, CRC-8. ISP mode must have been
-// entered. Each reports in the status box.
+// entered. Each reports in the log of the run.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,7 @@
 #include "platform/tick_counter.h"
 #include "rtd2120/rtd_images.h"
 #include "rtd2120/rtd_link.h"
-#include "rtd2120/rtd_view.h"
+#include "rtd2120/rtd_log.h"
 
 namespace tongxun2120 {
 
@@ -22,19 +22,19 @@ class RtdOperations {
       : link_(link), ticks_(ticks), images_(images) {}
 
   std::int32_t RtdMaxAddr = 0;  // highest address 0..0xFFFF of the image being written
-  std::string RtdStatusBase;    // the status text when programming began
+  std::string RtdStatusBase;    // the log when programming began
 
   /// Lays `RtdLoadBuffer`[0..maximum] out as whole write transactions, padded with 0xFF.
   void RtdBuildPages(std::int32_t maximum);
   /// CRC-8 of the page data over 0..`RtdMaxAddr`.
-  int RtdCalcCrc(RtdView& view);
+  int RtdCalcCrc(RtdLog& log);
   /// The chip's own CRC over the same range. Nothing when the chip did not answer, or stayed busy
-  /// for too long: a link error then stands in the status box.
-  std::optional<int> RtdReadCrc(Bank bank, RtdView& view);
-  /// False when the chip stayed busy for too long: a link error then stands in the status box.
-  bool RtdEraseChip(RtdView& view);
-  /// Programs all pages of the bank. False when a page did not finish: it ends with a link error.
-  bool RtdProgramBank(Bank bank, RtdView& view);
+  /// for too long: a link error then stands in the log.
+  std::optional<int> RtdReadCrc(Bank bank, RtdLog& log);
+  /// False when the chip stayed busy for too long: a link error then stands in the log.
+  bool RtdEraseChip(RtdLog& log);
+  /// Programs all pages of the bank; ends with a link error when a page does not finish.
+  void RtdProgramBank(Bank bank, RtdLog& log);
 
  private:
   int EndHigh() const { return RtdMaxAddr / 256; }

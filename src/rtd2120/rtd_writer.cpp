@@ -14,15 +14,6 @@ void Join(std::string& list, const std::string& figure) {
 
 bool CanBeWritten(const BankImage& image) { return image.maximum >= 0 && image.maximum <= 0xFFFF; }
 
-/// The status box in one line.
-std::string InOneLine(std::string text) {
-  if (text.ends_with("\r\n")) text.resize(text.size() - 2);
-  for (std::size_t at = 0; (at = text.find("\r\n", at)) != std::string::npos;) {
-    text.replace(at, 2, "; ");
-  }
-  return text;
-}
-
 }  // namespace
 
 void RtdWriter::Run(RtdView& view) {
@@ -30,12 +21,12 @@ void RtdWriter::Run(RtdView& view) {
   line_ = {.chip = "RTD2120"};
   line_.operation = OperateMode == RtdOperateMode::EraseOnly ? "Erase" : "Auto";
   chipChanged_ = false;
-  view.SetStatusRed(false);
-  view.SetStatusText("");
+  RtdLog log(view);
   if (!ImagesAreMeant(view)) return;
-  Operate(view);
-  line_.result.text = InOneLine(view.StatusText());
-  if (chipChanged_) RunEnded(line_);
+  report_.Begin();
+  Operate(log, view);
+  line_.result = log.Result();
+  if (chipChanged_) report_.End(line_);
 }
 
 /// Asks when a file whose image would be written has changed since it was loaded.
@@ -51,43 +42,42 @@ bool RtdWriter::ImagesAreMeant(RtdView& view) {
                             [&view](std::string_view question) { return view.Confirm(question); });
 }
 
-void RtdWriter::Operate(RtdView& view) {
-  if (!link_.RtdEnterIsp()) return AppendLinkError(view);
+void RtdWriter::Operate(RtdLog& log, RtdView& view) {
+  if (!link_.RtdEnterIsp()) return log.AppendLinkError();
   if (OperateMode == RtdOperateMode::EraseOnly) {
-    Erase(view);
+    Erase(log);
     return;
   }
-  WriteLoadedBanks(view);
+  WriteLoadedBanks(log, view);
   link_.RtdLeaveIsp();
   timing_.LongDelay();
 }
 
-void RtdWriter::WriteLoadedBanks(RtdView& view) {
-  if (BankMode != RtdBankMode::Second && !AutoWriteBank1(view)) return;
-  if (BankMode != RtdBankMode::First) AutoWriteBank2(view);
+void RtdWriter::WriteLoadedBanks(RtdLog& log, RtdView& view) {
+  if (BankMode != RtdBankMode::Second && !AutoWriteBank1(log, view)) return;
+  if (BankMode != RtdBankMode::First) AutoWriteBank2(log, view);
 }
 
-bool RtdWriter::AutoWriteBank1(RtdView& view) {
-  if (!Prepare(Bank::First, "Please load code in Buffer 1", view)) return true;
-  return Erase(view) && WriteAndVerify(Bank::First, view);
+bool RtdWriter::AutoWriteBank1(RtdLog& log, RtdView& view) {
+  if (!Prepare(Bank::First, "Please load code in Buffer 1", log, view)) return true;
+  return Erase(log) && WriteAndVerify(Bank::First, log);
 }
 
-bool RtdWriter::AutoWriteBank2(RtdView& view) {
-  if (!Prepare(Bank::Second, "Please load code in Buffer 2", view)) return true;
-  return WriteAndVerify(Bank::Second, view);
+bool RtdWriter::AutoWriteBank2(RtdLog& log, RtdView& view) {
+  if (!Prepare(Bank::Second, "Please load code in Buffer 2", log, view)) return true;
+  return WriteAndVerify(Bank::Second, log);
 }
 
 /// Lays the bank's image out for writing. False when there is none that can be written.
-bool RtdWriter::Prepare(Bank bank, const char* missingMessage, RtdView& view) {
+bool RtdWriter::Prepare(Bank bank, const char* missingMessage, RtdLog& log, RtdView& view) {
   const BankImage image = images_.Of(bank);
   if (!image.loaded) {
     view.ShowMessage(missingMessage);
     return false;
   }
   if (!CanBeWritten(image)) {
-    constexpr const char* kAddressError = "Image address error.";
-    AppendRedLine(view, kAddressError);
-    return Held(false, kAddressError);
+    log.AppendRedLine("Image address error.");
+    return false;
   }
   images_.RtdLoadBuffer = image.cells;
   operations_.RtdBuildPages(image.maximum);
@@ -95,33 +85,26 @@ bool RtdWriter::Prepare(Bank bank, const char* missingMessage, RtdView& view) {
   return true;
 }
 
-bool RtdWriter::Erase(RtdView& view) {
+bool RtdWriter::Erase(RtdLog& log) {
   chipChanged_ = true;
-  return Held(operations_.RtdEraseChip(view), kLinkError);
+  return operations_.RtdEraseChip(log);
 }
 
-/// Keeps what turned the status box red first; returns `held`.
-bool RtdWriter::Held(bool held, std::string_view red) {
-  if (!held && line_.result.failure.empty()) line_.result.failure = red;
-  return held;
-}
-
-bool RtdWriter::WriteAndVerify(Bank bank, RtdView& view) {
+bool RtdWriter::WriteAndVerify(Bank bank, RtdLog& log) {
   chipChanged_ = true;
-  Held(operations_.RtdProgramBank(bank, view), kLinkError);
-  const int calculated = operations_.RtdCalcCrc(view);
+  operations_.RtdProgramBank(bank, log);
+  const int calculated = operations_.RtdCalcCrc(log);
   const BankImage image = images_.Of(bank);
   Join(line_.file, image.file.name);
   line_.size += static_cast<std::size_t>(image.maximum) + 1;
   Join(line_.crc, HexText(calculated));
-  const auto read = operations_.RtdReadCrc(bank, view);
-  if (!Held(read.has_value(), kLinkError)) return false;
+  const auto read = operations_.RtdReadCrc(bank, log);
+  if (!read) return false;
   Join(line_.chipCrc, HexText(*read));
-  constexpr const char* kCrcFail = "CRC FAIL.";
-  if (Held(*read == calculated, kCrcFail)) {
-    AppendLine(view, "CRC OK.");
+  if (*read == calculated) {
+    log.AppendLine("CRC OK.");
   } else {
-    AppendRedLine(view, kCrcFail);
+    log.AppendRedLine("CRC FAIL.");
   }
   return true;
 }

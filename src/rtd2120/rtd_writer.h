@@ -1,7 +1,6 @@
 // The RTD2120 writer's run: which banks, which operation, and the comparison of the CRCs.
 #pragma once
 
-#include <functional>
 #include <string_view>
 
 #include "bus/bus_timing.h"
@@ -9,7 +8,7 @@
 #include "rtd2120/rtd_images.h"
 #include "rtd2120/rtd_load.h"
 #include "rtd2120/rtd_operations.h"
-#include "run_log/run_log.h"
+#include "run_log/run_report.h"
 
 namespace tongxun2120 {
 
@@ -19,42 +18,47 @@ enum class RtdOperateMode { Automatic = 0, EraseOnly = 1 };
 /// State and commands outlive the window, which passes itself to each call.
 class RtdWriter {
  public:
+  /// `report` is told of every run that sends an erase or an image. Figures of two banks are joined
+  /// by " + ".
   RtdWriter(IicPort& port, RtdLink& link, RtdOperations& operations, tongxun::BusTiming& timing,
-            RtdImages& images)
-      : port_(port), link_(link), operations_(operations), timing_(timing), images_(images) {}
+            RtdImages& images, RunReport& report)
+      : port_(port),
+        link_(link),
+        operations_(operations),
+        timing_(timing),
+        images_(images),
+        report_(report) {}
 
   RtdBankMode BankMode = RtdBankMode::First;
   RtdOperateMode OperateMode = RtdOperateMode::Automatic;
 
-  /// Told of every run that sent an erase or an image, when it has ended. Figures of two banks are
-  /// joined by " + ".
-  std::function<void(const RunLine&)> RunEnded = [](const RunLine&) {};
-
   /// Loads an image for the bank.
-  void Load(Bank bank, RtdLoadView& view) { Load_RTD2120_NormalFile(bank, images_, view); }
+  void Load(const std::string& file, Bank bank, RtdView& view) {
+    Load_RTD2120_NormalFile(file, bank, images_, view);
+  }
 
   /// The "Run" button. ISP mode is left after an automatic run, not after an erase-only one.
   void Run(RtdView& view);
-  /// Erases the chip, writes and verifies the first bank. False when the chip stopped answering:
-  /// the run ends then.
-  bool AutoWriteBank1(RtdView& view);
-  /// Writes and verifies the second bank, without an erase of its own. False as above.
-  bool AutoWriteBank2(RtdView& view);
 
  private:
   bool ImagesAreMeant(RtdView& view);
-  void Operate(RtdView& view);
-  void WriteLoadedBanks(RtdView& view);
-  bool Prepare(Bank bank, const char* missingMessage, RtdView& view);
-  bool Erase(RtdView& view);
-  bool WriteAndVerify(Bank bank, RtdView& view);
-  bool Held(bool held, std::string_view red);
+  void Operate(RtdLog& log, RtdView& view);
+  void WriteLoadedBanks(RtdLog& log, RtdView& view);
+  /// Erases the chip, writes and verifies the first bank. False when the chip stopped answering:
+  /// the run ends then.
+  bool AutoWriteBank1(RtdLog& log, RtdView& view);
+  /// Writes and verifies the second bank, without an erase of its own. False as above.
+  bool AutoWriteBank2(RtdLog& log, RtdView& view);
+  bool Prepare(Bank bank, const char* missingMessage, RtdLog& log, RtdView& view);
+  bool Erase(RtdLog& log);
+  bool WriteAndVerify(Bank bank, RtdLog& log);
 
   IicPort& port_;
   RtdLink& link_;
   RtdOperations& operations_;
   tongxun::BusTiming& timing_;
   RtdImages& images_;
+  RunReport& report_;
   RunLine line_;              // of the run that goes on
   bool chipChanged_ = false;  // by that run: an erase or a page was sent
 };

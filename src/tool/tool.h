@@ -18,6 +18,7 @@
 #include "rtd2120/rtd_operations.h"
 #include "rtd2120/rtd_writer.h"
 #include "run_log/run_log.h"
+#include "run_log/run_report.h"
 #include "text/hex_text.h"
 #include "vsk/isp_frames.h"
 #include "vsk/isp_operations.h"
@@ -33,21 +34,20 @@ struct Tool {
         portAddress(port, directories.settingsFolder),
         timing(ticks),
         master(port, timing),
+        runReport(ticks),
         frames(master, timing),
-        isp(frames, timing, vskImages),
-        vskWriter(port, isp, vskImages),
+        isp(frames, timing, vskImages, runReport),
+        vskWriter(port, isp, vskImages, runReport),
         rtdLink(port, timing),
         rtdOperations(rtdLink, ticks, rtdImages),
-        rtdWriter(port, rtdLink, rtdOperations, timing, rtdImages),
+        rtdWriter(port, rtdLink, rtdOperations, timing, rtdImages, runReport),
         runLog(
             directories.stateFolder,
             [this] {
               return RunLog::Way{HexText(port.PortBase), boards.InUse().name};
             },
             std::move(report)) {
-    const auto append = [this](const RunLine& line) { runLog.Append(line); };
-    vskWriter.RunEnded = append;
-    rtdWriter.RunEnded = append;
+    runReport.Ended = [this](const RunLine& line) { runLog.Append(line); };
   }
   /// The target is left with both lines released, before the port itself is given back.
   ~Tool() { port.ReleaseLines(); }
@@ -60,6 +60,8 @@ struct Tool {
   PortAddressFile portAddress;
   tongxun::BusTiming timing;
   tongxun::I2cMaster master;
+
+  RunReport runReport;
 
   tongxun::VskImages vskImages;
   tongxun::IspFrames frames;

@@ -65,6 +65,7 @@ void Main::Connect() {
   onClick(exitButton_, &Main::Command4_Click);
   auto* help = new QShortcut(QKeySequence(Qt::Key_F1), this);
   help->setContext(Qt::ApplicationShortcut);  // in every window
+  help->setAutoRepeat(false);
   connect(help, &QShortcut::activated, this, Asked(this, &Main::ShowManualPage));
   tool_.timing.Calibrated = [this](std::int32_t tickPollCount) {
     if (form1_) form1_->ShowCalibration(tickPollCount);
@@ -94,7 +95,7 @@ void Main::Form_Load() {
 void Main::Init830And630() {
   tool_.frames.HwCrc = -1;
   tool_.isp.ChipSelect = VskChip::Vsk830;
-  tool_.vskWriter.IspOperate = IspOperation::Program;
+  tool_.vskWriter.IspOperate = RunChoice::Program;
   tool_.timing.SpeedFactor = 2;
   CreateForm1();  // the calibration writes into its data display
   tool_.timing.CalibrateSpeed();

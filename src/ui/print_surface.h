@@ -14,7 +14,6 @@ class PrintSurface final : public QWidget {
   void PrintLine(const QString& line);
   /// Takes all lines back; the next one is printed at the top.
   void Clear();
-  const QStringList& PrintedLines() const { return lines_; }
 
  protected:
   void paintEvent(QPaintEvent* event) override;

@@ -62,29 +62,35 @@ void RTD2120Write::AutoOp_Click() { writer_.OperateMode = RtdOperateMode::Automa
 
 void RTD2120Write::EraseOp_Click() { writer_.OperateMode = RtdOperateMode::EraseOnly; }
 
-void RTD2120Write::Com64K_Click() { Load(Bank::First); }
+void RTD2120Write::Com64K_Click() { ChooseAndLoad(Bank::First); }
 
-void RTD2120Write::Com64_96K_Click() { Load(Bank::Second); }
+void RTD2120Write::Com64_96K_Click() { ChooseAndLoad(Bank::Second); }
 
 void RTD2120Write::About_Click() { settingsAsked_(); }
 
 void RTD2120Write::exit_Click() { close(); }
 
 void RTD2120Write::Run_Click() {
-  const Operation operation;
+  const ThreadHold hold;
   writer_.Run(*this);
 }
 
-void RTD2120Write::Load(Bank bank) {
-  const Operation operation;
-  writer_.Load(bank, *this);
+void RTD2120Write::ChooseAndLoad(Bank bank) {
+  const ThreadHold hold;
+  Load(ChooseFile(loadfile::kOneFileFilters), bank);
+}
+
+void RTD2120Write::Load(const std::string& file, Bank bank) {
+  const ThreadHold hold;
+  writer_.Load(file, bank, *this);
 }
 
 RTD2120Write::LoadCommand RTD2120Write::LoadCommandAt(QPoint place) {
   for (const Bank bank : {Bank::First, Bank::Second}) {
     const QRect box = banks_[static_cast<std::size_t>(bank)].file->geometry();
     if (place.y() >= box.top() && place.y() <= box.bottom()) {
-      return {[this, bank] { Load(bank); }, loadfile::kOneFileFilters};
+      return {[this, bank](const std::string& file) { Load(file, bank); },
+              loadfile::kOneFileFilters};
     }
   }
   return {};
@@ -160,7 +166,6 @@ void RTD2120Write::CreateOperationOptions() {
 }
 
 void RTD2120Write::SetStatusText(const std::string& text) {
-  statusText_ = text;
   writeStatus_->setPlainText(TextOf(text));
   announcer_->Speak(writeStatus_->toPlainText().trimmed().section(QLatin1Char('\n'), -1));
   writeStatus_->verticalScrollBar()->setValue(writeStatus_->verticalScrollBar()->maximum());
@@ -169,10 +174,6 @@ void RTD2120Write::SetStatusText(const std::string& text) {
 void RTD2120Write::SetStatusRed(bool red) { ShowLiveColour(writeStatus_, kMessages, red); }
 
 void RTD2120Write::RefreshStatus() { writeStatus_->viewport()->repaint(); }
-
-void RTD2120Write::ShowMessage(std::string_view message) { ShowMessageBox(this, message); }
-
-bool RTD2120Write::Confirm(std::string_view message) { return ShowQuestionBox(this, message); }
 
 void RTD2120Write::ShowBankRow(Bank bank, const RtdBankRow& row) {
   const BankBoxes& boxes = banks_[static_cast<std::size_t>(bank)];

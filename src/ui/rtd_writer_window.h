@@ -13,8 +13,7 @@
 
 /// Holds controls only; what survives closing and reopening belongs to `RtdWriter` and to the code
 /// buffers. Opening it sets both modes to what its options show.
-class RTD2120Write final : public WriterWindow<tongxun2120::RtdLoadView>,
-                           private tongxun2120::RtdView {
+class RTD2120Write final : public WriterWindow<tongxun2120::RtdView> {
  public:
   /// `settingsAsked`: the "About" entry was chosen. `closed`: the window is closing, by any means.
   RTD2120Write(tongxun2120::RtdWriter& writer, FilePlaces& places,
@@ -28,7 +27,8 @@ class RTD2120Write final : public WriterWindow<tongxun2120::RtdLoadView>,
   void CreateOperationOptions();
   void Connect();
   LoadCommand LoadCommandAt(QPoint place) override;
-  void Load(tongxun2120::Bank bank);
+  void ChooseAndLoad(tongxun2120::Bank bank);
+  void Load(const std::string& file, tongxun2120::Bank bank);
 
   void Form_Load();
   void MainBank_Click();
@@ -43,15 +43,9 @@ class RTD2120Write final : public WriterWindow<tongxun2120::RtdLoadView>,
   void exit_Click();
 
   // RtdView
-  std::string StatusText() const override { return statusText_; }
   void SetStatusText(const std::string& text) override;
   void SetStatusRed(bool red) override;
   void RefreshStatus() override;
-  void ShowMessage(std::string_view message) override;
-  bool Confirm(std::string_view message) override;
-
-  // RtdLoadView
-  using WriterWindow::ShowMessage;  // with a detail
   void ShowBankRow(tongxun2120::Bank bank, const tongxun2120::RtdBankRow& row) override;
 
   struct BankBoxes {
@@ -75,5 +69,4 @@ class RTD2120Write final : public WriterWindow<tongxun2120::RtdLoadView>,
   QPushButton* runButton_ = nullptr;
   QPlainTextEdit* writeStatus_ = nullptr;
   Announcer* announcer_ = nullptr;  // of the last line
-  std::string statusText_;          // with its CR LF line ends, which the box does not keep
 };

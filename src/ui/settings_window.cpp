@@ -1,13 +1,12 @@
 #include "ui/settings_window.h"
 
-#include <QCloseEvent>
 #include <QKeyEvent>
 #include <QShortcut>
 
 #include "text/hex_text.h"
 #include "widgets/dialogs.h"
 #include "widgets/guarded.h"
-#include "widgets/operation.h"
+#include "widgets/thread_hold.h"
 
 namespace {
 
@@ -30,7 +29,7 @@ void SetHeadingFont(QLabel* label, const QString& caption, int pixels) {
 
 Form2::Form2(IicPort& port, PortAddressFile& portAddress, tongxun::BusTiming& timing,
              std::function<void()> closed)
-    : port_(port), portAddress_(portAddress), timing_(timing), closed_(std::move(closed)) {
+    : ClosesOnce(std::move(closed)), port_(port), portAddress_(portAddress), timing_(timing) {
   setObjectName(QStringLiteral("Form2"));
   setWindowTitle(QStringLiteral("Setting"));
   FixClientArea(this, 4680, 6090);
@@ -86,7 +85,7 @@ void Form2::Connect() {
   connect(enterButton_, &QPushButton::clicked, this, Asked(this, &Form2::Enter_Click));
   connect(backButton_, &QPushButton::clicked, this, Asked(this, &Form2::Command1_Click));
   connect(slider_, &QSlider::valueChanged, this, Guarded(this, &Form2::HScroll1_Change));
-  connect(slider_, &QSlider::sliderMoved, this, &Form2::ShowSpeedFactor);
+  connect(slider_, &QSlider::sliderMoved, this, Guarded(this, &Form2::HScroll1_Scroll));
   const auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
   connect(escape, &QShortcut::activated, this, Guarded(this, &Form2::Command1_Click));
   portAddressBox_->installEventFilter(this);
@@ -101,7 +100,7 @@ void Form2::Command1_Click() { close(); }
 void Form2::Text3_KeyUp() { ApplyPortAddress(); }
 
 void Form2::HScroll1_Change() {
-  const Operation operation;
+  const ThreadHold hold;
   const int speedFactor = slider_->value();
   ShowSpeedFactor(speedFactor);
   timing_.SpeedFactor = static_cast<std::int16_t>(speedFactor);
@@ -111,6 +110,8 @@ void Form2::HScroll1_Change() {
 void Form2::ShowSpeedFactor(int speedFactor) {
   speedFactor_->setText(QString::number(speedFactor));
 }
+
+void Form2::HScroll1_Scroll() { ShowSpeedFactor(slider_->sliderPosition()); }
 
 void Form2::ShowPortAddress() { portAddressBox_->setText(TextOf(HexText(port_.PortBase))); }
 
@@ -144,15 +145,4 @@ bool Form2::eventFilter(QObject* watched, QEvent* event) {
   enterPressed_ = event->type() == QEvent::KeyPress;
   if (released) Guarded(this, &Form2::Text3_KeyUp)();
   return true;
-}
-
-void Form2::closeEvent(QCloseEvent* event) {
-  event->accept();
-  Form_Unload();
-}
-
-void Form2::Form_Unload() {
-  if (std::exchange(closing_, true)) return;  // requests queue up while a calibration runs
-  setEnabled(false);
-  closed_();
 }

@@ -8,9 +8,10 @@
 #include "bus/bus_timing.h"
 #include "bus/iic_port.h"
 #include "bus/port_address_file.h"
+#include "widgets/closes_once.h"
 #include "widgets/controls.h"
 
-class Form2 final : public QWidget {
+class Form2 final : public ClosesOnce<QWidget> {
  public:
   /// Runs a calibration at once when the speed differs from the slider's initial value.
   /// `closed`: the window is closing, by any means.
@@ -18,9 +19,6 @@ class Form2 final : public QWidget {
         std::function<void()> closed);
 
   bool eventFilter(QObject* watched, QEvent* event) override;
-
- protected:
-  void closeEvent(QCloseEvent* event) override;
 
  private:
   void CreateHeading();
@@ -31,8 +29,8 @@ class Form2 final : public QWidget {
   void Enter_Click();
   void Command1_Click();  // Back
   void HScroll1_Change();
+  void HScroll1_Scroll();
   void Text3_KeyUp();  // Enter released
-  void Form_Unload();
 
   /// Takes over and saves the address in the text box. False when it is no address.
   bool ApplyPortAddress();
@@ -42,13 +40,11 @@ class Form2 final : public QWidget {
   IicPort& port_;
   PortAddressFile& portAddress_;
   tongxun::BusTiming& timing_;
-  const std::function<void()> closed_;
 
   QPushButton* enterButton_ = nullptr;
   QPushButton* backButton_ = nullptr;
   QLineEdit* speedFactor_ = nullptr;
   QLineEdit* portAddressBox_ = nullptr;
   QSlider* slider_ = nullptr;
-  bool closing_ = false;
   bool enterPressed_ = false;  // in the address box, not yet released
 };

@@ -33,16 +33,10 @@ void Form1::DeselectQuitOption() {
   quitOption_->setAutoExclusive(true);
 }
 
-bool Form1::PageReadSelected() const { return pageReadOption_->isChecked(); }
-
 std::string Form1::AskText(std::string_view prompt, std::string_view title,
                            std::string_view answer) {
   return ShowInputBox(this, prompt, title, answer);
 }
-
-void Form1::ShowMessage(std::string_view message) { ShowMessageBox(this, message); }
-
-bool Form1::Confirm(std::string_view message) { return ShowQuestionBox(this, message); }
 
 void Form1::ShowFileName(std::string_view text) { ShowLiveTextEnd(fileName_, TextOf(text)); }
 

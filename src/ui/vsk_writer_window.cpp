@@ -183,74 +183,80 @@ void Form1::SelectChip(VskChip chip) {
 }
 
 void Form1::Lnf_Click() {
-  const Operation operation;
-  writer_.Load(*this);
+  const ThreadHold hold;
+  Load(ChooseFile(isp_.Model().filters));
+}
+
+void Form1::Load(const std::string& file) {
+  const ThreadHold hold;
+  writer_.Load(file, *this);
 }
 
 void Form1::Command1_Click() { Lnf_Click(); }
 
 Form1::LoadCommand Form1::LoadCommandAt(QPoint) {
-  return {[this] { Lnf_Click(); }, isp_.Model().filters};
+  return {[this](const std::string& file) { Load(file); }, isp_.Model().filters};
 }
 
 void Form1::Command4_Click() {
-  const Operation operation;
+  const ThreadHold hold;
   writer_.Run(*this);
 }
 
-void Form1::RunFromMenu(IspOperation choice) {
-  const Operation operation;
+void Form1::RunFromMenu(RunChoice choice) {
+  const ThreadHold hold;
   writer_.RunFromMenu(choice, *this);
 }
 
-void Form1::Blank_Entire_Click() { RunFromMenu(IspOperation::EraseAll); }
+void Form1::Blank_Entire_Click() { RunFromMenu(RunChoice::EraseAll); }
 
-void Form1::Program_Click() { RunFromMenu(IspOperation::Program); }
+void Form1::Program_Click() { RunFromMenu(RunChoice::Program); }
 
 void Form1::Option1_Click() { isp_.ChipSelect = VskChip::Vsk830; }
 
 void Form1::Option2_Click() { isp_.ChipSelect = VskChip::Vsk630; }
 
 void Form1::Option4_Click() {
-  const Operation operation;
+  const ThreadHold hold;
   writer_.GoToIspMode(*this);
 }
 
 void Form1::Option5_Click() {
-  const Operation operation;
+  const ThreadHold hold;
   writer_.QuitIspMode(*this);
 }
 
-void Form1::Option6_Click() { writer_.IspOperate = IspOperation::PageErase; }
+void Form1::Option6_Click() { writer_.IspOperate = RunChoice::PageErase; }
 
-void Form1::Option7_Click() { writer_.IspOperate = IspOperation::EraseAll; }
+void Form1::Option7_Click() { writer_.IspOperate = RunChoice::EraseAll; }
 
-void Form1::Option8_Click() { writer_.IspOperate = IspOperation::Program; }
+void Form1::Option8_Click() { writer_.IspOperate = RunChoice::Program; }
 
-void Form1::Option9_Click() { writer_.IspOperate = IspOperation::PageRead; }
+void Form1::Option9_Click() { writer_.IspOperate = RunChoice::PageRead; }
 
-void Form1::Option10_Click() { writer_.IspOperate = IspOperation::PageLoad; }
+void Form1::Option10_Click() { writer_.IspOperate = RunChoice::PageLoad; }
 
 void Form1::about_Click() { settingsAsked_(); }
 
 void Form1::Exit_Click() {
   {
-    const Operation operation;
+    const ThreadHold hold;
     isp_.QuitIspMode(*this);
   }
   close();
 }
 
-void Form1::Text1_KeyDown(IspOperation step) {
-  const Operation operation;
-  writer_.StepPage(step, *this);
+void Form1::Text1_KeyDown(RunChoice step) {
+  const ThreadHold hold;
+  const auto shown = pageReadOption_->isChecked() ? RunChoice::PageRead : RunChoice::PageLoad;
+  writer_.StepPage(step, shown, *this);
 }
 
 bool Form1::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::KeyPress) return QMainWindow::eventFilter(watched, event);
   const int key = static_cast<QKeyEvent*>(event)->key();
   if (key != Qt::Key_PageDown && key != Qt::Key_PageUp) return false;
-  const auto step = key == Qt::Key_PageDown ? IspOperation::NextPage : IspOperation::PreviousPage;
+  const auto step = key == Qt::Key_PageDown ? RunChoice::NextPage : RunChoice::PreviousPage;
   Guarded(this, [this, step] { Text1_KeyDown(step); })();
   return true;
 }

@@ -13,7 +13,7 @@
 #include "widgets/controls.h"
 
 /// Holds controls only; what survives closing and reopening belongs to `VskWriter`.
-class Form1 final : public WriterWindow<VskLoadView>, private IspView {
+class Form1 final : public WriterWindow<IspView> {
  public:
   /// `settingsAsked`: the "About" entry was chosen. `closed`: the window is closing, by any means.
   Form1(VskWriter& writer, IspOperations& isp, FilePlaces& places,
@@ -44,7 +44,8 @@ class Form1 final : public WriterWindow<VskLoadView>, private IspView {
   void CreateIspMode(QWidget* client);
   void Connect();
   LoadCommand LoadCommandAt(QPoint place) override;
-  void RunFromMenu(IspOperation operation);
+  void Load(const std::string& file);
+  void RunFromMenu(RunChoice choice);
   SpokenLabel* StatusControl(StatusLabel label) const;
 
   void Command1_Click();  // Load File
@@ -64,24 +65,18 @@ class Form1 final : public WriterWindow<VskLoadView>, private IspView {
   void Program_Click();
   void about_Click();
   /// `step`: Page Down or Page Up.
-  void Text1_KeyDown(IspOperation step);
+  void Text1_KeyDown(RunChoice step);
 
   // IspView
   void ShowData(std::string_view text) override;
   void SetStatusColour(StatusLabel label, StatusColour colour) override;
   void SetStatusText(StatusLabel label, std::string_view text) override;
   void RepaintStatus(StatusLabel label) override;
-  void ShowHardwareCrc(std::string_view text) override;  // also VskLoadView
+  void ShowHardwareCrc(std::string_view text) override;
   void SelectQuitOption() override;
   void DeselectQuitOption() override;
-  bool PageReadSelected() const override;
   std::string AskText(std::string_view prompt, std::string_view title,
                       std::string_view answer) override;
-  void ShowMessage(std::string_view message) override;
-  bool Confirm(std::string_view message) override;
-
-  // VskLoadView
-  using WriterWindow::ShowMessage;  // with a detail
   void ShowFileName(std::string_view text) override;
   void ShowMaximumAddress(std::string_view text) override;
   void ShowChecksum(std::string_view text) override;

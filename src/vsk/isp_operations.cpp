@@ -70,6 +70,7 @@ bool IspOperations::ChipErase() {
 }
 
 RunResult IspOperations::EraseAndShow(IspView& view) {
+  report_.Begin();
   return ShowResult(view, StatusLabel::Operation, ChipErase(), "Blank ok", "Blank fail");
 }
 
@@ -84,6 +85,7 @@ RunResult IspOperations::ErasePageRange(std::int32_t start, std::int32_t end, Is
   }
   if (last > kLastPage && !view.Confirm(kErasableRange)) return {};
 
+  report_.Begin();
   bool failed = false;
   for (auto page = static_cast<std::int16_t>(first); page <= std::min(last, kLastPage); ++page) {
     frames_.Send(frames_.CommandAddress(), {kErasePage, page});
@@ -209,12 +211,12 @@ RunResult IspOperations::DoProgram(IspView& view) {
   return result;
 }
 
-void IspOperations::DoPageRead(IspView& view) {
+void IspOperations::DoPageRead(std::int32_t& page, IspView& view) {
   if (!BeginsInIspMode("read_code:isp mode is  exist", "read_code:isp mode is not exist", view)) {
     return;
   }
-  const auto page = AskPageNumber(view);
-  if (!page) return;
-  ReadPage = *page;
-  if (ReadChipPage(ReadPage, view)) ShowReadPage(ReadPage, view);
+  const auto asked = AskPageNumber(view);
+  if (!asked) return;
+  page = *asked;
+  if (ReadChipPage(page, view)) ShowReadPage(page, view);
 }

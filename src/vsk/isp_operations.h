@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "bus/bus_timing.h"
+#include "run_log/run_report.h"
 #include "vsk/isp_frames.h"
 #include "vsk/isp_view.h"
 #include "vsk/vsk_images.h"
@@ -13,15 +14,16 @@
 
 class IspOperations {
  public:
-  IspOperations(tongxun::IspFrames& frames, tongxun::BusTiming& timing, tongxun::VskImages& images)
-      : frames_(frames), timing_(timing), images_(images) {}
+  /// `report` is told when the first frame of an erase goes out: a run begins.
+  IspOperations(tongxun::IspFrames& frames, tongxun::BusTiming& timing, tongxun::VskImages& images,
+                RunReport& report)
+      : frames_(frames), timing_(timing), images_(images), report_(report) {}
 
   VskChip ChipSelect = VskChip::Vsk830;
   /// The only mode state: the operations trust it and never ask the chip.
   bool IspModeOn = false;
   /// What the chip reported after it was programmed last; -1 before.
   std::int32_t ReportedCrc = -1;
-  std::int32_t ReadPage = 0;  // page 0..255 last requested from the chip
 
   /// The chip that is programmed.
   const VskModel& Model() const { return ModelOf(ChipSelect); }
@@ -54,7 +56,8 @@ class IspOperations {
   RunResult DoPageErase(IspView& view);
   RunResult DoEraseAll(IspView& view);
   RunResult DoProgram(IspView& view);
-  void DoPageRead(IspView& view);
+  /// `page`: set to the one that the operator asked for.
+  void DoPageRead(std::int32_t& page, IspView& view);
 
  private:
   bool BeginsInIspMode(std::string_view inMode, std::string_view outside, IspView& view) const;
@@ -71,4 +74,5 @@ class IspOperations {
   tongxun::IspFrames& frames_;
   tongxun::BusTiming& timing_;
   tongxun::VskImages& images_;
+  RunReport& report_;
 };

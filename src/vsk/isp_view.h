@@ -1,5 +1,5 @@
-// What the VSK operations need of the writer window. Free of any window toolkit, so that a test can
-// keep a transcript of exact texts, colours, order and repaints.
+// What the VSK loads and operations need of the writer window. Free of any window toolkit, so that
+// a test can keep a transcript of exact texts, colours, order and repaints.
 #pragma once
 
 #include <cstdint>
@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "image/writer_view.h"
 #include "run_log/run_result.h"
 
 enum class StatusLabel {
@@ -16,10 +17,8 @@ enum class StatusLabel {
 
 enum class StatusColour { Black, Red };
 
-class IspView {
+class IspView : public WriterView {
  public:
-  virtual ~IspView() = default;
-
   virtual void SetStatusColour(StatusLabel label, StatusColour colour) = 0;
   virtual void SetStatusText(StatusLabel label, std::string_view text) = 0;
   /// Redraws the label at once, before the operation goes on.
@@ -32,16 +31,16 @@ class IspView {
   /// Selects the "quit isp mode" option, which runs its action when it was not selected before.
   virtual void SelectQuitOption() = 0;
   virtual void DeselectQuitOption() = 0;
-  /// Whether the "Page Read" option is the selected operation.
-  virtual bool PageReadSelected() const = 0;
+
+  /// The boxes that describe the loaded image.
+  virtual void ShowFileName(std::string_view text) = 0;        // Text2, "MCU File"
+  virtual void ShowMaximumAddress(std::string_view text) = 0;  // Text4, "MaxAddress"
+  virtual void ShowChecksum(std::string_view text) = 0;        // Text3, "CheckSum"
+  virtual void ShowSoftwareCrc(std::string_view text) = 0;     // Text5, "S/W CRC"
 
   /// A modal input box. Empty when the operator gave no answer or cancelled.
   virtual std::string AskText(std::string_view prompt, std::string_view title,
                               std::string_view answer) = 0;
-  /// A modal message box with an OK button.
-  virtual void ShowMessage(std::string_view message) = 0;
-  /// A modal message box with OK and Cancel; Escape is Cancel. True for OK.
-  virtual bool Confirm(std::string_view message) = 0;
 };
 
 /// Colour, then text.

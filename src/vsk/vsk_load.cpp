@@ -15,7 +15,7 @@ loadfile::ReadTarget Staging(tongxun::VskImages& images, std::int32_t lastCell) 
 
 /// Reads a checked file into `CodeBuffer` and moves the image into `bank`, leaving 0xFF behind.
 void LoadBank(const loadfile::ImageFile& file, std::int32_t lastCell, tongxun::VskImages& images,
-              tongxun::VskCells& bank, std::int32_t& bankMaximum, FileView& view) {
+              tongxun::VskCells& bank, std::int32_t& bankMaximum, WriterView& view) {
   file.StoreInto(Staging(images, lastCell), view);
   bankMaximum = images.CodeMax;
   const auto image = images.CodeBuffer.begin();
@@ -28,20 +28,19 @@ void LoadBank(const loadfile::ImageFile& file, std::int32_t lastCell, tongxun::V
 namespace loadfile {
 
 std::optional<LoadedFile> ReadHexFile(const std::string& name, std::int32_t lastCell,
-                                      tongxun::VskImages& images, FileView& view) {
+                                      tongxun::VskImages& images, WriterView& view) {
   return ReadImage(name, FileKind::Hex, Staging(images, lastCell), view);
 }
 
 std::optional<LoadedFile> ReadBinFile(const std::string& name, std::int32_t lastCell,
-                                      tongxun::VskImages& images, FileView& view) {
+                                      tongxun::VskImages& images, WriterView& view) {
   return ReadImage(name, FileKind::Binary, Staging(images, lastCell), view);
 }
 
 }  // namespace loadfile
 
-void Load_Vsk830_NormalFile(std::string_view filters, std::int32_t lastCell,
-                            tongxun::VskImages& images, VskLoadView& view) {
-  const std::string name = view.ChooseFile(filters);
+void Load_Vsk830_NormalFile(const std::string& name, std::int32_t lastCell,
+                            tongxun::VskImages& images, IspView& view) {
   if (!name.empty()) {
     const bool isHex = loadfile::KindOf(name, "HEX") == FileKind::Hex;
     const auto read = isHex ? loadfile::ReadHexFile : loadfile::ReadBinFile;
@@ -58,9 +57,8 @@ void Load_Vsk830_NormalFile(std::string_view filters, std::int32_t lastCell,
   view.ShowFileName(name);
 }
 
-void Load_Vsk630_NormalFile(std::string_view filters, std::int32_t lastCell,
-                            tongxun::VskImages& images, VskLoadView& view) {
-  const std::string name = view.ChooseFile(filters);
+void Load_Vsk630_NormalFile(const std::string& name, std::int32_t lastCell,
+                            tongxun::VskImages& images, IspView& view) {
   if (!name.empty()) {
     const FileKind kind = loadfile::KindOf(name, "H00");
     const auto last = static_cast<std::size_t>(lastCell);

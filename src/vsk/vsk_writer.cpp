@@ -7,9 +7,9 @@
 #include "image/page_text.h"
 #include "text/hex_text.h"
 
-void VskWriter::Load(VskLoadView& view) {
+void VskWriter::Load(const std::string& file, IspView& view) {
   const VskModel& model = isp_.Model();
-  model.load(model.filters, model.lastCell, images_, view);
+  model.load(file, model.lastCell, images_, view);
 }
 
 /// A chip behind a port that has gone cannot be told from one that has left ISP mode.
@@ -29,17 +29,17 @@ void VskWriter::QuitIspMode(IspView& view) {
   isp_.QuitIspMode(view);
 }
 
-void VskWriter::RunFromMenu(IspOperation operation, IspView& view) {
+void VskWriter::RunFromMenu(RunChoice operation, IspView& view) {
   IspOperate = operation;
   LoadPageView = false;
   ReadPageView = false;
   Run(view);
 }
 
-void VskWriter::StepPage(IspOperation step, IspView& view) {
+void VskWriter::StepPage(RunChoice step, RunChoice behind, IspView& view) {
   IspOperate = step;
   Run(view);
-  IspOperate = view.PageReadSelected() ? IspOperation::PageRead : IspOperation::PageLoad;
+  IspOperate = behind;
 }
 
 void VskWriter::Run(IspView& view) {
@@ -51,24 +51,24 @@ void VskWriter::Run(IspView& view) {
   view.SetStatusText(StatusLabel::IspMode, "isp mode is exist");
 
   switch (IspOperate) {
-    case IspOperation::PageErase:
+    case RunChoice::PageErase:
       return TellRun({.operation = "Page Erase", .result = isp_.DoPageErase(view)});
-    case IspOperation::EraseAll:
+    case RunChoice::EraseAll:
       return TellRun({.operation = "Erase All", .result = isp_.DoEraseAll(view)});
-    case IspOperation::Program:
+    case RunChoice::Program:
       if (!images_.CodeLoaded) return view.ShowMessage("the hexfile is not load");
       if (ImageIsMeant(view)) TellRun(ProgramImage(view));
       return;
-    case IspOperation::PageRead:
+    case RunChoice::PageRead:
       LoadPageView = false;
       ReadPageView = true;
-      return isp_.DoPageRead(view);
-    case IspOperation::PageLoad:
+      return isp_.DoPageRead(ReadPage, view);
+    case RunChoice::PageLoad:
       if (PrepareLoadPage(view)) ShowLoadPage(view);
       return;
-    case IspOperation::NextPage:
+    case RunChoice::NextPage:
       return ShowNeighbour(+1, view);
-    case IspOperation::PreviousPage:
+    case RunChoice::PreviousPage:
       return ShowNeighbour(-1, view);
   }
 }
@@ -79,9 +79,9 @@ bool VskWriter::ImageIsMeant(IspView& view) const {
                             [&view](std::string_view question) { return view.Confirm(question); });
 }
 
-void VskWriter::TellRun(RunLine line) const {
+void VskWriter::TellRun(RunLine line) {
   line.chip = isp_.Model().name;
-  if (!line.result.text.empty()) RunEnded(line);
+  report_.End(line);
 }
 
 RunLine VskWriter::ProgramImage(IspView& view) {
@@ -113,17 +113,17 @@ bool VskWriter::PrepareLoadPage(IspView& view) {
 void VskWriter::ShowNeighbour(int step, IspView& view) {
   const auto neighbour = [step](std::int32_t page) { return std::clamp(page + step, 0, 255); };
   if (LoadPageView) {
-    isp_.ReadPage = 0;
+    ReadPage = 0;
     LoadPage = neighbour(LoadPage);
     ShowLoadPage(view);
   } else if (ReadPageView) {
     LoadPage = 0;
-    isp_.ReadPage = neighbour(isp_.ReadPage);
-    isp_.ReadChipPage(isp_.ReadPage, view);
-    isp_.ShowReadPage(isp_.ReadPage, view);
+    ReadPage = neighbour(ReadPage);
+    isp_.ReadChipPage(ReadPage, view);
+    isp_.ShowReadPage(ReadPage, view);
   } else {
     LoadPage = 0;
-    isp_.ReadPage = 0;
+    ReadPage = 0;
   }
 }
 

@@ -2,17 +2,17 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
+#include <string>
 
 #include "bus/iic_port.h"
-#include "run_log/run_log.h"
+#include "run_log/run_report.h"
 #include "vsk/isp_operations.h"
 #include "vsk/isp_view.h"
 #include "vsk/vsk_images.h"
 #include "vsk/vsk_load.h"
 
 /// What "Run" does; the values follow the order of the options.
-enum class IspOperation {
+enum class RunChoice {
   PageErase = 1,
   EraseAll = 2,
   Program = 3,
@@ -25,19 +25,19 @@ enum class IspOperation {
 /// State and commands outlive the window, which passes itself to each call.
 class VskWriter {
  public:
-  VskWriter(IicPort& port, IspOperations& isp, tongxun::VskImages& images)
-      : port_(port), isp_(isp), images_(images) {}
+  /// `report` is told of every run that sends an erase or an image.
+  VskWriter(IicPort& port, IspOperations& isp, tongxun::VskImages& images, const RunReport& report)
+      : port_(port), isp_(isp), images_(images), report_(report) {}
 
-  IspOperation IspOperate = IspOperation::Program;
+  RunChoice IspOperate = RunChoice::Program;
   bool LoadPageView = false;  // the data display pages through the loaded image
   bool ReadPageView = false;  // the data display pages through the chip
   std::int32_t LoadPage = 0;  // page 0..255 of the image last shown
+  std::int32_t ReadPage = 0;  // page 0..255 last requested from the chip
 
-  /// Told of every run that sent an erase or an image, when it has ended.
-  std::function<void(const RunLine&)> RunEnded = [](const RunLine&) {};
-
-  /// Loads an image for the chip that is selected.
-  void Load(VskLoadView& view);
+  /// Loads a file, a UTF-8 name, as the image for the chip that is selected. An empty name: the
+  /// operator chose none.
+  void Load(const std::string& file, IspView& view);
 
   /// The "go to isp mode" and "quit isp mode" options.
   void GoToIspMode(IspView& view);
@@ -46,16 +46,16 @@ class VskWriter {
   /// The "Run" button.
   void Run(IspView& view);
   /// The menu commands "Erase all" and "Program": `operation` at once, and for later runs too.
-  void RunFromMenu(IspOperation operation, IspView& view);
+  void RunFromMenu(RunChoice operation, IspView& view);
 
   /// Page Down and Page Up in the data display. Afterwards "Run" reads or shows a page, whatever
-  /// it did before.
-  void StepPage(IspOperation step, IspView& view);
+  /// it did before: `behind`.
+  void StepPage(RunChoice step, RunChoice behind, IspView& view);
 
  private:
   void BeginOnPort();
   bool ImageIsMeant(IspView& view) const;
-  void TellRun(RunLine line) const;
+  void TellRun(RunLine line);
   RunLine ProgramImage(IspView& view);
   bool PrepareLoadPage(IspView& view);
   void ShowNeighbour(int step, IspView& view);
@@ -64,4 +64,5 @@ class VskWriter {
   IicPort& port_;
   IspOperations& isp_;
   tongxun::VskImages& images_;
+  const RunReport& report_;
 };

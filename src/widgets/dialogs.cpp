@@ -8,7 +8,7 @@
 #include <QUrl>
 
 #include "platform/files.h"
-#include "widgets/operation.h"
+#include "widgets/thread_hold.h"
 
 QString TextOf(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -55,7 +55,7 @@ void ShowMessageBox(QWidget* window, std::string_view message, std::string_view 
   MakeReadable(box);
   box.setInformativeText(TextOf(detail));
   if (!detail.empty()) KeepWide(box);
-  const Operation::Pause pause;
+  const ThreadHold::Pause pause;
   box.exec();
 }
 
@@ -64,7 +64,7 @@ void ShowFailureBox(QWidget* window, std::string_view reason) {
                   QMessageBox::Ok, window);
   MakeReadable(box);
   KeepWide(box);
-  const Operation::Pause pause;
+  const ThreadHold::Pause pause;
   box.exec();
 }
 
@@ -72,7 +72,7 @@ bool ShowQuestionBox(QWidget* window, std::string_view message) {
   QMessageBox box(QMessageBox::Warning, QStringLiteral("isp-writer"), TextOf(message),
                   QMessageBox::Ok | QMessageBox::Cancel, window);
   MakeReadable(box);
-  const Operation::Pause pause;
+  const ThreadHold::Pause pause;
   box.setDefaultButton(QMessageBox::Cancel);
   return box.exec() == QMessageBox::Ok;
 }
@@ -83,7 +83,7 @@ std::string ShowInputBox(QWidget* window, std::string_view prompt, std::string_v
   box.setWindowTitle(TextOf(title));
   box.setLabelText(TextOf(prompt));
   box.setTextValue(TextOf(answer));
-  const Operation::Pause pause;
+  const ThreadHold::Pause pause;
   return box.exec() == QDialog::Accepted ? box.textValue().toStdString() : std::string();
 }
 
@@ -98,7 +98,7 @@ std::string ShowFileDialog(QWidget* window, FilePlaces& places, std::string_view
   dialog.setAcceptMode(QFileDialog::AcceptOpen);
   dialog.setNameFilters(descriptions);
   const QList<QUrl> added = AddToSideBar(dialog, places);
-  const Operation::Pause pause;
+  const ThreadHold::Pause pause;
   const bool chosen = dialog.exec() == QDialog::Accepted;
   TakeFromSideBar(dialog, added);
   if (!chosen) return {};

@@ -5,7 +5,7 @@
 #include <exception>
 
 #include "widgets/dialogs.h"
-#include "widgets/operation.h"
+#include "widgets/thread_hold.h"
 
 /// Wraps an event handler so that nothing is thrown out of it: the operator is told why the action
 /// ended, and the program goes on.
@@ -33,6 +33,6 @@ auto Guarded(Window* window, void (Window::*handler)()) {
 template <typename Window>
 auto Asked(Window* window, void (Window::*handler)()) {
   return Guarded(window, [window, handler] {
-    if (!Operation::RefusesActions()) (window->*handler)();
+    if (!ThreadHold::RefusesActions()) (window->*handler)();
   });
 }

@@ -24,7 +24,7 @@ struct ReadersTest : testing::Test {
   TempFolder folder;
   std::vector<std::uint8_t> cells = std::vector<std::uint8_t>(65537);
   std::int32_t maximum = 0;
-  FileAnswers<FileView> view;
+  FileAnswers<> view;
 
   bool Read(FileKind kind, const std::string& name) {
     return loadfile::ReadImage(name, kind, {cells, maximum}, view).has_value();

@@ -10,6 +10,7 @@
 namespace {
 
 using tongxun2120::Bank;
+using tongxun2120::RtdLog;
 
 struct RtdWaitsTest : testing::Test {
   ScriptedTarget target;
@@ -31,7 +32,8 @@ TEST_F(RtdWaitsTest, WhichReadingEndsTheCrcWait) {
                                  {0x40, 0x80, 0x80, 0x00, 0x5A}}) {
     target.replies = replies;
     target.reads = 0;
-    EXPECT_EQ(operations.RtdReadCrc(Bank::First, view), 0x5A);
+    RtdLog log(view);
+    EXPECT_EQ(operations.RtdReadCrc(Bank::First, log), 0x5A);
     EXPECT_EQ(target.reads, std::ssize(replies));
   }
 }
@@ -40,10 +42,10 @@ TEST_F(RtdWaitsTest, EveryWaitEndsAfterTenSeconds) {
   const std::deque<std::uint8_t> erasing{0x80}, settingRange{0x08}, running{0x00, 0x80};
   for (const auto& replies : {erasing, settingRange, running}) {
     target.replies = replies;
-    view.text.clear();
+    RtdLog log(view);
     const std::uint32_t begin = rig->ticks.Elapsed();
-    const bool done = replies == erasing ? operations.RtdEraseChip(view)
-                                         : operations.RtdReadCrc(Bank::First, view).has_value();
+    const bool done = replies == erasing ? operations.RtdEraseChip(log)
+                                         : operations.RtdReadCrc(Bank::First, log).has_value();
     EXPECT_FALSE(done);
     EXPECT_NEAR(rig->ticks.Elapsed() - begin, 10'015, 15);
     EXPECT_THAT(view.Take(), testing::ElementsAre("red MCU link error\r\n"));
@@ -58,16 +60,18 @@ TEST_F(RtdWaitsTest, AReadThatWasNotAcknowledgedNeverCounts) {
   EXPECT_FALSE(link.RtdWaitBitsClear(0x90, 0x10));
   EXPECT_EQ(link.RtdPollCount, 5001);
   target.addressesAnswered = 0;
-  EXPECT_FALSE(operations.RtdEraseChip(view));
+  RtdLog erase(view);
+  EXPECT_FALSE(operations.RtdEraseChip(erase));
   for (const int answered : {3, 5, 6, 8}) {  // at the range, the request, the status, the result
     target.addressesAnswered = answered;
     target.replies = {0x00};
-    view.text.clear();
-    EXPECT_EQ(operations.RtdReadCrc(Bank::First, view), std::nullopt) << answered;
+    RtdLog log(view);
+    EXPECT_EQ(operations.RtdReadCrc(Bank::First, log), std::nullopt) << answered;
     EXPECT_EQ(view.text, "MCU link error\r\n") << answered;
   }
   target.addressesAnswered = 10;
-  EXPECT_EQ(operations.RtdReadCrc(Bank::First, view), 0x00) << "all ten are needed";
+  RtdLog log(view);
+  EXPECT_EQ(operations.RtdReadCrc(Bank::First, log), 0x00) << "all ten are needed";
   target.addressesAnswered = 10;
   EXPECT_FALSE(link.RtdEnterIsp()) << "an answer that is not the first bank's";
 }

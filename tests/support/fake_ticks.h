@@ -4,7 +4,7 @@
 #include "platform/tick_counter.h"
 
 /// Advances 15 ms every `readingsPerTick` readings, from `start` on.
-class FakeTicks final : public TickCounter {
+class FakeTicks : public TickCounter {
  public:
   explicit FakeTicks(std::uint32_t readingsPerTick = 10, std::uint32_t start = 0)
       : readingsPerTick_(readingsPerTick), start_(start) {}

@@ -1,4 +1,4 @@
-// What load commands ask of a window, kept as words; the file dialog's answer is set in advance.
+// What loads and runs say and ask of a window, kept as words; answers are set in advance.
 #pragma once
 
 #include <string>
@@ -6,24 +6,26 @@
 #include <utility>
 #include <vector>
 
-/// `LoadView`: a `FileView`.
-template <typename LoadView>
-class FileAnswers : public LoadView {
+#include "image/writer_view.h"
+
+/// `View`: a `WriterView`.
+template <typename View = WriterView>
+class FileAnswers : public View {
  public:
-  std::string file;        // the answer to the file dialog
+  bool confirmed = true;   // the answer to OK or Cancel
   std::string lastDetail;  // of the last message
   std::string notes;       // of the last file that had any
 
   std::vector<std::string> Take() { return std::exchange(said_, {}); }
 
-  std::string ChooseFile(std::string_view filters) override {
-    Say("choose " + std::string(filters));
-    return file;
-  }
   void Beep() override { Say("beep"); }
   void ShowMessage(std::string_view message, std::string_view detail) override {
     Say("message " + std::string(message));
     lastDetail = detail;
+  }
+  bool Confirm(std::string_view question) override {
+    Say("confirm " + std::string(question));
+    return confirmed;
   }
   void ShowNotes(std::string_view text) override { notes = text; }
   void PrintLine(std::string_view line) override { Say("print " + std::string(line)); }

@@ -32,6 +32,7 @@ struct RtdRig : BoardRig {
   tongxun2120::RtdImages images;
   tongxun2120::RtdLink link{port, timing};
   tongxun2120::RtdOperations operations{link, ticks, images};
-  tongxun2120::RtdWriter writer{port, link, operations, timing, images};
+  RunReport report{ticks};
+  tongxun2120::RtdWriter writer{port, link, operations, timing, images, report};
   RtdTranscript view;
 };

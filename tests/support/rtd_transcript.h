@@ -4,28 +4,18 @@
 #include <string>
 #include <vector>
 
-#include "rtd2120/rtd_load.h"
 #include "rtd2120/rtd_view.h"
 #include "support/file_answers.h"
 
 /// Keeps messages, rows, and each refresh with what it showed.
-class RtdTranscript final : public tongxun2120::RtdView,
-                            public FileAnswers<tongxun2120::RtdLoadView> {
+class RtdTranscript final : public FileAnswers<tongxun2120::RtdView> {
  public:
-  bool confirmed = true;  // the answer to OK or Cancel
-  std::string text;       // the status box, with its CR LF
+  std::string text;  // the status box, with its CR LF
   bool red = false;
 
-  std::string StatusText() const override { return text; }
   void SetStatusText(const std::string& shown) override { text = shown; }
   void SetStatusRed(bool isRed) override { red = isRed; }
   void RefreshStatus() override { Say((red ? "red " : "") + LastLine()); }
-  using FileAnswers::ShowMessage;
-  void ShowMessage(std::string_view message) override { Say("message " + std::string(message)); }
-  bool Confirm(std::string_view question) override {
-    Say("confirm " + std::string(question));
-    return confirmed;
-  }
   void ShowBankRow(tongxun2120::Bank bank, const tongxun2120::RtdBankRow& row) override {
     Say(std::string(bank == tongxun2120::Bank::First ? "row 1 " : "row 2 ") + row.maximumAddress +
         " " + row.checksum + " " + row.file);

@@ -9,13 +9,10 @@
 
 #include "support/file_answers.h"
 #include "vsk/isp_view.h"
-#include "vsk/vsk_load.h"
 
-class Transcript : public IspView, public FileAnswers<VskLoadView> {
+class Transcript : public FileAnswers<IspView> {
  public:
   std::deque<std::string> answers;  // to input boxes; cancelled when used up
-  bool confirmed = true;            // the answer to OK or Cancel
-  bool pageRead = false;            // "Page Read" is the selected operation
   bool quitSelected = false;        // "quit isp mode" is the selected option
   /// Run when the program selects "quit isp mode" and it was not selected before.
   std::function<void()> quitAction;
@@ -48,7 +45,6 @@ class Transcript : public IspView, public FileAnswers<VskLoadView> {
     Say("deselect Option5");
     quitSelected = false;
   }
-  bool PageReadSelected() const override { return pageRead; }
   std::string AskText(std::string_view prompt, std::string_view title,
                       std::string_view answer) override {
     Say("ask " + std::string(prompt) + "|" + std::string(title) + "|" + std::string(answer));
@@ -56,13 +52,6 @@ class Transcript : public IspView, public FileAnswers<VskLoadView> {
     std::string next = answers.front();
     answers.pop_front();
     return next;
-  }
-  using FileAnswers::ShowMessage;
-  void ShowMessage(std::string_view message) override { Say("message " + std::string(message)); }
-
-  bool Confirm(std::string_view question) override {
-    Say("confirm " + std::string(question));
-    return confirmed;
   }
 
   void ShowFileName(std::string_view text) override { Say("Text2 " + std::string(text)); }

@@ -56,7 +56,8 @@ struct VskRig : BoardRig {
   tongxun::I2cMaster master{port, timing};
   tongxun::VskImages images;
   tongxun::IspFrames frames{master, timing};
-  IspOperations isp{frames, timing, images};
-  VskWriter writer{port, isp, images};
+  RunReport report{ticks};
+  IspOperations isp{frames, timing, images, report};
+  VskWriter writer{port, isp, images, report};
   Transcript view;
 };

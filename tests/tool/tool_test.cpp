@@ -15,9 +15,15 @@ namespace {
 
 using simulator::ConnectedChip;
 
+/// A tenth of a second passes between two readings.
+struct PassingTime final : FakeTicks {
+  std::chrono::nanoseconds now{};
+  std::chrono::nanoseconds FineTime() override { return now += std::chrono::milliseconds(100); }
+};
+
 TEST(Tool, RunsOfBothWritersAreLogged) {
   const TempFolder folder;
-  FakeTicks ticks{4};
+  PassingTime ticks;
   simulator::SimulatedBoard board{Wiring()};
   const auto tool = std::make_unique<Tool>(board.cable, ticks,
                                            Directories{.programFolder = folder / "program",
@@ -32,15 +38,15 @@ TEST(Tool, RunsOfBothWritersAreLogged) {
   board.Connect(ConnectedChip::Vsk830);
   Transcript vskView;
   tool->vskWriter.GoToIspMode(vskView);
-  tool->vskWriter.RunFromMenu(IspOperation::EraseAll, vskView);
+  tool->vskWriter.RunFromMenu(RunChoice::EraseAll, vskView);
   board.Connect(ConnectedChip::Rtd2120);
   RtdTranscript rtdView;
   tool->rtdWriter.OperateMode = tongxun2120::RtdOperateMode::EraseOnly;
   tool->rtdWriter.Run(rtdView);
 
   EXPECT_THAT(folder.Read("state/runs.csv"),
-              testing::ContainsRegex("Z,0.0,VSK830,Erase All,,,,,Blank ok,378,a board\r\n[^\n]*"
-                                     "Z,0.0,RTD2120,Erase,,,,,Erase MCU OK.,378,a board\r\n$"));
+              testing::ContainsRegex("Z,0.1,VSK830,Erase All,,,,,Blank ok,378,a board\r\n[^\n]*"
+                                     "Z,0.1,RTD2120,Erase,,,,,Erase MCU OK.,378,a board\r\n$"));
 }
 
 TEST(Tool, TheEndReleasesBothLines) {

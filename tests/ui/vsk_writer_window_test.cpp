@@ -136,7 +136,7 @@ class VskWriterWindowTest : public WindowTest {
     QVERIFY(desk_->tool.isp.IspModeOn);
     kLauncher.Press("Command1");
     QVERIFY(kVskWriter.IsOn("Option8"));
-    QCOMPARE(desk_->tool.vskWriter.IspOperate, IspOperation::PageLoad);  // outlives the window
+    QCOMPARE(desk_->tool.vskWriter.IspOperate, RunChoice::PageLoad);  // outlives the window
   }
 
   void eraseOfARangeBeyondAsksAndCancelIsTheDefault() {
@@ -186,7 +186,7 @@ class VskWriterWindowTest : public WindowTest {
     QTest::keyClick(file, Qt::Key_B, Qt::ControlModifier);
     QCOMPARE(kVskWriter.Text("Label3"), QStringLiteral("Blank ok"));
     QVERIFY(kVskWriter.IsOn("Option8"));
-    QCOMPARE(desk_->tool.vskWriter.IspOperate, IspOperation::EraseAll);
+    QCOMPARE(desk_->tool.vskWriter.IspOperate, RunChoice::EraseAll);
     QTest::keyClick(file, Qt::Key_A, Qt::ControlModifier);
     QVERIFY(kSettings.Shown() != nullptr);
     kSettings.Shown()->close();

@@ -58,6 +58,7 @@ struct Session {
 
 struct Vsk830Test : testing::Test, Session {
   Vsk830Test() : Session(ConnectedChip::Vsk830) {}
+  std::int32_t page = 0;  // asked for
 };
 
 TEST_F(Vsk830Test, EnteringAndQuittingAsTheWindowShowsThem) {
@@ -103,9 +104,10 @@ TEST_F(Vsk830Test, EntryByNumberOfCodes) {
 
 TEST_F(Vsk830Test, EveryOperationIsRefusedOutsideIspMode) {
   using Operation = std::function<void(IspOperations&, IspView&)>;
+  const auto pageRead = [this](IspOperations&, IspView& to) { isp.DoPageRead(page, to); };
   const std::pair<Operation, const char*> rows[] = {{&IspOperations::DoEraseAll, "blankentire"},
                                                     {&IspOperations::DoPageErase, "page erase"},
-                                                    {&IspOperations::DoPageRead, "read_code"},
+                                                    {pageRead, "read_code"},
                                                     {&IspOperations::DoProgram, "program"}};
   for (const auto& [operation, text] : rows) {
     operation(isp, view);
@@ -339,25 +341,25 @@ TEST_F(Vsk830Test, PageReadShowsTheChipsPage) {
   Program();
   rig->InIspMode();
   view.answers = {"1", "1A"};
-  isp.DoPageRead(view);
+  isp.DoPageRead(page, view);
   const std::string ask = "ask please input you want read page number:(00-FF)|input number|00";
   EXPECT_EQ(view.Take(), Begins("read_code:isp mode is  exist", ask,
                                 "message please input two word HEX number:(00-FF)", ask,
                                 "data this is 1A  page (Read Page Code)"));
   EXPECT_THAT(Frames(), ElementsAre("S 96 00 1A P", StartsWith("S 94 00 Sr 95 [")));
   const std::string read = view.data;
-  rig->writer.IspOperate = IspOperation::PageLoad;
+  rig->writer.IspOperate = RunChoice::PageLoad;
   view.answers = {"1A"};
   rig->writer.Run(view);
   EXPECT_EQ(view.data.substr(view.data.find('\n')), read.substr(read.find('\n')));
 
-  isp.DoPageRead(view);
+  isp.DoPageRead(page, view);
   EXPECT_THAT(Frames(), IsEmpty()) << "cancelled";
 
   rig->board.faults.unpluggedAfterFrame = 0;
   view.data = "as before";
   view.answers = {"03"};
-  isp.DoPageRead(view);
+  isp.DoPageRead(page, view);
   EXPECT_EQ(view.data, "as before") << "a refused page is not shown";
   EXPECT_EQ(view.Take().back(), "Label3 red: Page Read fail");
 }

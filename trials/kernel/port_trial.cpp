@@ -105,7 +105,7 @@ int Lost() {
   tool->boards.BoardTable[0] = Wiring();
   tool->port.InitPortShadows();
   tool->frames.IspParams = {0x94, 2, 0x5A, 0xA5};
-  tool->vskWriter.IspOperate = IspOperation::EraseAll;
+  tool->vskWriter.IspOperate = RunChoice::EraseAll;
   Transcript view;
   tool->vskWriter.GoToIspMode(view);
   Say("before: " + view.modeText);

@@ -22,7 +22,7 @@ struct Session : PortRig {
     tool->boards.BoardTable[0] = TraceBoard();
     tool->port.InitPortShadows();
     tool->frames.IspParams = {0x94, 2, 0x5A, 0xA5};
-    writer.IspOperate = IspOperation::EraseAll;
+    writer.IspOperate = RunChoice::EraseAll;
     EXPECT_EQ(After(&VskWriter::GoToIspMode), "isp mode is exist");
     Calls();
   }

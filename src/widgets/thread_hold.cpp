@@ -1,4 +1,4 @@
-#include "widgets/operation.h"
+#include "widgets/thread_hold.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -75,7 +75,7 @@ void LetGoOfButtons() {
 
 }  // namespace
 
-void Operation::DiscardInput() {
+void ThreadHold::DiscardInput() {
   ++refusing_;
   LetGoOfButtons();
   InputSink sink;
@@ -86,11 +86,11 @@ void Operation::DiscardInput() {
   --refusing_;
 }
 
-Operation::Operation() {
+ThreadHold::ThreadHold() {
   if (depth_++ == 0) QApplication::setOverrideCursor(Qt::WaitCursor);
 }
 
-Operation::~Operation() {
+ThreadHold::~ThreadHold() {
   if (depth_ == 1) {
     DiscardInput();
     QApplication::restoreOverrideCursor();
@@ -99,14 +99,14 @@ Operation::~Operation() {
   --depth_;
 }
 
-Operation::Pause::Pause() : inOperation_(depth_ > 0 && refusing_ == 0) {
+ThreadHold::Pause::Pause() : inOperation_(depth_ > 0 && refusing_ == 0) {
   if (!inOperation_) return;
   DiscardInput();
   ++refusing_;
   QApplication::restoreOverrideCursor();
 }
 
-Operation::Pause::~Pause() {
+ThreadHold::Pause::~Pause() {
   if (!inOperation_) return;
   --refusing_;
   QApplication::setOverrideCursor(Qt::WaitCursor);

@@ -4,12 +4,12 @@
 /// Lives as long as an operation that lets no event through. The busy cursor shows meanwhile, and
 /// what the operator did with mouse and keyboard in any window is discarded when the outermost
 /// operation ends. Close requests, repaints and resizes are carried out then.
-class Operation {
+class ThreadHold {
  public:
-  Operation();
-  ~Operation();
-  Operation(const Operation&) = delete;
-  Operation& operator=(const Operation&) = delete;
+  ThreadHold();
+  ~ThreadHold();
+  ThreadHold(const ThreadHold&) = delete;
+  ThreadHold& operator=(const ThreadHold&) = delete;
 
   /// Whether what the operator asks for is discarded: an operation is ending, or waits for the
   /// answer to its dialog. Mouse and keyboard reach no window then, but a screen reader's press is

@@ -1,0 +1,42 @@
+#include "rtd2120/rtd_log.h"
+
+namespace tongxun2120 {
+namespace {
+
+constexpr const char* kLineEnd = "\r\n";
+
+}  // namespace
+
+RtdLog::RtdLog(RtdView& view) : view_(view) {
+  view_.SetStatusRed(false);
+  view_.SetStatusText("");
+}
+
+void RtdLog::Show(const std::string& text) {
+  text_ = text;
+  view_.SetStatusText(text_);
+  view_.RefreshStatus();
+}
+
+void RtdLog::AppendLine(std::string_view message) { Show(text_ + std::string(message) + kLineEnd); }
+
+void RtdLog::AppendRedLine(std::string_view message) { AppendRed(message, kLineEnd); }
+
+void RtdLog::AppendRed(std::string_view message, const char* lineEnd) {
+  if (failure_.empty()) failure_ = message;
+  text_ += std::string(message) + lineEnd;
+  view_.SetStatusText(text_);
+  view_.SetStatusRed(true);
+  view_.RefreshStatus();
+}
+
+RunResult RtdLog::Result() const {
+  std::string line = text_;
+  if (line.ends_with(kLineEnd)) line.resize(line.size() - 2);
+  for (std::size_t at = 0; (at = line.find(kLineEnd, at)) != std::string::npos;) {
+    line.replace(at, 2, "; ");
+  }
+  return {.text = line, .failure = failure_};
+}
+
+}  // namespace tongxun2120
