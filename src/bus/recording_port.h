@@ -8,8 +8,8 @@
 #include <functional>
 #include <optional>
 
-#include "bus/bus_dump.h"
 #include "bus/isp_boards.h"
+#include "bus/vcd_writer.h"
 #include "platform/port_io.h"
 
 /// Passes all accesses on to another port. The dump has the time of every access, the bits of the
@@ -56,7 +56,7 @@ class RecordingPort final : public PortIo {
   const Clock now_ns_;
   std::uint64_t accessesLeft_;
   std::ofstream file_;
-  std::optional<BusDump> dump_;  // nothing: not recording
+  std::optional<VcdWriter> vcd_;  // nothing: not recording
   const IspBoards* boards_ = nullptr;
 
   std::uint32_t base_ = 0;

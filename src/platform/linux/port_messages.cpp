@@ -3,7 +3,8 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
-#include <system_error>
+
+#include "platform/problem.h"
 
 namespace {
 
@@ -22,7 +23,7 @@ std::string Hex(std::uint32_t number) {
 }
 
 std::string Reason(PortFault fault) {
-  return std::string(fault.call) + ": " + std::generic_category().message(fault.error);
+  return std::string(fault.call) + ": " + ErrorText(fault.error);
 }
 
 /// "/dev/parport0 (port 0x378)"
