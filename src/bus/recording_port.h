@@ -37,6 +37,7 @@ class RecordingPort final : public PortIo {
   void FollowBoards(const IspBoards& boards) { boards_ = &boards; }
 
   void UsePort(std::uint32_t base) override;
+  void Sample(std::uint8_t bits) override { port_.Sample(bits); }
   bool StillThere() override { return port_.StillThere(); }
   void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) override;
   std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t port) override;
