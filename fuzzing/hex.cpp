@@ -107,8 +107,7 @@ void Check(const std::string& name, const std::string& text, std::size_t cellCou
   Image loaded = before;
   FileAnswers<> view;
   const bool accepted =
-      loadfile::ReadImage(name, loadfile::FileKind::Hex, {loaded.cells, loaded.maximum}, view)
-          .has_value();
+      loadfile::ReadImage(name, loadfile::kHex, {loaded.cells, loaded.maximum}, view).has_value();
 
   Image expected = before;
   const bool good = !text.empty() && Parse(text, expected);

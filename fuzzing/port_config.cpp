@@ -1,8 +1,6 @@
 // "Initial/InitPort.csv".
-#include <algorithm>
 #include <array>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <vector>
 

@@ -1,5 +1,4 @@
 // "Initial/security.cod".
-#include <algorithm>
 #include <array>
 #include <string>
 

@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "bus/csv_fields.h"
 #include "fuzz.h"
 #include "simple_parsers.h"
 #include "support/transcript.h"
+#include "text/csv_fields.h"
 #include "text/hex_text.h"
 #include "vsk/entry_parameters.h"
 #include "vsk/isp_view.h"

@@ -25,7 +25,7 @@ int main(int argc, char** argv) {
   ApplyApplicationStyle();
 
   const QuitSignals quitSignals;
-  const auto io = SystemParallelPort(PostProblem);
+  const auto io = SystemParallelPort({}, PostProblem);
   HastyTicks ticks;
   const auto tool =
       std::make_unique<Tool>(*io, ticks, SystemDirectories("isp-writer"), PostProblem);

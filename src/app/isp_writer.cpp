@@ -29,10 +29,10 @@ int RunTool(int argc, char** argv) {
   ApplyApplicationStyle();
 
   const QuitSignals quitSignals;  // outlives the port: a second signal must not cut its end short
-  const auto io = SystemParallelPort(PostProblem);
-  const auto ticks = SystemTickCounter();
   const Directories directories = SystemDirectories("isp-writer");
   FillProgramFolder(directories, PostProblem);
+  const auto io = SystemParallelPort(directories.programFolder / "Initial", PostProblem);
+  const auto ticks = SystemTickCounter();
   const auto recording = RecordingAskedFor(*io);
   const auto tool =
       std::make_unique<Tool>(recording ? *recording : *io, *ticks, directories, PostProblem);

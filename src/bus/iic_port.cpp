@@ -15,6 +15,7 @@ void IicPort::AnnouncePort() {
   if (!Board().Complete()) TellMissingWiring();
   portInUse_ = PortBase;
   io_.UsePort(static_cast<std::uint32_t>(PortBase));
+  io_.Sample(static_cast<std::uint8_t>(Board().SdaIn.mask));
 }
 
 void IicPort::Drive(PortRegister which, std::int16_t shadow, const LineSpec& line, bool high) {

@@ -2,8 +2,8 @@
 
 #include <optional>
 
-#include "bus/csv_fields.h"
 #include "platform/files.h"
+#include "text/csv_fields.h"
 #include "text/hex_text.h"
 
 namespace {

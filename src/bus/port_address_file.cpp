@@ -4,11 +4,11 @@
 #include <cstdint>
 #include <utility>
 
-#include "platform/directories.h"
 #include "platform/files.h"
+#include "text/hex_text.h"
 
 PortAddressFile::PortAddressFile(IicPort& port, const std::filesystem::path& folder)
-    : port_(port), path_(PathOf(CutAtNul(PathText(folder))) / "chipport.log") {}
+    : port_(port), path_(PathOf(std::string(CutAtNul(PathText(folder)))) / "chipport.log") {}
 
 void PortAddressFile::LoadPortAddress() {
   const FileContent file = ReadFile(path_, 2);
@@ -30,6 +30,5 @@ bool PortAddressFile::SavePortAddress() {
 
 std::string PortAddressFile::UnsavedNotice() {
   if (std::exchange(toldUnsaved_, true)) return {};
-  return "It could not be saved in " + PathText(path_) + " (" + unsaved_ +
-         ") and holds for this run only.";
+  return Unsaved(path_, unsaved_);
 }

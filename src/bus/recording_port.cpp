@@ -4,7 +4,6 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
-#include <system_error>
 #include <utility>
 
 #include "platform/files.h"
@@ -46,13 +45,13 @@ RecordingPort::RecordingPort(PortIo& port, const std::filesystem::path& file, Pr
       start_ns_(now_ns_()) {
   errno = 0;
   file_.open(file, std::ios::binary);
-  dump_.emplace(file_, "1ns", Declarations());
+  vcd_.emplace(file_, "1ns", Declarations());
   file_.flush();
   if (!file_) End();
 }
 
 RecordingPort::~RecordingPort() {
-  if (dump_) End();
+  if (vcd_) End();
 }
 
 void RecordingPort::UsePort(std::uint32_t base) {
@@ -74,7 +73,7 @@ std::optional<std::uint8_t> RecordingPort::DlPortReadPortUchar(std::uint32_t por
 /// Times of accesses are at least 2 ns apart: the line changes of one may take two of them.
 void RecordingPort::Note(std::uint32_t port, std::optional<std::uint8_t> value) {
   const std::uint32_t which = port - base_;
-  if (!dump_ || which >= kRegisters.size()) return;
+  if (!vcd_ || which >= kRegisters.size()) return;
   const std::uint64_t now_ns = std::max(now_ns_() - start_ns_, time_ns_ + 2);
   const IspBoard* board = boards_ == nullptr ? nullptr : &boards_->InUse();
   const auto role = static_cast<PortRegister>(which);
@@ -90,7 +89,7 @@ void RecordingPort::Note(std::uint32_t port, std::optional<std::uint8_t> value) 
 }
 
 void RecordingPort::WriteRegister(std::size_t which, std::optional<std::uint8_t> value) {
-  dump_->At(time_ns_);
+  vcd_->At(time_ns_);
   for (std::size_t bit = 0; bit < 8; ++bit) {
     const char level = !value ? 'x' : (*value >> bit & 1) != 0 ? '1' : '0';
     if (std::exchange(levels_[which][bit], level) == level) continue;
@@ -107,26 +106,26 @@ void RecordingPort::NoteLines(PortRegister which, std::uint8_t value, const IspB
     clockRises_ = scl_ && !wasHigh;
     if (clockRises_) return;
   }
-  dump_->Levels(time_ns_, sda_, scl_);
+  vcd_->Levels(time_ns_, sda_, scl_);
   if (!wasHigh || scl_) return;
   sda_ = drivenSda_;  // what the target does until the next sample is not known
-  dump_->Levels(time_ns_ + 1, sda_, scl_);
+  vcd_->Levels(time_ns_ + 1, sda_, scl_);
 }
 
 void RecordingPort::EndClockRise() {
   if (!std::exchange(clockRises_, false)) return;
-  dump_->Levels(time_ns_, sda_, false);
-  dump_->Levels(time_ns_ + 1, sda_, true);
+  vcd_->Levels(time_ns_, sda_, false);
+  vcd_->Levels(time_ns_ + 1, sda_, true);
 }
 
 void RecordingPort::End() {
   EndClockRise();
-  dump_.reset();
+  vcd_.reset();
   file_.flush();
-  const int error = errno == 0 ? EIO : errno;
+  const int error = errno;
   const bool written = file_.good();
   file_.close();
   if (written) return;
   report_("The recording of the port cannot be written: " + PathText(name_) + ": " +
-          std::generic_category().message(error));
+          ErrorText(error));
 }

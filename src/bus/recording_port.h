@@ -8,8 +8,8 @@
 #include <functional>
 #include <optional>
 
-#include "bus/bus_dump.h"
 #include "bus/isp_boards.h"
+#include "bus/vcd_writer.h"
 #include "platform/port_io.h"
 
 /// Passes all accesses on to another port. The dump has the time of every access, the bits of the
@@ -37,6 +37,7 @@ class RecordingPort final : public PortIo {
   void FollowBoards(const IspBoards& boards) { boards_ = &boards; }
 
   void UsePort(std::uint32_t base) override;
+  void Sample(std::uint8_t bits) override { port_.Sample(bits); }
   bool StillThere() override { return port_.StillThere(); }
   void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) override;
   std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t port) override;
@@ -56,7 +57,7 @@ class RecordingPort final : public PortIo {
   const Clock now_ns_;
   std::uint64_t accessesLeft_;
   std::ofstream file_;
-  std::optional<BusDump> dump_;  // nothing: not recording
+  std::optional<VcdWriter> vcd_;  // nothing: not recording
   const IspBoards* boards_ = nullptr;
 
   std::uint32_t base_ = 0;

@@ -1,7 +1,5 @@
 #include "image/hex_fault.h"
 
-#include <algorithm>
-
 #include "image/hex_record.h"
 #include "text/hex_text.h"
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "image/intel_hex.h"
 #include "platform/files.h"
 #include "text/hex_text.h"
 
@@ -16,7 +15,19 @@ constexpr std::size_t kLargestHex = 64U << 20;
 constexpr const char* kTooLarge =
     "the file is too large: a HEX file of more than 64 MiB is no image for these chips";
 
+HexCheck TakeAnything(std::string_view /*bytes*/, std::int32_t /*lastCell*/) { return {}; }
+
+HexSummary StoreBinary(std::string_view bytes, std::span<std::uint8_t> cells) {
+  std::copy(bytes.begin(), bytes.end(), cells.begin());
+  if (bytes.size() < std::min(kLargestBinary, cells.size())) cells[bytes.size()] = 0xFF;
+  return {.maximum = static_cast<std::int32_t>(bytes.size()) - 1};
+}
+
 }  // namespace
+
+const Format kHex{.isText = true, .largest = kLargestHex, .check = CheckHex, .store = StoreHex};
+const Format kBinary{
+    .isText = false, .largest = kLargestBinary, .check = TakeAnything, .store = StoreBinary};
 
 bool IsShown(std::string_view name, std::string_view filters) {
   // Each description ends with its pattern in parentheses, which stands again behind it.
@@ -27,36 +38,36 @@ bool IsShown(std::string_view name, std::string_view filters) {
   return false;
 }
 
-FileKind KindOf(std::string_view name, std::string_view hexEnding) {
-  const std::string_view ending =
-      name.substr(name.size() - std::min(name.size(), hexEnding.size()));
-  return UpperCase(ending) == hexEnding ? FileKind::Hex : FileKind::Binary;
+const Format& FormatOf(std::string_view name, Formats formats) {
+  const auto row = std::ranges::find_if(
+      formats, [&](const FormatRow& each) { return UpperCase(name).ends_with(each.ending); });
+  return *(row == formats.end() ? formats.back() : *row).format;
 }
 
-ImageFile::ImageFile(const std::string& name, FileKind kind, std::size_t lastCell, Missing missing)
-    : kind_(kind) {
-  const std::size_t limit =
-      kind == FileKind::Hex ? kLargestHex : std::min(kLargestBinary, lastCell + 1);
+ImageFile::ImageFile(const std::string& name, const Format& format, std::size_t lastCell,
+                     Missing missing)
+    : format_(format) {
+  const std::size_t limit = format.isText ? format.largest : std::min(format.largest, lastCell + 1);
   const std::size_t looked = limit + 1;  // one byte more tells a file that is longer
   FileContent file = ReadFile(PathOf(name), looked);
   bytes_ = std::move(file.bytes);
   loaded_ = {.name = name, .looked = looked, .content = ContentHash(bytes_)};
-  const bool readsAsEmpty = kind == FileKind::Binary && file.missing && missing == Missing::Empty;
+  const bool readsAsEmpty = !format.isText && file.missing && missing == Missing::Empty;
   if (!file.Ok() && !readsAsEmpty) {
     problem_ = name + ": " + file.problem;
     return;
   }
   const bool longer = bytes_.size() > limit;
-  if (kind == FileKind::Binary) {
-    if (longer) notes_.taken = limit;
-    bytes_.resize(std::min(bytes_.size(), limit));
-  } else if (longer) {
+  if (longer && format.isText) {
     problem_ = name + ": " + kTooLarge;
-  } else if (!bytes_.empty()) {
-    HexCheck check = CheckHex(bytes_, static_cast<std::int32_t>(lastCell));
-    if (check.problem) problem_ = name + "\n" + *check.problem;
-    notes_ = check.notes;
+    return;
   }
+  bytes_.resize(std::min(bytes_.size(), limit));
+  if (bytes_.empty()) return;
+  const HexCheck check = format.check(bytes_, static_cast<std::int32_t>(lastCell));
+  if (check.problem) problem_ = name + "\n" + *check.problem;
+  notes_ = check.notes;
+  if (longer) notes_.taken = limit;
 }
 
 void ImageFile::Refuse(WriterView& view) const {
@@ -66,19 +77,10 @@ void ImageFile::Refuse(WriterView& view) const {
 }
 
 void ImageFile::StoreInto(const ReadTarget& target, WriterView& view) const {
-  if (kind_ == FileKind::Binary) return StoreBinary(target);
-  if (bytes_.empty()) return Refuse(view);
-
-  const HexSummary summary = StoreHex(bytes_, target.cells);
+  if (format_.isText && bytes_.empty()) return Refuse(view);
+  const HexSummary summary = format_.store(bytes_, target.cells);
   target.maximum = summary.maximum;
   for (int i = 0; i < summary.wrongStartCodes; ++i) view.PrintLine("error!!!");
-}
-
-void ImageFile::StoreBinary(const ReadTarget& target) const {
-  std::copy(bytes_.begin(), bytes_.end(), target.cells.begin());
-  const std::size_t mostBytes = std::min(kLargestBinary, target.cells.size());
-  if (bytes_.size() < mostBytes) target.cells[bytes_.size()] = 0xFF;
-  target.maximum = static_cast<std::int32_t>(bytes_.size()) - 1;
 }
 
 std::string ImageFile::Notes() const {
@@ -91,9 +93,9 @@ void TellNotes(const std::string& notes, WriterView& view) {
   view.ShowNotes("Loaded as it is, but hardly as it was meant. Before you program:\n" + notes);
 }
 
-std::optional<LoadedFile> ReadImage(const std::string& name, FileKind kind,
+std::optional<LoadedFile> ReadImage(const std::string& name, const Format& format,
                                     const ReadTarget& target, WriterView& view) {
-  const ImageFile file(name, kind, target.cells.size() - 1);
+  const ImageFile file(name, format, target.cells.size() - 1);
   if (file.Refused()) {
     file.Refuse(view);
     return std::nullopt;

@@ -1,12 +1,14 @@
 // Reads firmware files: Intel HEX and raw binary. Names no chip and no buffer.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 
+#include "image/intel_hex.h"
 #include "image/load_notes.h"
 #include "image/loaded_file.h"
 #include "image/writer_view.h"
@@ -19,32 +21,52 @@ struct ReadTarget {
   std::int32_t& maximum;
 };
 
-enum class FileKind { Hex, Binary };
+/// A format of firmware files.
+struct Format {
+  bool isText;          // never cut, and no image when it is empty
+  std::size_t largest;  // bytes: of more, a text is refused, and any other file is cut
+  HexCheck (*check)(std::string_view bytes, std::int32_t lastCell);  // of what is not empty
+  HexSummary (*store)(std::string_view bytes, std::span<std::uint8_t> cells);
+};
 
-/// The filter list for an image in one file.
+extern const Format kHex;
+extern const Format kBinary;
+
+/// The names that a load command takes: those that end so, in either case, are read in the row's
+/// format, and all others in the last row's.
+struct FormatRow {
+  std::string_view ending;  // upper case
+  const Format* format;
+};
+using Formats = std::span<const FormatRow>;
+inline constexpr std::array<FormatRow, 2> kOneFileFormats{{{"HEX", &kHex}, {"BIN", &kBinary}}};
+inline constexpr std::array<FormatRow, 2> kPairFormats{{{"H00", &kHex}, {"B00", &kBinary}}};
+
+const Format& FormatOf(std::string_view name, Formats formats);
+
+/// The filter lists for the same names: of an image in one file, and of the first file of a
+/// two-bank pair.
 inline constexpr std::string_view kOneFileFilters = "Hexfile (*.hex)|*.hex|Binfile (*.bin)|*.bin";
+inline constexpr std::string_view kPairFilters = "H00file (*.H00)|*.H00|B00file (*.B00)|*.B00";
 
 /// Whether a file of this name is one of those that a filter list shows, in either case.
 bool IsShown(std::string_view name, std::string_view filters);
 
-/// Hex when the last three characters of the name, in upper case, are `hexEnding`.
-FileKind KindOf(std::string_view name, std::string_view hexEnding);
-
-/// What a binary file that does not exist is.
+/// What a file that does not exist is, unless it is a text: that is refused.
 enum class Missing { Refused, Empty };
 
 /// One image file, read and checked, not yet stored anywhere.
 class ImageFile {
  public:
   /// `lastCell`: the highest address that the target holds.
-  ImageFile(const std::string& name, FileKind kind, std::size_t lastCell,
+  ImageFile(const std::string& name, const Format& format, std::size_t lastCell,
             Missing missing = Missing::Refused);
 
   bool Refused() const { return !problem_.empty(); }
   /// Two beeps and the message that says why this file cannot be loaded.
   void Refuse(WriterView& view) const;
 
-  /// Stores a file that was not refused. An empty HEX file sounds two beeps, shows a message and
+  /// Stores a file that was not refused. An empty text sounds two beeps, shows a message and
   /// leaves the target as it was.
   void StoreInto(const ReadTarget& target, WriterView& view) const;
 
@@ -53,9 +75,7 @@ class ImageFile {
   const LoadedFile& Loaded() const { return loaded_; }
 
  private:
-  void StoreBinary(const ReadTarget& target) const;
-
-  FileKind kind_;
+  const Format& format_;
   LoadedFile loaded_;
   std::string bytes_;
   std::string problem_;
@@ -67,7 +87,7 @@ void TellNotes(const std::string& notes, WriterView& view);
 
 /// Reads one file into `target`, whose last cell is the highest address that it holds, and tells
 /// its notes. Nothing when the file was refused; nothing has changed then.
-std::optional<LoadedFile> ReadImage(const std::string& name, FileKind kind,
+std::optional<LoadedFile> ReadImage(const std::string& name, const Format& format,
                                     const ReadTarget& target, WriterView& view);
 
 }  // namespace loadfile

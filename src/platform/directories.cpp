@@ -44,10 +44,8 @@ void FillProgramFolder(const Directories& directories, const Problem& report) {
     TryWriting(initial);
   } catch (const fs::filesystem_error& failure) {
     report("The program's folder cannot be written: " + PathText(initial) + " (" +
-           failure.code().default_error_condition().message() +
+           ErrorText(failure.code()) +
            "). The program works with the files that are there, and cannot keep security codes. "
            "Make the folder writable and start the program again.");
   }
 }
-
-std::string CutAtNul(std::string_view text) { return std::string(text.substr(0, text.find('\0'))); }

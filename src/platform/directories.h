@@ -2,7 +2,6 @@
 #pragma once
 
 #include <filesystem>
-#include <string>
 #include <string_view>
 
 #include "platform/problem.h"
@@ -31,6 +30,3 @@ Directories SystemDirectories(std::string_view programName);
 /// Copies every delivered file that is not there yet into the program's folder, and never touches
 /// one that is. `report` is told, once, when the folder cannot be written; the program can run on.
 void FillProgramFolder(const Directories& directories, const Problem& report);
-
-/// The part before the first NUL character, or the whole text when it holds none.
-std::string CutAtNul(std::string_view text);

@@ -4,13 +4,12 @@
 #include <cerrno>
 #include <fstream>
 #include <limits>
-#include <system_error>
+
+#include "platform/problem.h"
 
 namespace fs = std::filesystem;
 
 namespace {
-
-std::string Reason(int error) { return std::generic_category().message(error == 0 ? EIO : error); }
 
 /// Why it could not be written; nothing when it was.
 std::string Write(const fs::path& path, const std::string& content, std::ios::openmode how) {
@@ -18,14 +17,14 @@ std::string Write(const fs::path& path, const std::string& content, std::ios::op
   std::fstream file(path, std::ios::binary | std::ios::out | how);
   file.write(content.data(), static_cast<std::streamsize>(content.size()));
   file.close();
-  return file.good() ? std::string() : Reason(errno);
+  return file.good() ? std::string() : ErrorText(errno);
 }
 
 /// Why the file's folder could not be created; nothing when it is there.
 std::string EnsureFolderOf(const fs::path& file) {
   std::error_code error;
   if (file.has_parent_path()) fs::create_directories(file.parent_path(), error);
-  return error ? error.default_error_condition().message() : std::string();
+  return ErrorText(error);
 }
 
 /// Writes the content under another name first, which then takes the file's place at once.
@@ -40,7 +39,7 @@ std::string Replace(const fs::path& file, const std::string& content) {
     if (fs::exists(old)) fs::permissions(part, old.permissions(), error);
     fs::rename(part, file, error);
     if (!error) return {};
-    problem = error.default_error_condition().message();
+    problem = ErrorText(error);
   }
   if (fs::is_regular_file(part, error)) fs::remove(part, error);
   return problem;
@@ -56,8 +55,7 @@ FileContent ReadFile(const fs::path& path, std::size_t limit) {
   }
   if (fs::is_directory(status)) return {.bytes = {}, .problem = "it is a folder, not a file"};
   if (!fs::is_regular_file(status)) {
-    const std::string reason =
-        error ? error.default_error_condition().message() : "it is not a regular file";
+    const std::string reason = error ? ErrorText(error) : "it is not a regular file";
     return {.bytes = {}, .problem = "the file cannot be read: " + reason};
   }
 
@@ -66,19 +64,17 @@ FileContent ReadFile(const fs::path& path, std::size_t limit) {
   std::string bytes(std::min<std::uintmax_t>(fs::file_size(path, error), limit), '\0');
   if (file.is_open()) file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   if (!file.is_open() || file.bad()) {
-    return {.bytes = {}, .problem = "the file cannot be read: " + Reason(errno)};
+    return {.bytes = {}, .problem = "the file cannot be read: " + ErrorText(errno)};
   }
   bytes.resize(static_cast<std::size_t>(file.gcount()));
   return {.bytes = std::move(bytes), .problem = {}};
 }
 
-bool EnsureFile(const fs::path& path) {
+void EnsureFile(const fs::path& path) {
   std::error_code error;
-  if (!fs::exists(path, error)) {
-    EnsureFolderOf(path);
-    std::ofstream(path, std::ios::binary | std::ios::app);
-  }
-  return fs::is_regular_file(path, error);
+  if (fs::exists(path, error)) return;
+  EnsureFolderOf(path);
+  std::ofstream(path, std::ios::binary | std::ios::app);
 }
 
 std::string WriteAtStart(const fs::path& path, std::span<const std::uint8_t> bytes) {
@@ -102,11 +98,16 @@ std::string AppendToFile(const fs::path& path, const std::string& text,
                          const std::string& heading) {
   std::error_code error;
   const std::uintmax_t size = fs::exists(path, error) ? fs::file_size(path, error) : 0;
-  if (error) return error.default_error_condition().message();
+  if (error) return ErrorText(error);
   std::string problem = EnsureFolderOf(path);
   if (problem.empty()) problem = Write(path, size == 0 ? heading + text : text, std::ios::app);
   if (!problem.empty()) fs::resize_file(path, size, error);  // no half line
   return problem;
+}
+
+std::string Unsaved(const fs::path& path, const std::string& problem) {
+  return "It could not be saved in " + PathText(path) + " (" + problem +
+         ") and holds for this run only.";
 }
 
 std::string PathText(const fs::path& path) {

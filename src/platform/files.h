@@ -19,14 +19,16 @@ struct FileContent {
 /// Reads at most `limit` bytes from the start of the file.
 FileContent ReadFile(const std::filesystem::path& path, std::size_t limit);
 
-/// Creates the file empty, and its folder, when it is missing. False when there is no such regular
-/// file afterwards.
-bool EnsureFile(const std::filesystem::path& path);
+/// Creates the file empty, and its folder, when it is missing and can be created.
+void EnsureFile(const std::filesystem::path& path);
 
 /// Writes `bytes` from position 0, creating the file and its folder when missing; bytes behind them
 /// stay as they were. Returns why it could not be written, as a phrase, and nothing when it was.
 /// The file is never left half written: it holds what it held, or all that it should.
 std::string WriteAtStart(const std::filesystem::path& path, std::span<const std::uint8_t> bytes);
+
+/// What the operator is told of a setting that was not written to its file because of `problem`.
+std::string Unsaved(const std::filesystem::path& path, const std::string& problem);
 
 /// Appends `text`, creating the file with `heading` in front, and its folder, when missing. Returns
 /// as above; the file is as it was then.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <optional>
 
@@ -22,6 +23,10 @@ class PortIo {
   /// to, for 0x37A is the control register of 0x378 and the data register of 0x37A.
   virtual void UsePort(std::uint32_t /*base*/) {}
 
+  /// The bits of the status register that are sampled on the port in use, so that one that does not
+  /// carry them can say so. No port access in itself.
+  virtual void Sample(std::uint8_t /*bits*/) {}
+
   /// False when there is no port, or when it has gone since it was taken. No port access in itself,
   /// but too slow for each one: called once where an operation begins.
   virtual bool StillThere() { return true; }
@@ -37,4 +42,6 @@ class PortIo {
 /// data and control registers as they were found, when it is left for another one and when the
 /// object ends. `report` is called at most once for each cause after each `UsePort`.
 /// On Windows a driver library reaches every port: none is taken or given back.
-std::unique_ptr<PortIo> SystemParallelPort(Problem report);
+/// `boardFolder`: of the board table, beside which a way to reach the port may have a file.
+std::unique_ptr<PortIo> SystemParallelPort(const std::filesystem::path& boardFolder,
+                                           Problem report);

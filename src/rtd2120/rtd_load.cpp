@@ -8,12 +8,12 @@ namespace loadfile {
 
 std::optional<LoadedFile> ReadRtdHexFile(const std::string& name, tongxun2120::RtdImages& images,
                                          WriterView& view) {
-  return ReadImage(name, FileKind::Hex, {images.RtdLoadBuffer, images.RtdLoadMax}, view);
+  return ReadImage(name, kHex, {images.RtdLoadBuffer, images.RtdLoadMax}, view);
 }
 
 std::optional<LoadedFile> ReadRtdBinFile(const std::string& name, tongxun2120::RtdImages& images,
                                          WriterView& view) {
-  return ReadImage(name, FileKind::Binary, {images.RtdLoadBuffer, images.RtdLoadMax}, view);
+  return ReadImage(name, kBinary, {images.RtdLoadBuffer, images.RtdLoadMax}, view);
 }
 
 }  // namespace loadfile
@@ -22,9 +22,9 @@ namespace tongxun2120 {
 
 void Load_RTD2120_NormalFile(const std::string& name, Bank bank, RtdImages& images, RtdView& view) {
   if (name.empty()) return;
-  const bool isHex = loadfile::KindOf(name, "HEX") == loadfile::FileKind::Hex;
-  const auto read = isHex ? loadfile::ReadRtdHexFile : loadfile::ReadRtdBinFile;
-  const auto file = read(name, images, view);
+  const loadfile::Format& format = loadfile::FormatOf(name, loadfile::kOneFileFormats);
+  const loadfile::ReadTarget target{images.RtdLoadBuffer, images.RtdLoadMax};
+  const auto file = loadfile::ReadImage(name, format, target, view);
   if (!file) return;
 
   auto& staged = images.RtdLoadBuffer;

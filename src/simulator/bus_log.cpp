@@ -30,7 +30,7 @@ void FrameCounters::Byte(std::uint8_t, bool fromTarget, bool acknowledged) {
 
 void VcdRecorder::Levels(std::uint64_t access, bool sda, bool scl) {
   if (!before_) before_ = access - 1;
-  dump_.Levels(access - *before_, sda, scl);
+  vcd_.Levels(access - *before_, sda, scl);
 }
 
 }  // namespace simulator

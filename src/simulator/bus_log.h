@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "bus/bus_dump.h"
+#include "bus/vcd_writer.h"
 #include "simulator/cable.h"
 #include "simulator/wire_decoder.h"
 
@@ -44,11 +44,11 @@ class FrameCounters final : public BusListener {
 /// first one that is seen is number 1.
 class VcdRecorder final : public LevelListener {
  public:
-  explicit VcdRecorder(std::ostream& out) : dump_(out, "1us") {}
+  explicit VcdRecorder(std::ostream& out) : vcd_(out, "1us") {}
   void Levels(std::uint64_t access, bool sda, bool scl) override;
 
  private:
-  BusDump dump_;
+  VcdWriter vcd_;
   std::optional<std::uint64_t> before_;  // number of the last access that was not seen
 };
 

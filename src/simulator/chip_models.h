@@ -10,7 +10,7 @@ enum class ConnectedChip { None, Vsk830, Vsk630, Rtd2120 };
 
 /// What the VSK chips differ in, as their data sheets would give it: kept apart from what the tool
 /// believes of them.
-struct VskModel {
+struct VskDataSheet {
   ConnectedChip chip;
   const char* name;
   int banks;
@@ -18,9 +18,9 @@ struct VskModel {
   std::size_t flashBytes;  // of each bank
 };
 
-inline constexpr std::array kVskModels{
-    VskModel{ConnectedChip::Vsk830, "VSK830", 1, 256, 65536},
-    VskModel{ConnectedChip::Vsk630, "VSK630", 2, 256, 65536},
+inline constexpr std::array kVskDataSheets{
+    VskDataSheet{ConnectedChip::Vsk830, "VSK830", 1, 256, 65536},
+    VskDataSheet{ConnectedChip::Vsk630, "VSK630", 2, 256, 65536},
 };
 
 }  // namespace simulator

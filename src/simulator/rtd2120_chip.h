@@ -1,7 +1,6 @@
 // A simulated RTD2120, as its ISP registers behave on the bus.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <vector>
 

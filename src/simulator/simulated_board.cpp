@@ -3,9 +3,9 @@
 namespace simulator {
 namespace {
 
-std::deque<VskChip> AllVskChips(const VskIdentity& identity, const Faults& faults) {
-  std::deque<VskChip> chips;
-  for (const VskModel& model : kVskModels) chips.emplace_back(identity, model, faults);
+std::deque<SimulatedVsk> AllVskChips(const VskIdentity& identity, const Faults& faults) {
+  std::deque<SimulatedVsk> chips;
+  for (const VskDataSheet& sheet : kVskDataSheets) chips.emplace_back(identity, sheet, faults);
   return chips;
 }
 
@@ -19,15 +19,15 @@ SimulatedBoard::SimulatedBoard(const IspBoard& wiring, const VskIdentity& vskIde
 
 SimulatedChip* SimulatedBoard::Chip() {
   if (connected_ == ConnectedChip::Rtd2120) return &rtd2120;
-  for (std::size_t row = 0; row < kVskModels.size(); ++row) {
-    if (kVskModels[row].chip == connected_) return &vskChips[row];
+  for (std::size_t row = 0; row < kVskDataSheets.size(); ++row) {
+    if (kVskDataSheets[row].chip == connected_) return &vskChips[row];
   }
   return nullptr;
 }
 
 std::vector<SimulatedBoard::Choice> SimulatedBoard::Choices() {
   std::vector<Choice> choices{{ConnectedChip::None, "nothing"}};
-  for (const VskModel& model : kVskModels) choices.push_back({model.chip, model.name});
+  for (const VskDataSheet& sheet : kVskDataSheets) choices.push_back({sheet.chip, sheet.name});
   choices.push_back({ConnectedChip::Rtd2120, "RTD2120"});
   return choices;
 }

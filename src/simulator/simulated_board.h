@@ -1,17 +1,15 @@
 // A target board on the simulated ISP cable: the cable, the wire and the chip that is plugged in.
 #pragma once
 
-#include <cstdint>
 #include <deque>
 #include <vector>
 
-#include "bus/iic_port.h"
-#include "simulator/bus_log.h"
+#include "bus/isp_boards.h"
 #include "simulator/cable.h"
 #include "simulator/chip_models.h"
 #include "simulator/faults.h"
 #include "simulator/rtd2120_chip.h"
-#include "simulator/vsk_chip.h"
+#include "simulator/simulated_vsk.h"
 #include "simulator/wire_decoder.h"
 
 namespace simulator {
@@ -41,9 +39,9 @@ class SimulatedBoard {
   static std::vector<Choice> Choices();
 
   Faults faults;
-  std::deque<VskChip> vskChips;  // one a row of `kVskModels`
-  VskChip& vsk830 = vskChips[0];
-  VskChip& vsk630 = vskChips[1];
+  std::deque<SimulatedVsk> vskChips;  // one a row of `kVskDataSheets`
+  SimulatedVsk& vsk830 = vskChips[0];
+  SimulatedVsk& vsk630 = vskChips[1];
   Rtd2120Chip rtd2120;
 
   WireDecoder wire;

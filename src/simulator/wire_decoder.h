@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 
 #include "simulator/faults.h"
 #include "simulator/i2c_target.h"

@@ -4,7 +4,6 @@
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QSpinBox>
-#include <functional>
 #include <vector>
 
 #include "simulator/simulated_board.h"

@@ -2,14 +2,12 @@
 
 #include <QColor>
 
+#include "simulator_window/hex_spin_box.h"
+
 namespace simulator {
 namespace {
 
 const QColor kChanged(255, 224, 130);
-
-QString Hex(int value, int digits) {
-  return QStringLiteral("%1").arg(value, digits, 16, QLatin1Char('0')).toUpper();
-}
 
 }  // namespace
 
@@ -44,7 +42,7 @@ QVariant FlashModel::data(const QModelIndex& index, int role) const {
   const bool characters = index.column() == kBytesPerRow;
   if (role == Qt::DisplayRole) {
     const std::size_t address = AddressOf(index);
-    return characters ? Characters(address - kBytesPerRow) : Hex(shown_[address], 2);
+    return characters ? Characters(address - kBytesPerRow) : PaddedHex(shown_[address], 2);
   }
   if (role == Qt::TextAlignmentRole) {
     return QVariant(Qt::AlignVCenter | (characters ? Qt::AlignLeft : Qt::AlignHCenter));
@@ -59,8 +57,8 @@ QVariant FlashModel::data(const QModelIndex& index, int role) const {
 
 QVariant FlashModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (role != Qt::DisplayRole) return {};
-  if (orientation == Qt::Vertical) return Hex(section * kBytesPerRow, 4);
-  return section == kBytesPerRow ? QStringLiteral("Characters") : Hex(section, 1);
+  if (orientation == Qt::Vertical) return PaddedHex(section * kBytesPerRow, 4);
+  return section == kBytesPerRow ? QStringLiteral("Characters") : PaddedHex(section, 1);
 }
 
 QString FlashModel::Characters(std::size_t first) const {

@@ -1,9 +1,14 @@
-// A number box for flash addresses: four hexadecimal digits in upper case.
+// Hexadecimal numbers of the window, and a number box for flash addresses: four digits.
 #pragma once
 
 #include <QSpinBox>
 
 namespace simulator {
+
+/// Upper case, with leading zeros up to `digits`.
+inline QString PaddedHex(int value, int digits) {
+  return QStringLiteral("%1").arg(value, digits, 16, QLatin1Char('0')).toUpper();
+}
 
 class HexSpinBox final : public QSpinBox {
  public:
@@ -13,9 +18,7 @@ class HexSpinBox final : public QSpinBox {
   }
 
  protected:
-  QString textFromValue(int value) const override {
-    return QStringLiteral("%1").arg(value, 4, 16, QLatin1Char('0')).toUpper();
-  }
+  QString textFromValue(int value) const override { return PaddedHex(value, 4); }
 };
 
 }  // namespace simulator

@@ -4,9 +4,9 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <cerrno>
-#include <system_error>
 
 #include "platform/files.h"
+#include "platform/problem.h"
 #include "widgets/dialogs.h"
 #include "widgets/guarded.h"
 
@@ -32,7 +32,7 @@ int WhyBad(std::ofstream& file) {
     file.clear();
     file.flush();
   }
-  return errno == 0 ? EIO : errno;
+  return errno;
 }
 
 }  // namespace
@@ -82,8 +82,7 @@ void RecordingButton::End() {
   file_.clear();
   ShowState();
   if (written) return;
-  const std::string reason = std::generic_category().message(error);
-  ShowMessageBox(this, "The recording cannot be written: " + name_.toStdString(), reason);
+  ShowMessageBox(this, "The recording cannot be written: " + name_.toStdString(), ErrorText(error));
 }
 
 void RecordingButton::ShowState() {

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <memory>
 
+#include "simulator/bus_log.h"
 #include "simulator/simulated_board.h"
 
 namespace simulator {

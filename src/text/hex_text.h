@@ -32,6 +32,9 @@ std::optional<std::uint32_t> WholeHex(std::string_view text);
 /// The text without leading and trailing `blanks`.
 std::string_view Trim(std::string_view text, std::string_view blanks = " ");
 
+/// The part before the first NUL character, or the whole text when it holds none.
+inline std::string_view CutAtNul(std::string_view text) { return text.substr(0, text.find('\0')); }
+
 /// The text with its letters A-Z in upper case.
 std::string UpperCase(std::string_view text);
 

@@ -6,8 +6,6 @@
 
 namespace {
 
-using loadfile::FileKind;
-
 loadfile::ReadTarget Staging(tongxun::VskImages& images, std::int32_t lastCell) {
   const auto cells = static_cast<std::size_t>(lastCell) + 1;
   return {std::span(images.CodeBuffer).first(cells), images.CodeMax};
@@ -29,12 +27,12 @@ namespace loadfile {
 
 std::optional<LoadedFile> ReadHexFile(const std::string& name, std::int32_t lastCell,
                                       tongxun::VskImages& images, WriterView& view) {
-  return ReadImage(name, FileKind::Hex, Staging(images, lastCell), view);
+  return ReadImage(name, kHex, Staging(images, lastCell), view);
 }
 
 std::optional<LoadedFile> ReadBinFile(const std::string& name, std::int32_t lastCell,
                                       tongxun::VskImages& images, WriterView& view) {
-  return ReadImage(name, FileKind::Binary, Staging(images, lastCell), view);
+  return ReadImage(name, kBinary, Staging(images, lastCell), view);
 }
 
 }  // namespace loadfile
@@ -42,9 +40,8 @@ std::optional<LoadedFile> ReadBinFile(const std::string& name, std::int32_t last
 void Load_Vsk830_NormalFile(const std::string& name, std::int32_t lastCell,
                             tongxun::VskImages& images, IspView& view) {
   if (!name.empty()) {
-    const bool isHex = loadfile::KindOf(name, "HEX") == FileKind::Hex;
-    const auto read = isHex ? loadfile::ReadHexFile : loadfile::ReadBinFile;
-    const auto file = read(name, lastCell, images, view);
+    const loadfile::Format& format = loadfile::FormatOf(name, loadfile::kOneFileFormats);
+    const auto file = loadfile::ReadImage(name, format, Staging(images, lastCell), view);
     if (!file) return;
     images.CheckCode();
     view.ShowMaximumAddress(HexText(images.CodeMax));
@@ -60,10 +57,10 @@ void Load_Vsk830_NormalFile(const std::string& name, std::int32_t lastCell,
 void Load_Vsk630_NormalFile(const std::string& name, std::int32_t lastCell,
                             tongxun::VskImages& images, IspView& view) {
   if (!name.empty()) {
-    const FileKind kind = loadfile::KindOf(name, "H00");
+    const loadfile::Format& format = loadfile::FormatOf(name, loadfile::kPairFormats);
     const auto last = static_cast<std::size_t>(lastCell);
-    const loadfile::ImageFile file0(name, kind, last);
-    const loadfile::ImageFile file1(std::string(WithoutLastCharacter(name)) + "1", kind, last,
+    const loadfile::ImageFile file0(name, format, last);
+    const loadfile::ImageFile file1(std::string(WithoutLastCharacter(name)) + "1", format, last,
                                     loadfile::Missing::Empty);
     if (file0.Refused()) return file0.Refuse(view);
     if (file1.Refused()) return file1.Refuse(view);

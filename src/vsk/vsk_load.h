@@ -27,9 +27,6 @@ void Load_Vsk630_NormalFile(const std::string& name, std::int32_t lastCell,
 
 namespace loadfile {
 
-/// The filter list for the first file of a two-bank pair.
-inline constexpr std::string_view kPairFilters = "H00file (*.H00)|*.H00|B00file (*.B00)|*.B00";
-
 /// Fill `CodeBuffer`[0..lastCell] and `CodeMax`. Nothing when the file was refused; nothing has
 /// changed then.
 std::optional<LoadedFile> ReadHexFile(const std::string& name, std::int32_t lastCell,

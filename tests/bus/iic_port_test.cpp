@@ -18,6 +18,7 @@ class PortLog final : public PortIo {
 
   bool StillThere() override { return there; }
   void UsePort(std::uint32_t base) override { Word("use ", base, ""); }
+  void Sample(std::uint8_t bits) override { Word("sample ", bits, ""); }
   void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) override {
     Word("", port, "=" + HexText(value));
   }
@@ -116,17 +117,17 @@ TEST_F(IicPortTest, AChangedBoardOrAddressCountsAtTheNextCallAndAPortIsAnnounced
   port.PortBase = 0xEC00;
   port.SdaIsLow();
   port.SetSclLow();
-  EXPECT_EQ(io.Take(), "378=7F 378=FF use EC00 EC01? EC02=0");
+  EXPECT_EQ(io.Take(), "378=7F 378=FF use EC00 sample 40 EC01? EC02=0");
 
   port.PortBase = 0xEC02;  // its data register is the old control register
   port.SetSclLow();
   port.PortBase = 0;  // never used, never announced
   port.PortBase = 0xEC02;
   port.SetSdaHigh();
-  EXPECT_EQ(io.Take(), "use EC02 EC04=0 EC02=FF");
+  EXPECT_EQ(io.Take(), "use EC02 sample 40 EC04=0 EC02=FF");
   port.ReopenPort();
   port.SetSdaHigh();
-  EXPECT_EQ(io.Take(), "use EC02 EC02=FF");
+  EXPECT_EQ(io.Take(), "use EC02 sample 40 EC02=FF");
 }
 
 TEST_F(IicPortTest, LinesAreReleasedOnlyOnAPortInUse) {

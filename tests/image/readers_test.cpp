@@ -12,7 +12,8 @@
 
 namespace {
 
-using loadfile::FileKind;
+using loadfile::kBinary;
+using loadfile::kHex;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -26,18 +27,19 @@ struct ReadersTest : testing::Test {
   std::int32_t maximum = 0;
   FileAnswers<> view;
 
-  bool Read(FileKind kind, const std::string& name) {
-    return loadfile::ReadImage(name, kind, {cells, maximum}, view).has_value();
+  bool Read(const loadfile::Format& format, const std::string& name) {
+    return loadfile::ReadImage(name, format, {cells, maximum}, view).has_value();
   }
-  bool Hex(const std::string& text) { return Read(FileKind::Hex, folder.Write("f.hex", text)); }
-  bool Binary(const std::string& bytes) { return Read(FileKind::Binary, folder.Write("f", bytes)); }
+  bool Hex(const std::string& text) { return Read(kHex, folder.Write("f.hex", text)); }
+  bool Binary(const std::string& bytes) { return Read(kBinary, folder.Write("f", bytes)); }
 };
 
-TEST_F(ReadersTest, TheNamesEndingTellsTheKind) {
-  EXPECT_EQ(loadfile::KindOf("CODE.HEX", "HEX"), FileKind::Hex);
-  EXPECT_EQ(loadfile::KindOf("x.Hex", "HEX"), FileKind::Hex);
-  EXPECT_EQ(loadfile::KindOf("code.txt", "HEX"), FileKind::Binary);
-  EXPECT_EQ(loadfile::KindOf("", "HEX"), FileKind::Binary);
+TEST_F(ReadersTest, TheNamesEndingTellsTheFormat) {
+  const auto isHex = [](const char* name, loadfile::Formats formats = loadfile::kOneFileFormats) {
+    return &loadfile::FormatOf(name, formats) == &kHex;
+  };
+  EXPECT_TRUE(isHex("CODE.HEX") && isHex("x.Hex") && isHex("x.h00", loadfile::kPairFormats));
+  EXPECT_FALSE(isHex("code.txt") || isHex("") || isHex("x.hex", loadfile::kPairFormats));
 }
 
 // What files hold then is compared with plain readings in fuzzing/binary.cpp and fuzzing/hex.cpp.
@@ -107,8 +109,8 @@ TEST_F(ReadersTest, WhatCannotBeReadChangesNothingAndSaysWhy) {
   }
   for (const auto& [path, reason] :
        {std::pair{folder / "none", "the file does not exist"}, {folder.Path(), "folder"}}) {
-    for (const FileKind kind : {FileKind::Hex, FileKind::Binary}) {
-      EXPECT_FALSE(Read(kind, path.string()));
+    for (const auto* format : {&kHex, &kBinary}) {
+      EXPECT_FALSE(Read(*format, path.string()));
       EXPECT_THAT(view.Take(), ElementsAre("beep", "beep", kRefusal));
       EXPECT_THAT(view.lastDetail, HasSubstr(reason));
       EXPECT_EQ(maximum, 7);
@@ -137,7 +139,7 @@ TEST_F(ReadersTest, NoRecordIsLostBehindTheLastThatIsRead) {
 TEST_F(ReadersTest, AHexFileIsNeverCut) {
   const std::string name = folder.Write("f.hex", kData);
   std::filesystem::resize_file(name, (64U << 20) + 1);
-  EXPECT_FALSE(Read(FileKind::Hex, name));
+  EXPECT_FALSE(Read(kHex, name));
   EXPECT_THAT(view.lastDetail, HasSubstr("f.hex: the file is too large"));
 }
 
@@ -181,7 +183,7 @@ TEST_F(ReadersTest, WhatAMakerHardlyMeantIsTold) {
   view.notes.clear();
   for (const char* sample : {"vsk830/thermostat.hex", "vsk630/kiosk.H00", "vsk630/kiosk.H01",
                              "rtd2120/panel-bank1.hex", "rtd2120/panel-bank2.hex"}) {
-    EXPECT_TRUE(Read(FileKind::Hex, std::string(SOURCE_FOLDER "/samples/") + sample));
+    EXPECT_TRUE(Read(kHex, std::string(SOURCE_FOLDER "/samples/") + sample));
     EXPECT_EQ(view.notes, "") << sample;
   }
 }
@@ -199,7 +201,7 @@ TEST_F(ReadersTest, NamesThatTheDialogShows) {
 
 TEST_F(ReadersTest, AFileThatHoldsSomethingElseHasChanged) {
   const std::string name = folder.Write("f", "abc");
-  const loadfile::LoadedFile loaded = loadfile::ImageFile(name, FileKind::Binary, 2).Loaded();
+  const loadfile::LoadedFile loaded = loadfile::ImageFile(name, kBinary, 2).Loaded();
   EXPECT_FALSE(loadfile::HasChanged(loaded));
   folder.Write("f", "abc");
   EXPECT_FALSE(loadfile::HasChanged(loaded)) << "written anew";

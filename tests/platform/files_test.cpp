@@ -68,9 +68,4 @@ TEST_F(Files, OfTheProgramFolderAreAddedWhereMissingAndKept) {
   }
 }
 
-TEST_F(Files, NamesAreCutAtNul) {
-  EXPECT_EQ(CutAtNul(std::string("C:\\Win\0junk", 11)), "C:\\Win");
-  EXPECT_EQ(CutAtNul("plain"), "plain");
-}
-
 }  // namespace

@@ -7,7 +7,7 @@ namespace {
 
 struct BoardTest : testing::Test {
   std::unique_ptr<VskRig> rig = std::make_unique<VskRig>();
-  simulator::VskChip& chip = rig->board.vsk830;
+  simulator::SimulatedVsk& chip = rig->board.vsk830;
 
   bool Send(int address, std::initializer_list<std::int16_t> bytes) {
     return rig->frames.Send(address, bytes);
@@ -49,10 +49,10 @@ TEST_F(BoardTest, RefusesWhatARealChipWouldNotTake) {
   EXPECT_FALSE(rig->frames.IspReadFrame(0x94, count)) << "a read without a page";
 }
 
-TEST(VskModel, AVariantTakesItsOwnPagesOnly) {
+TEST(SimulatedVsk, AVariantTakesItsOwnPagesOnly) {
   const simulator::Faults faults;
-  simulator::VskChip small({.address = 0x94, .codes = {0x5A}},
-                           {simulator::ConnectedChip::Vsk830, "small", 1, 128, 32768}, faults);
+  simulator::SimulatedVsk small({.address = 0x94, .codes = {0x5A}},
+                                {simulator::ConnectedChip::Vsk830, "small", 1, 128, 32768}, faults);
   const auto send = [&small](std::uint8_t address, std::vector<std::uint8_t> bytes) {
     small.OnStart();
     bool taken = small.OnAddress(address);

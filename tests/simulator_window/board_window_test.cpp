@@ -75,12 +75,12 @@ class BoardWindowTest : public QObject {
     auto* chips = Find<QComboBox>("Chip");
     const auto named = QAccessible::queryAccessibleInterface(chips)->relations(QAccessible::Label);
     QCOMPARE(named.value(0).first->text(QAccessible::Name), QStringLiteral("Connected chip"));
-    QCOMPARE(static_cast<std::size_t>(chips->count()), kVskModels.size() + 2);
-    for (const VskModel& model : kVskModels) {
-      chips->setCurrentText(QLatin1String(model.name));
-      QVERIFY(rig_->board.Connected() == model.chip);
-      QCOMPARE(Find<QTabWidget>("Flash")->count(), model.banks);
-      QCOMPARE(Find<QSpinBox>("of bank")->isEnabled(), model.banks > 1);
+    QCOMPARE(static_cast<std::size_t>(chips->count()), kVskDataSheets.size() + 2);
+    for (const VskDataSheet& sheet : kVskDataSheets) {
+      chips->setCurrentText(QLatin1String(sheet.name));
+      QVERIFY(rig_->board.Connected() == sheet.chip);
+      QCOMPARE(Find<QTabWidget>("Flash")->count(), sheet.banks);
+      QCOMPARE(Find<QSpinBox>("of bank")->isEnabled(), sheet.banks > 1);
     }
     chips->setCurrentText(QStringLiteral("RTD2120"));
     QCOMPARE(Find<QTabWidget>("Flash")->tabText(0), QStringLiteral("Flash bank 1"));

@@ -1,8 +1,6 @@
 // A simulated board, and the bus that reaches it: what the rigs of both chip families stand on.
 #pragma once
 
-#include <algorithm>
-#include <cstdint>
 #include <string>
 #include <vector>
 

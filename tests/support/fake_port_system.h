@@ -138,8 +138,9 @@ struct FakePortSystem final : PortSystem {
 struct PortRig {
   FakeKernel kernel;
   std::vector<std::string> told;
-  std::unique_ptr<PortIo> io = std::make_unique<LinuxParallelPort>(
-      std::make_unique<FakePortSystem>(kernel), [this](auto& text) { told.push_back(text); });
+  std::unique_ptr<PortIo> io =
+      std::make_unique<LinuxParallelPort>(std::make_unique<FakePortSystem>(kernel), "boards",
+                                          [this](auto& text) { told.push_back(text); });
 
   std::string Calls() { return std::exchange(kernel.calls, {}); }
   void AddUsualPort() { kernel.AddPort("parport0", "888\t1912\n"); }

@@ -1,7 +1,7 @@
 // The RTD2120 side of the tool on a simulated board, for whole runs over the wire.
 #pragma once
 
-#include <memory>
+#include <algorithm>
 #include <span>
 
 #include "rtd2120/crc8.h"

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "rtd2120/rtd_view.h"
 #include "support/file_answers.h"

@@ -5,7 +5,6 @@
 #include <deque>
 #include <functional>
 #include <string>
-#include <vector>
 
 #include "support/file_answers.h"
 #include "vsk/isp_view.h"

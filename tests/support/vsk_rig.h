@@ -1,7 +1,7 @@
 // The VSK side of the tool on a simulated board, for whole operations over the wire.
 #pragma once
 
-#include <memory>
+#include <algorithm>
 
 #include "bus/i2c_master.h"
 #include "support/board_rig.h"

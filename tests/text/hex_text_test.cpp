@@ -9,3 +9,8 @@ TEST(HexText, AsTheWindowsShowIt) {
   EXPECT_EQ(HexText(-1), "FFFFFFFF");
   EXPECT_EQ(fileop::HexByte(9) + fileop::HexByte(255), "09FF");
 }
+
+TEST(CutAtNul, KeepsWhatStandsInFront) {
+  EXPECT_EQ(CutAtNul({"C:\\Win\0junk", 11}), "C:\\Win");
+  EXPECT_EQ(CutAtNul("plain"), "plain");
+}

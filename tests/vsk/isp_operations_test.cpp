@@ -219,7 +219,7 @@ TEST(VskPair, ProgramsBothBanks) {
               ElementsAre("S 96 68 00 P", "S 94 00 00 P", "S 96 D0 P", "S 96 A0 00 P",
                           DataFrame(bank0, 0), "S 96 A0 01 P", DataFrame(bank0, 1), "S 96 A1 00 P",
                           DataFrame(bank1, 0), session.CrcFrame(), "S 96 48 00- P", "S 96- P"));
-  const simulator::VskChip& chip = rig->board.vsk630;
+  const simulator::SimulatedVsk& chip = rig->board.vsk630;
   EXPECT_TRUE(FlashEquals(chip.Bank(0), bank0) && FlashEquals(chip.Bank(1), bank1));
 
   // An image loaded for the other chip: the bank buffers as they are.

@@ -65,7 +65,7 @@ void SendByte(tongxun::I2cMaster& master) {
 
 struct Bus {
   IspBoards boards;
-  std::unique_ptr<PortIo> io = SystemParallelPort(Tell);
+  std::unique_ptr<PortIo> io = SystemParallelPort({}, Tell);
   IicPort port{*io, boards, Say};
   std::unique_ptr<TickCounter> ticks = SystemTickCounter();
   tongxun::BusTiming timing{*ticks};
@@ -99,7 +99,7 @@ void WaitForFile(const char* name) {
 /// The board's status reads 1 on its SDA bit while the port is there, which acknowledges, and 0
 /// when it has gone, which acknowledges after the polarity was turned round.
 int Lost() {
-  const auto io = SystemParallelPort(Tell);
+  const auto io = SystemParallelPort({}, Tell);
   const auto ticks = SystemTickCounter();
   const auto tool = std::make_unique<Tool>(*io, *ticks, Directories{}, Tell);
   tool->boards.BoardTable[0] = Wiring();

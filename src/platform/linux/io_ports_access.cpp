@@ -30,7 +30,6 @@ class IoPortsAccess final : public PortAccess {
     value = system_.In(base_ + 1);
     return {};
   }
-  std::uint8_t ControlBits() const override { return 0xFF; }
 
   PortFault GiveBack() override {
     if (!ours_) return {};
@@ -71,7 +70,8 @@ TakenPort Refused(PortSystem& system, std::uint32_t base, PortFault fault) {
 
 }  // namespace
 
-TakenPort TakeIoPorts(PortSystem& system, std::uint32_t base) {
+TakenPort TakeIoPorts(PortSystem& system, const PortPlace& place) {
+  const std::uint32_t base = place.base;
   const int result = system.IoPerm(base, kRegisters, true);
   if (result < 0) return Refused(system, base, {"ioperm", -result});
   if (NothingAnswers(system, base)) {

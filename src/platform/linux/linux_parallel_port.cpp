@@ -7,36 +7,56 @@
 
 namespace {
 
-constexpr std::uint32_t kData = 0;  // registers, relative to the base
-constexpr std::uint32_t kControl = 2;
+// What the bits of the two registers that carry no line hold all the time. Nothing is lost when
+// they are not carried.
+constexpr std::uint8_t kDataAtRest = 0x7F;
+constexpr std::uint8_t kControlAtRest = 0;
 
 }  // namespace
 
-LinuxParallelPort::LinuxParallelPort(std::unique_ptr<PortSystem> system, Problem report)
-    : system_(std::move(system)), report_(std::move(report)) {}
+LinuxParallelPort::LinuxParallelPort(std::unique_ptr<PortSystem> system,
+                                     std::filesystem::path boardFolder, Problem report,
+                                     std::span<const PortWay> ways)
+    : system_(std::move(system)),
+      report_(std::move(report)),
+      ways_(ways),
+      place_{.folder = std::move(boardFolder)} {}
 
 LinuxParallelPort::~LinuxParallelPort() { GiveBack(); }
 
 void LinuxParallelPort::UsePort(std::uint32_t base) {
   GiveBack();
-  base_ = base;
+  place_.base = base;
   failed_ = false;
-  controlBitsTold_ = false;
+  lostTold_ = false;
   TakePort();
+}
+
+void LinuxParallelPort::Sample(std::uint8_t bits) {
+  if (Usable()) NoteLost(PortRegister::Status, bits, bits, access_->Carried().status);
 }
 
 bool LinuxParallelPort::StillThere() {
   if (Usable() && access_->Gone()) {
     access_.reset();
-    report_(port_messages::Gone(base_, device_));
+    report_(port_messages::Gone(place_.base, device_));
   }
   return Usable();
 }
 
 void LinuxParallelPort::DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) {
   if (!Usable()) return;
-  if (port == base_ + kControl) return WriteControl(value);
-  if (port == base_ + kData) NoteFault(access_->WriteData(value));
+  const PortBits carried = access_->Carried();
+  switch (const auto which = static_cast<PortRegister>(port - place_.base)) {
+    case PortRegister::Data:
+      NoteLost(which, value, value ^ kDataAtRest, carried.data);
+      return NoteFault(access_->WriteData(value));
+    case PortRegister::Control:
+      NoteLost(which, value, value ^ kControlAtRest, carried.control);
+      return NoteFault(access_->WriteControl(value));
+    case PortRegister::Status:
+      return;
+  }
 }
 
 std::optional<std::uint8_t> LinuxParallelPort::DlPortReadPortUchar(std::uint32_t /*port*/) {
@@ -45,19 +65,16 @@ std::optional<std::uint8_t> LinuxParallelPort::DlPortReadPortUchar(std::uint32_t
   return Usable() ? std::optional(status) : std::nullopt;
 }
 
-void LinuxParallelPort::WriteControl(std::uint8_t value) {
-  const std::uint8_t carried = access_->ControlBits();
-  if ((value & ~carried) != 0 && !controlBitsTold_) {
-    controlBitsTold_ = true;
-    report_(port_messages::ControlBitsLost(base_, device_, value, carried));
-  }
-  NoteFault(access_->WriteControl(value));
+void LinuxParallelPort::NoteLost(PortRegister which, std::uint8_t value, int needed,
+                                 std::uint8_t carried) {
+  if ((needed & ~carried) == 0 || std::exchange(lostTold_, true)) return;
+  report_(port_messages::BitsLost(place_.base, device_, which, value, carried));
 }
 
 void LinuxParallelPort::TakePort() {
   std::string problem;
-  for (const PortWay take : kPortWays) {
-    TakenPort taken = take(*system_, base_);
+  for (const PortWay take : ways_) {
+    TakenPort taken = take(*system_, place_);
     access_ = std::move(taken.access);
     device_ = taken.device;
     if (access_) return;
@@ -76,9 +93,10 @@ void LinuxParallelPort::GiveBack() {
 void LinuxParallelPort::NoteFault(PortFault fault) {
   if (!fault || failed_) return;
   failed_ = true;
-  report_(port_messages::AccessFailed(base_, device_, fault));
+  report_(port_messages::AccessFailed(place_.base, device_, fault));
 }
 
-std::unique_ptr<PortIo> SystemParallelPort(Problem report) {
-  return std::make_unique<LinuxParallelPort>(LinuxPortSystem(), std::move(report));
+std::unique_ptr<PortIo> SystemParallelPort(const std::filesystem::path& boardFolder,
+                                           Problem report) {
+  return std::make_unique<LinuxParallelPort>(LinuxPortSystem(), boardFolder, std::move(report));
 }

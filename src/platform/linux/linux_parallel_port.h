@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 
 #include "platform/linux/port_access.h"
@@ -14,13 +15,16 @@
 
 class LinuxParallelPort final : public PortIo {
  public:
-  LinuxParallelPort(std::unique_ptr<PortSystem> system, Problem report);
+  /// `boardFolder`: of the board table. `ways`: in the order in which they are tried.
+  LinuxParallelPort(std::unique_ptr<PortSystem> system, std::filesystem::path boardFolder,
+                    Problem report, std::span<const PortWay> ways = kPortWays);
   /// Gives the port back.
   ~LinuxParallelPort() override;
 
   /// Gives the present port back and takes the one at `base`. When that fails there is no port
   /// until the next call, and `report` has been told why.
   void UsePort(std::uint32_t base) override;
+  void Sample(std::uint8_t bits) override;
 
   /// A port that has gone is let go, and told.
   bool StillThere() override;
@@ -33,16 +37,19 @@ class LinuxParallelPort final : public PortIo {
   void GiveBack();
 
   bool Usable() const { return access_ != nullptr && !failed_; }
-  void WriteControl(std::uint8_t value);
+  /// Told once for each use of a port: `needed` bits of a register that are not `carried`. `value`:
+  /// what was to be written or read.
+  void NoteLost(PortRegister which, std::uint8_t value, int needed, std::uint8_t carried);
   /// The first fault is told, and ends the use of the port: what it answers from then on would be
   /// guesswork.
   void NoteFault(PortFault fault);
 
   const std::unique_ptr<PortSystem> system_;
   const Problem report_;
-  std::uint32_t base_ = 0;
+  const std::span<const PortWay> ways_;
+  PortPlace place_;                     // of the port in use
   std::unique_ptr<PortAccess> access_;  // null: there is no port
   std::string device_;                  // what `access_` goes through, for messages
   bool failed_ = false;                 // an access to it
-  bool controlBitsTold_ = false;
+  bool lostTold_ = false;
 };

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -14,6 +15,18 @@ struct PortFault {
   int error = 0;               // errno
 
   explicit operator bool() const { return call != nullptr; }
+};
+
+struct PortBits {
+  std::uint8_t data = 0xFF;
+  std::uint8_t status = 0xFF;
+  std::uint8_t control = 0xFF;
+};
+
+/// What a way is told of the port that it is to reach.
+struct PortPlace {
+  std::uint32_t base = 0;        // I/O address of its data register
+  std::filesystem::path folder;  // of the board table: a way's own file stands beside it
 };
 
 /// The three registers of a port that is ours. The data and control registers are read when the
@@ -31,8 +44,8 @@ class PortAccess {
   /// The port was taken from the kernel. Its registers can still be used, to no effect.
   virtual bool Gone() const { return false; }
 
-  /// The control bits that reach the port.
-  virtual std::uint8_t ControlBits() const = 0;
+  /// The bits of each register that reach the port's pins.
+  virtual PortBits Carried() const { return {}; }
 
   /// Puts control and data back, in this order, and leaves the port. Every step is tried; the first
   /// fault is returned. The access is dead afterwards; a second call does nothing.
@@ -48,15 +61,14 @@ struct TakenPort {
   bool othersMayTry = false;
 };
 
-/// One way to reach the port whose data register is at `base`. It tells nobody, and leaves nothing
-/// taken when it fails.
-using PortWay = TakenPort (*)(PortSystem& system, std::uint32_t base);
+/// One way to reach a port. It tells nobody, and leaves nothing taken when it fails.
+using PortWay = TakenPort (*)(PortSystem& system, const PortPlace& place);
 
 /// By the kernel's ppdev driver. Waits at most two seconds for a port that another driver holds.
-TakenPort TakePpdev(PortSystem& system, std::uint32_t base);
+TakenPort TakePpdev(PortSystem& system, const PortPlace& place);
 
-/// By in and out instructions on `base`..`base` + 2, past any driver.
-TakenPort TakeIoPorts(PortSystem& system, std::uint32_t base);
+/// By in and out instructions on the base and the two addresses behind it, past any driver.
+TakenPort TakeIoPorts(PortSystem& system, const PortPlace& place);
 
 /// In the order in which they are tried.
-inline constexpr std::array kPortWays{TakePpdev, TakeIoPorts};
+inline constexpr std::array<PortWay, 2> kPortWays{TakePpdev, TakeIoPorts};

@@ -3,7 +3,8 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
-#include <system_error>
+
+#include "platform/problem.h"
 
 namespace {
 
@@ -22,7 +23,7 @@ std::string Hex(std::uint32_t number) {
 }
 
 std::string Reason(PortFault fault) {
-  return std::string(fault.call) + ": " + std::generic_category().message(fault.error);
+  return std::string(fault.call) + ": " + ErrorText(fault.error);
 }
 
 /// "/dev/parport0 (port 0x378)"
@@ -145,11 +146,19 @@ std::string Gone(std::uint32_t base, const std::string& device) {
          " Until then the program goes on without a port. A chip must go to ISP mode again.";
 }
 
-std::string ControlBitsLost(std::uint32_t base, const std::string& device, std::uint8_t value,
-                            std::uint8_t carried) {
-  return "The board in use drives SCL by a bit of the control register that has no pin: " +
-         Named(device, base) + " was to write " + Hex(value) + " and carries only the bits " +
-         Hex(carried) + ". Choose a board whose SCL mask lies within 0x0F.";
+std::string BitsLost(std::uint32_t base, const std::string& device, PortRegister which,
+                     std::uint8_t value, std::uint8_t carried) {
+  struct Line {
+    const char *use, *registerName, *verb, *mask;
+  };
+  constexpr std::array<Line, 3> kLines{{{"drives SDA", "data", "write", "SDA out"},
+                                        {"samples SDA", "status", "read", "SDA in"},
+                                        {"drives SCL", "control", "write", "SCL"}}};
+  const Line& line = kLines.at(static_cast<std::size_t>(which));
+  return std::string("The board in use ") + line.use + " by a bit of the " + line.registerName +
+         " register that has no pin: " + Named(device, base) + " was to " + line.verb + " " +
+         Hex(value) + " and carries only the bits " + Hex(carried) + ". Choose a board whose " +
+         line.mask + " mask lies within " + Hex(carried) + ".";
 }
 
 }  // namespace port_messages

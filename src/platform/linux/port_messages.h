@@ -8,6 +8,7 @@
 
 #include "platform/linux/known_ports.h"
 #include "platform/linux/port_access.h"
+#include "platform/port_io.h"
 
 namespace port_messages {
 
@@ -45,8 +46,9 @@ std::string AccessFailed(std::uint32_t base, const std::string& device, PortFaul
 /// The kernel has lost a port that had been taken.
 std::string Gone(std::uint32_t base, const std::string& device);
 
-/// A control value has bits outside `carried`, those that reach the port.
-std::string ControlBitsLost(std::uint32_t base, const std::string& device, std::uint8_t value,
-                            std::uint8_t carried);
+/// The board in use has its line of that register outside `carried`, the bits that reach the port.
+/// `value`: what was to be written, or the bits that are sampled.
+std::string BitsLost(std::uint32_t base, const std::string& device, PortRegister which,
+                     std::uint8_t value, std::uint8_t carried);
 
 }  // namespace port_messages

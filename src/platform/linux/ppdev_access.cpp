@@ -46,7 +46,7 @@ class PpdevAccess final : public PortAccess {
   }
   /// The driver answers for a port that has gone: writes succeed, and the status reads 0.
   bool Gone() const override { return WordOn(system_, port_) != word_; }
-  std::uint8_t ControlBits() const override { return kControlOutputs; }
+  PortBits Carried() const override { return {.control = kControlOutputs}; }
   PortFault GiveBack() override;
 
  private:
@@ -127,10 +127,10 @@ port_messages::Rights RightsTo(PortSystem& system, const KnownPort& port) {
 
 }  // namespace
 
-TakenPort TakePpdev(PortSystem& system, std::uint32_t base) {
+TakenPort TakePpdev(PortSystem& system, const PortPlace& place) {
   const auto known = KnownPorts(system);
   const auto port = std::find_if(known.begin(), known.end(),
-                                 [base](const KnownPort& each) { return each.base == base; });
+                                 [&](const KnownPort& each) { return each.base == place.base; });
   if (port == known.end()) return {.othersMayTry = true};
   const auto held = [&port](const std::string& by) {
     return TakenPort{.problem = port_messages::Held(*port, by)};

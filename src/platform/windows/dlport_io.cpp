@@ -81,6 +81,7 @@ void DlPortIo::Release() {
   if (library_ != nullptr) FreeLibrary(static_cast<HMODULE>(std::exchange(library_, nullptr)));
 }
 
-std::unique_ptr<PortIo> SystemParallelPort(Problem report) {
+std::unique_ptr<PortIo> SystemParallelPort(const std::filesystem::path& /*boardFolder*/,
+                                           Problem report) {
   return std::make_unique<DlPortIo>(std::move(report));
 }

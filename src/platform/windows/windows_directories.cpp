@@ -6,6 +6,7 @@
 #include <cwctype>
 
 #include "platform/directories.h"
+#include "text/hex_text.h"
 
 namespace fs = std::filesystem;
 
@@ -31,7 +32,7 @@ std::wstring Widen(const std::string& text) {
 fs::path WindowsFolderInLowerCase() {
   std::array<char, 260> buffer{};
   GetWindowsDirectoryA(buffer.data(), static_cast<UINT>(buffer.size()));
-  std::wstring folder = Widen(CutAtNul({buffer.data(), buffer.size()}));
+  std::wstring folder = Widen(std::string(CutAtNul({buffer.data(), buffer.size()})));
   std::transform(folder.begin(), folder.end(), folder.begin(),
                  [](wchar_t c) { return static_cast<wchar_t>(std::towlower(c)); });
   return folder;

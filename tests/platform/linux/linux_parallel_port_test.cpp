@@ -143,6 +143,40 @@ TEST_F(LinuxParallelPortTest, WhatIsWrongIsToldOnceForEachUseOfAnAddress) {
                      other + "|SCL mask", other + " has failed", "0x100", "0x200", "0x100"});
 }
 
+/// A way of other lines, as its own file beside the board table tells it.
+struct FewLines final : PortAccess {
+  PortFault WriteData(std::uint8_t) override { return {}; }
+  PortFault WriteControl(std::uint8_t) override { return {}; }
+  PortFault ReadStatus(std::uint8_t&) override { return {}; }
+  PortBits Carried() const override { return {.data = 0x80, .status = 0x40, .control = 0x01}; }
+  PortFault GiveBack() override { return {}; }
+};
+
+TEST(LinuxPortWays, AWaySaysItselfWhichBitsItCarries) {
+  const std::array<PortWay, 1> ways{[](PortSystem&, const PortPlace& place) {
+    return TakenPort{.access = std::make_unique<FewLines>(),
+                     .device = (place.folder / "lines.csv").string()};
+  }};
+  PortRig rig;
+  rig.io = std::make_unique<LinuxParallelPort>(
+      nullptr, "boards", [&](auto& text) { rig.told.push_back(text); }, ways);
+  const auto use = [&](std::uint8_t sampled, std::uint8_t data, std::uint8_t control) {
+    rig.io->UsePort(0x378);
+    rig.io->Sample(sampled);
+    rig.io->DlPortWritePortUchar(0x378, data);
+    rig.io->DlPortWritePortUchar(0x37A, control);
+  };
+  for (const std::uint8_t data : {std::uint8_t{0x7F}, std::uint8_t{0xFF}}) use(0x40, data, 0x01);
+  ExpectTold(rig, {});
+  use(0x80, 0x7E, 0x02);  // the first is told
+  use(0x40, 0x7E, 0x02);
+  use(0x40, 0x7F, 0x02);
+  ExpectTold(rig, {"samples SDA by|status register|boards/lines.csv (port 0x378) was to read 0x80 "
+                   "and carries only the bits 0x40. |whose SDA in mask lies within 0x40.",
+                   "drives SDA by|data register|write 0x7E|SDA out mask lies within 0x80.",
+                   "drives SCL by|control register|write 0x02|SCL mask lies within 0x01."});
+}
+
 const std::string kRule = "70-isp-writer-ppdev.rules";
 
 /// A machine, by what it differs in from one with a free port.

@@ -40,7 +40,7 @@ std::string Calls() {
 
 struct DlPortIoTest : testing::Test {
   std::vector<std::string> told;
-  std::unique_ptr<PortIo> io = SystemParallelPort([this](const std::string& text) {
+  std::unique_ptr<PortIo> io = SystemParallelPort({}, [this](const std::string& text) {
     told.push_back(text);
     EXPECT_EQ(io->DlPortReadPortUchar(0x379), std::nullopt) << "an access from within the message";
   });

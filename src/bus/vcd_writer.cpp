@@ -1,6 +1,6 @@
-#include "bus/bus_dump.h"
+#include "bus/vcd_writer.h"
 
-BusDump::BusDump(std::ostream& out, std::string_view timescale, std::string_view moreVariables)
+VcdWriter::VcdWriter(std::ostream& out, std::string_view timescale, std::string_view moreVariables)
     : out_(out) {
   // Without the time in front, readers take the first change for the beginning, and lose a START.
   out_ << "$timescale " << timescale << " $end\n$scope module isp $end\n"
@@ -8,12 +8,12 @@ BusDump::BusDump(std::ostream& out, std::string_view timescale, std::string_view
        << moreVariables << "$upscope $end\n$enddefinitions $end\n#0\n$dumpvars\n1d\n1c\n$end\n";
 }
 
-void BusDump::At(std::uint64_t time) {
+void VcdWriter::At(std::uint64_t time) {
   out_ << '#' << time << '\n';
   time_ = time;
 }
 
-void BusDump::Levels(std::uint64_t time, bool sda, bool scl) {
+void VcdWriter::Levels(std::uint64_t time, bool sda, bool scl) {
   if (sda == sda_ && scl == scl_) return;
   At(time);
   if (sda != sda_) out_ << (sda ? "1d\n" : "0d\n");

@@ -7,14 +7,14 @@
 
 /// Writes the header at once. Both lines are high at time 0. Readers end at the last time that the
 /// file has, so the end of the dump has a time of its own.
-class BusDump {
+class VcdWriter {
  public:
   /// `timescale`: the unit of the times, for instance "1us". `moreVariables`: declarations of
   /// further variables that the caller writes itself; "c" and "d" are taken.
-  BusDump(std::ostream& out, std::string_view timescale, std::string_view moreVariables = {});
-  ~BusDump() { At(time_ + 1); }
-  BusDump(const BusDump&) = delete;
-  BusDump& operator=(const BusDump&) = delete;
+  VcdWriter(std::ostream& out, std::string_view timescale, std::string_view moreVariables = {});
+  ~VcdWriter() { At(time_ + 1); }
+  VcdWriter(const VcdWriter&) = delete;
+  VcdWriter& operator=(const VcdWriter&) = delete;
 
   /// What is written from here on happens at `time`, which never goes back and is above 0.
   void At(std::uint64_t time);

@@ -1,4 +1,4 @@
-#include "simulator/vsk_chip.h"
+#include "simulator/simulated_vsk.h"
 
 #include "text/hex_text.h"
 
@@ -33,20 +33,20 @@ std::uint16_t FeedCrc(std::uint16_t crc, std::uint8_t byte) {
 
 }  // namespace
 
-VskChip::VskChip(VskIdentity identity, const VskModel& model, const Faults& faults)
-    : identity_(std::move(identity)), model_(model), faults_(faults) {
-  for (int bank = 0; bank < model.banks; ++bank) {
-    banks_.emplace_back(bank, model.flashBytes, faults);
+SimulatedVsk::SimulatedVsk(VskIdentity identity, const VskDataSheet& sheet, const Faults& faults)
+    : identity_(std::move(identity)), sheet_(sheet), faults_(faults) {
+  for (int bank = 0; bank < sheet.banks; ++bank) {
+    banks_.emplace_back(bank, sheet.flashBytes, faults);
   }
 }
 
-std::string VskChip::EntryText() const {
+std::string SimulatedVsk::EntryText() const {
   std::string text = "address " + fileop::HexByte(identity_.address) + ", codes";
   for (const std::uint8_t code : identity_.codes) text += " " + fileop::HexByte(code);
   return text;
 }
 
-void VskChip::OnUnplugged() {
+void SimulatedVsk::OnUnplugged() {
   ispMode_ = false;
   busyPolls_ = 0;
   frame_ = Frame::None;
@@ -54,12 +54,12 @@ void VskChip::OnUnplugged() {
   crc_ = 0;
 }
 
-void VskChip::OnStart() {
+void SimulatedVsk::OnStart() {
   frame_ = Frame::None;
   byte_ = 0;
 }
 
-void VskChip::OnStop() {
+void SimulatedVsk::OnStop() {
   const bool allCodesCame = frame_ == Frame::Entry && byte_ + 1 == identity_.codes.size();
   if (allCodesCame) ispMode_ = true;
   const bool dataFrameEnded = frame_ == Frame::Data || frame_ == Frame::PageRead;
@@ -67,7 +67,7 @@ void VskChip::OnStop() {
   frame_ = Frame::None;
 }
 
-bool VskChip::OnAddress(std::uint8_t byte) {
+bool SimulatedVsk::OnAddress(std::uint8_t byte) {
   if (!ispMode_) return OpensEntry(byte);
   if (faults_.busyForEver && busyPolls_ > 0) return false;
   if (busyPolls_ > 0) {
@@ -86,13 +86,13 @@ bool VskChip::OnAddress(std::uint8_t byte) {
   return frame_ != Frame::None;
 }
 
-bool VskChip::OpensEntry(std::uint8_t address) {
+bool SimulatedVsk::OpensEntry(std::uint8_t address) {
   if (identity_.codes.empty() || address != (identity_.codes[0] & 0xFE)) return false;
   frame_ = Frame::Entry;
   return true;
 }
 
-bool VskChip::OnWrite(std::uint8_t byte) {
+bool SimulatedVsk::OnWrite(std::uint8_t byte) {
   switch (frame_) {
     case Frame::Entry:
       return OnEntryCode(byte);
@@ -105,7 +105,7 @@ bool VskChip::OnWrite(std::uint8_t byte) {
   }
 }
 
-bool VskChip::OnEntryCode(std::uint8_t byte) {
+bool SimulatedVsk::OnEntryCode(std::uint8_t byte) {
   const std::size_t code = byte_ + 1;
   if (code >= identity_.codes.size() || byte != identity_.codes[code]) {
     frame_ = Frame::None;
@@ -115,7 +115,7 @@ bool VskChip::OnEntryCode(std::uint8_t byte) {
   return true;
 }
 
-bool VskChip::OnCommand(std::uint8_t byte) {
+bool SimulatedVsk::OnCommand(std::uint8_t byte) {
   if (byte_++ > 0) return OnArgument(byte);
   command_ = byte;
   switch (byte) {
@@ -138,7 +138,7 @@ bool VskChip::OnCommand(std::uint8_t byte) {
   }
 }
 
-bool VskChip::OnArgument(std::uint8_t byte) {
+bool SimulatedVsk::OnArgument(std::uint8_t byte) {
   if (byte_ > 2) return false;
   switch (command_) {
     case kEraseAll:
@@ -148,7 +148,7 @@ bool VskChip::OnArgument(std::uint8_t byte) {
       if (faults_.busyForEver) busyPolls_ = 1;
       return true;
     case kErasePage:
-      if (byte >= model_.flashBytes / kErasePageBytes) return false;
+      if (byte >= sheet_.flashBytes / kErasePageBytes) return false;
       banks_[0].Erase(byte * kErasePageBytes, kErasePageBytes);
       expected_ = Expected::Nothing;
       busyPolls_ = 1;
@@ -164,21 +164,21 @@ bool VskChip::OnArgument(std::uint8_t byte) {
   }
 }
 
-bool VskChip::SelectPage(std::size_t bank, std::uint8_t page, Expected next) {
-  if (page >= model_.flashBytes / model_.pageBytes) return false;
+bool SimulatedVsk::SelectPage(std::size_t bank, std::uint8_t page, Expected next) {
+  if (page >= sheet_.flashBytes / sheet_.pageBytes) return false;
   bank_ = bank;
   page_ = page;
   expected_ = next;
   return true;
 }
 
-bool VskChip::OnData(std::uint8_t byte) {
+bool SimulatedVsk::OnData(std::uint8_t byte) {
   const std::size_t index = byte_;
   const bool leader = index == 0;
   if (leader && byte != 0) return false;
   if (!leader && expected_ == Expected::PageData) {
-    if (index > model_.pageBytes) return false;
-    const std::uint8_t stored = banks_[bank_].Program(page_ * model_.pageBytes + index - 1, byte);
+    if (index > sheet_.pageBytes) return false;
+    const std::uint8_t stored = banks_[bank_].Program(page_ * sheet_.pageBytes + index - 1, byte);
     crc_ = FeedCrc(crc_, stored);
   } else if (!leader && !(expected_ == Expected::FollowUp && index == 1 && byte == 0)) {
     return false;
@@ -187,10 +187,10 @@ bool VskChip::OnData(std::uint8_t byte) {
   return true;
 }
 
-std::uint8_t VskChip::OnRead() {
+std::uint8_t SimulatedVsk::OnRead() {
   const std::size_t index = byte_++;
   if (frame_ == Frame::PageRead) {
-    return banks_[bank_].Cells()[page_ * model_.pageBytes + index % model_.pageBytes];
+    return banks_[bank_].Cells()[page_ * sheet_.pageBytes + index % sheet_.pageBytes];
   }
   if (index == 3) return static_cast<std::uint8_t>(crc_ >> 8);
   if (index == 4) return static_cast<std::uint8_t>(crc_ & 0xFF);

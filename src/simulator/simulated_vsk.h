@@ -25,9 +25,9 @@ struct VskIdentity {
 ///   S C 00 p P          selects a page; S A 00 Sr A|01 [its bytes] P reads it
 ///   S C 48              leaves ISP mode at once
 ///   S 97 [5 bytes] P    the last two bytes are the CRC
-class VskChip final : public SimulatedChip {
+class SimulatedVsk final : public SimulatedChip {
  public:
-  VskChip(VskIdentity identity, const VskModel& model, const Faults& faults);
+  SimulatedVsk(VskIdentity identity, const VskDataSheet& sheet, const Faults& faults);
 
   std::string EntryText() const override;
   bool InIspMode() const override { return ispMode_; }
@@ -55,7 +55,7 @@ class VskChip final : public SimulatedChip {
   std::uint8_t CommandAddress() const { return identity_.address | 0x02; }
 
   const VskIdentity identity_;
-  const VskModel model_;
+  const VskDataSheet sheet_;
   const Faults& faults_;
   std::vector<Flash> banks_;
 

@@ -1,4 +1,4 @@
-#include "bus/csv_fields.h"
+#include "text/csv_fields.h"
 
 #include <charconv>
 #include <cmath>
