@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "support/images.h"
-#include "support/vsk_bench.h"
+#include "support/vsk_rig.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include "bus/iic_port.h"
 #include "bus/recording_port.h"
-#include "support/board_bench.h"
+#include "support/board_rig.h"
 #include "support/temp_folder.h"
 
 namespace {

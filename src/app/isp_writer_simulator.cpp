@@ -19,7 +19,8 @@
 int main(int argc, char** argv) {
   if (AnswerOption(
           argc, argv, "isp-writer-simulator",
-          "writes firmware into simulated microcontrollers, with the windows of isp-writer")) {
+          "writes firmware into simulated microcontrollers, with the windows of isp-writer",
+          ", and --demo PICTURES SAMPLES, which plays an operator's session")) {
     return 0;
   }
   QApplication application(argc, argv);

@@ -1,4 +1,4 @@
-// Where the program finds its installation data and keeps its port address.
+// Where the program finds its installation data and keeps settings and log.
 #pragma once
 
 #include <filesystem>
@@ -10,8 +10,8 @@
 struct Directories {
   /// The program's own folder; "Initial" with the board table stands in it.
   std::filesystem::path programFolder;
-  /// The folder that holds "chipport.log".
-  std::filesystem::path portAddressFolder;
+  /// Where settings are kept: the folder of "chipport.log".
+  std::filesystem::path settingsFolder;
   /// The installation's folder, from which the program's folder is filled; empty when the program's
   /// folder came with the program itself.
   std::filesystem::path deliveredFolder = {};

@@ -13,8 +13,8 @@ class TickCounter {
   /// differences of two readings mean anything. It always advances: every wait relies on that.
   virtual std::uint32_t GetTickCount() = 0;
 
-  /// A clock for spans of microseconds, far shorter than a tick. Only differences mean anything. A
-  /// clock that stands still leaves delays of one increment a step, which suits tests.
+  /// A clock for what is shorter than a tick or takes no part in waiting. Only differences mean
+  /// anything. A clock that stands still leaves delays of one increment a step, which suits tests.
   virtual std::chrono::nanoseconds FineTime() {
     return std::chrono::steady_clock::now().time_since_epoch();
   }

@@ -1,5 +1,6 @@
 #include "run_log/run_log.h"
 
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -9,7 +10,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* kHeading = "time,chip,operation,file,size,CRC,chip CRC,result,port,board\r\n";
+constexpr std::string_view kHeading =
+    "time,seconds,chip,operation,file,size,CRC,chip CRC,result,port,board\r\n";
 
 std::string TwoDigits(unsigned number) {
   return {static_cast<char>('0' + number / 10), static_cast<char>('0' + number % 10)};
@@ -27,6 +29,12 @@ std::string TimeText(RunLog::Time time) {
          TwoDigits(static_cast<unsigned>(clock.hours().count())) + ":" +
          TwoDigits(static_cast<unsigned>(clock.minutes().count())) + ":" +
          TwoDigits(static_cast<unsigned>(clock.seconds().count())) + "Z";
+}
+
+/// Seconds with one decimal.
+std::string DurationText(std::chrono::milliseconds duration) {
+  const auto tenths = (duration.count() + 50) / 100;
+  return std::to_string(tenths / 10) + "." + std::to_string(tenths % 10);
 }
 
 std::string Field(const std::string& text) {
@@ -55,7 +63,7 @@ RunLog::RunLog(const fs::path& folder, std::function<Way()> way, Problem report,
 void RunLog::Append(const RunLine& line) {
   if (path_.empty()) return;
   RollOver();
-  const std::string problem = AppendToFile(path_, TextOf(line), kHeading);
+  const std::string problem = AppendToFile(path_, TextOf(line), std::string(kHeading));
   if (problem.empty() || std::exchange(told_, true) || !report_) return;
   report_("The log of runs cannot be written: " + PathText(path_) + " (" + problem +
           "). Programming is not affected.");
@@ -63,14 +71,16 @@ void RunLog::Append(const RunLine& line) {
 
 void RunLog::RollOver() const {
   std::error_code error;
-  if (fs::file_size(path_, error) < kLargest || error) return;
+  const bool full = fs::file_size(path_, error) >= kLargest && !error;
+  const std::string heading = ReadFile(path_, kHeading.size()).bytes;
+  if (!full && (heading.empty() || heading == kHeading)) return;
   fs::rename(path_, path_.parent_path() / "runs.old.csv", error);
 }
 
 std::string RunLog::TextOf(const RunLine& line) const {
   const Way way = way_();
   const std::string size = line.file.empty() ? std::string() : std::to_string(line.size);
-  std::string text = TimeText(now_());
+  std::string text = TimeText(now_()) + "," + DurationText(line.duration);
   for (const std::string& field : {line.chip, line.operation, line.file, size, line.crc,
                                    line.chipCrc, ResultText(line.result), way.port, way.board}) {
     text += "," + Field(field);

@@ -19,6 +19,7 @@ struct RunLine {
   std::string crc = {};      // which the chip's should equal, hexadecimal
   std::string chipCrc = {};  // as the chip reported it
   RunResult result = {};
+  std::chrono::milliseconds duration{};
 
   bool operator==(const RunLine&) const = default;
 };
@@ -40,7 +41,8 @@ class RunLog {
   /// Never fails a run: a line that cannot be written is lost, and the log is as it was.
   void Append(const RunLine& line);
 
-  /// A log that has grown to this size becomes "runs.old.csv", in place of the one before it.
+  /// A log that has grown to this size, or has another heading than this version's, becomes
+  /// "runs.old.csv", in place of the one before it.
   static constexpr std::size_t kLargest = 1 << 20;  // bytes
 
  private:

@@ -30,7 +30,7 @@ struct Tool {
   Tool(PortIo& io, TickCounter& ticks, Directories where, Problem report)
       : directories(std::move(where)),
         port(io, boards, report),
-        portAddress(port, directories.portAddressFolder),
+        portAddress(port, directories.settingsFolder),
         timing(ticks),
         master(port, timing),
         frames(master, timing),

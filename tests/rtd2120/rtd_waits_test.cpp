@@ -4,7 +4,7 @@
 
 #include <deque>
 
-#include "support/rtd_bench.h"
+#include "support/rtd_rig.h"
 #include "support/scripted_target.h"
 
 namespace {
@@ -13,13 +13,13 @@ using tongxun2120::Bank;
 
 struct RtdWaitsTest : testing::Test {
   ScriptedTarget target;
-  std::unique_ptr<RtdBench> bench = std::make_unique<RtdBench>();
-  RtdTranscript& view = bench->view;
-  tongxun2120::RtdLink& link = bench->link;
-  tongxun2120::RtdOperations& operations = bench->operations;
+  std::unique_ptr<RtdRig> rig = std::make_unique<RtdRig>();
+  RtdTranscript& view = rig->view;
+  tongxun2120::RtdLink& link = rig->link;
+  tongxun2120::RtdOperations& operations = rig->operations;
 
-  RtdWaitsTest() { bench->board.wire.Connect(&target); }
-  ~RtdWaitsTest() override { bench->board.wire.Connect(nullptr); }
+  RtdWaitsTest() { rig->board.wire.Connect(&target); }
+  ~RtdWaitsTest() override { rig->board.wire.Connect(nullptr); }
 };
 
 TEST_F(RtdWaitsTest, WhichReadingEndsTheCrcWait) {
@@ -41,11 +41,11 @@ TEST_F(RtdWaitsTest, EveryWaitEndsAfterTenSeconds) {
   for (const auto& replies : {erasing, settingRange, running}) {
     target.replies = replies;
     view.text.clear();
-    const std::uint32_t begin = bench->ticks.Elapsed();
+    const std::uint32_t begin = rig->ticks.Elapsed();
     const bool done = replies == erasing ? operations.RtdEraseChip(view)
                                          : operations.RtdReadCrc(Bank::First, view).has_value();
     EXPECT_FALSE(done);
-    EXPECT_NEAR(bench->ticks.Elapsed() - begin, 10'015, 15);
+    EXPECT_NEAR(rig->ticks.Elapsed() - begin, 10'015, 15);
     EXPECT_THAT(view.Take(), testing::ElementsAre("red MCU link error\r\n"));
   }
 }
@@ -74,10 +74,10 @@ TEST_F(RtdWaitsTest, AReadThatWasNotAcknowledgedNeverCounts) {
 
 TEST_F(RtdWaitsTest, ARunEndsWithALongDelay) {
   target.replies = {0x40};
-  bench->timing.ByteDelayCount = 3;
-  const std::int64_t before = bench->timing.Steps;
-  bench->writer.Run(view);  // nothing is loaded: two writes to enter, one to leave
-  EXPECT_EQ(bench->timing.Steps - before, 3 * 2 + 1001 * 2);
+  rig->timing.ByteDelayCount = 3;
+  const std::int64_t before = rig->timing.Steps;
+  rig->writer.Run(view);  // nothing is loaded: two writes to enter, one to leave
+  EXPECT_EQ(rig->timing.Steps - before, 3 * 2 + 1001 * 2);
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 #include <functional>
 
 #include "support/images.h"
-#include "support/rtd_bench.h"
+#include "support/rtd_rig.h"
 #include "support/temp_folder.h"
 
 namespace {
@@ -18,18 +18,18 @@ using testing::Not;
 using testing::StartsWith;
 
 struct RtdWriterTest : testing::Test {
-  std::unique_ptr<RtdBench> bench = std::make_unique<RtdBench>();
-  RtdTranscript& view = bench->view;
-  RtdWriter& writer = bench->writer;
-  simulator::Rtd2120Chip& chip = bench->board.rtd2120;
-  RtdImages& images = bench->images;
+  std::unique_ptr<RtdRig> rig = std::make_unique<RtdRig>();
+  RtdTranscript& view = rig->view;
+  RtdWriter& writer = rig->writer;
+  simulator::Rtd2120Chip& chip = rig->board.rtd2120;
+  RtdImages& images = rig->images;
   std::vector<std::string> events;  // of the last run
 
   std::string Run(RtdBankMode banks, RtdOperateMode operate = RtdOperateMode::Automatic) {
     writer.BankMode = banks;
     writer.OperateMode = operate;
     view.Take();
-    bench->TakeFrames();
+    rig->TakeFrames();
     writer.Run(view);
     events = view.Take();
     return view.text;
@@ -44,8 +44,8 @@ struct RtdWriterTest : testing::Test {
 TEST_F(RtdWriterTest, BothBanks) {
   const auto bank1 = Image(700, 3);
   const auto bank2 = Image(300, 4);
-  bench->Load(Bank::First, bank1);
-  bench->Load(Bank::Second, bank2);
+  rig->Load(Bank::First, bank1);
+  rig->Load(Bank::Second, bank2);
   images.Of(Bank::First).file.name = "one.hex";
   images.Of(Bank::Second).file.name = "two.hex";
   RunLine told;
@@ -69,7 +69,7 @@ TEST_F(RtdWriterTest, BothBanks) {
 
 TEST_F(RtdWriterTest, TheFramesOfOneBank) {
   auto image = Image(0x101);
-  bench->Load(Bank::Second, image);
+  rig->Load(Bank::Second, image);
   Run(RtdBankMode::Second);
   const std::string crc = fileop::HexByte(Crc8(image));
   image.resize(0x200, 0xFF);
@@ -78,7 +78,7 @@ TEST_F(RtdWriterTest, TheFramesOfOneBank) {
   };
   const std::string busy = "S 94 90 Sr 95 [70]- P";
   const std::string idle = "S 94 90 Sr 95 [60]- P";
-  EXPECT_THAT(bench->TakeFrames(),
+  EXPECT_THAT(rig->TakeFrames(),
               ElementsAre("S 94 90 40 P", "S 94 36 00 P", "S 94 90 Sr 95 [40]- P", "S 94 90 60 P",
                           "S 96 92 00 00 P", page(0), busy, busy, idle, "S 96 92 01 00 P", page(1),
                           busy, busy, idle, "S 94 90 60 P", "S 96 92 00 00 P", "S 96 A0 01 00 P",
@@ -102,7 +102,7 @@ TEST_F(RtdWriterTest, AutoAsksWhenAFileThatWouldBeWrittenHasChanged) {
   EXPECT_EQ(Run(RtdBankMode::Both), "") << "nothing of the run before";
   EXPECT_THAT(events, ElementsAre("confirm " + (folder / "2.bin").string() +
                                   " has changed since it was loaded. Program what was loaded?"));
-  EXPECT_THAT(bench->TakeFrames(), testing::IsEmpty());
+  EXPECT_THAT(rig->TakeFrames(), testing::IsEmpty());
   EXPECT_EQ(runs, 0);
   EXPECT_NE(Run(RtdBankMode::First), "") << "of the other bank";
   EXPECT_EQ(Run(RtdBankMode::Both, RtdOperateMode::EraseOnly), "Erase MCU OK.\r\n");
@@ -122,7 +122,7 @@ TEST_F(RtdWriterTest, EraseOnlyStaysInIspMode) {
   writer.RunEnded = [&](const RunLine& line) { logged = line.operation; };
   EXPECT_EQ(Run(RtdBankMode::Both, RtdOperateMode::EraseOnly), "Erase MCU OK.\r\n");
   EXPECT_EQ(logged, "Erase");
-  EXPECT_THAT(bench->TakeFrames(), Not(Contains("S 94 90 00 P")));
+  EXPECT_THAT(rig->TakeFrames(), Not(Contains("S 94 90 00 P")));
   EXPECT_TRUE(chip.InIspMode());
   EXPECT_EQ(Run(RtdBankMode::First, RtdOperateMode::EraseOnly), "Erase MCU OK.\r\n")
       << "each run begins with an empty text";
@@ -132,9 +132,9 @@ TEST_F(RtdWriterTest, BanksThatAreNotLoaded) {
   EXPECT_EQ(Run(RtdBankMode::Both), "");
   EXPECT_THAT(events, ElementsAre("message Please load code in Buffer 1",
                                   "message Please load code in Buffer 2"));
-  EXPECT_EQ(bench->TakeFrames().back(), "S 94 90 00 P");
+  EXPECT_EQ(rig->TakeFrames().back(), "S 94 90 00 P");
   const auto image = Image(10);
-  bench->Load(Bank::Second, image);
+  rig->Load(Bank::Second, image);
   EXPECT_EQ(Run(RtdBankMode::Both), BankLines("2", image));
 }
 
@@ -144,10 +144,10 @@ TEST_F(RtdWriterTest, MaximaAndTheirFigures) {
                                                      {0x10C1U, 17U, "95", "S 96 A0 10 C0 P"},
                                                      {0x10000U, 256U, "101", "S 96 A0 FF FF P"}}) {
     const auto image = Image(size, 9);
-    bench->Load(Bank::First, image);
+    rig->Load(Bank::First, image);
     EXPECT_EQ(Run(RtdBankMode::First), "Erase MCU OK.\r\n" + BankLines("1", image)) << size;
     EXPECT_TRUE(FlashEquals(chip.Bank(0), image)) << size;
-    const auto frames = bench->TakeFrames();
+    const auto frames = rig->TakeFrames();
     EXPECT_THAT(frames, Contains(StartsWith("S 94 94 ")).Times(static_cast<int>(pages)));
     EXPECT_THAT(frames, Contains(end));
     EXPECT_EQ(events[pages], std::string("Program BANK 1   ") + lastFigure + " %");
@@ -156,10 +156,10 @@ TEST_F(RtdWriterTest, MaximaAndTheirFigures) {
 
 TEST_F(RtdWriterTest, TheSecondBankIsWrittenAfterAFailureOfTheFirst) {
   const auto bank2 = Image(300, 4);
-  bench->Load(Bank::First, Image(0x800));
-  bench->Load(Bank::Second, bank2);
+  rig->Load(Bank::First, Image(0x800));
+  rig->Load(Bank::Second, bank2);
   images.RtdBank2Buffer[65540] = 0x77;
-  bench->board.faults.flippedBit = {0, 7, 3};
+  rig->board.faults.flippedBit = {0, 7, 3};
   RunResult told;
   writer.RunEnded = [&](const RunLine& line) { told = line.result; };
   const std::string text = Run(RtdBankMode::Both);
@@ -169,20 +169,20 @@ TEST_F(RtdWriterTest, TheSecondBankIsWrittenAfterAFailureOfTheFirst) {
   EXPECT_EQ(events[2], "Program BANK 1   13 %") << "12.5 rounds to the even 12, plus 1";
   EXPECT_EQ(images.RtdLoadBuffer[65540], 0x77) << "all cells are copied";
   EXPECT_TRUE(view.red);
-  bench->board.faults.flippedBit.reset();
+  rig->board.faults.flippedBit.reset();
   Run(RtdBankMode::Second);
   EXPECT_FALSE(view.red) << "each run begins in black";
 }
 
 TEST_F(RtdWriterTest, APageThatNeverFinishesIsReadExactly5003Times) {
-  ASSERT_TRUE(bench->link.RtdEnterIsp());
-  bench->operations.RtdBuildPages(599);
-  bench->operations.RtdMaxAddr = 599;
-  bench->board.faults.busyForEver = true;
-  bench->TakeFrames();
-  bench->operations.RtdProgramBank(Bank::First, view);
+  ASSERT_TRUE(rig->link.RtdEnterIsp());
+  rig->operations.RtdBuildPages(599);
+  rig->operations.RtdMaxAddr = 599;
+  rig->board.faults.busyForEver = true;
+  rig->TakeFrames();
+  rig->operations.RtdProgramBank(Bank::First, view);
   EXPECT_EQ(view.Take().back(), "red Program BANK 1   1 %MCU link error");
-  const auto frames = bench->TakeFrames();
+  const auto frames = rig->TakeFrames();
   EXPECT_EQ(frames.size(), 3U + 5003U);
   EXPECT_EQ(frames[3], "S 94 90 Sr 95 [50]- P");
 }
@@ -205,25 +205,23 @@ TEST_F(RtdWriterTest, RunsThatEndEarly) {
   for (const Case& c : {
            Case{[&] { images.Bank1Max = -1; }, "Image address error.\r\n", "S 94 90 00 P", ""},
            Case{[&] { images.Bank1Max = 0x10000; }, "Image address error.\r\n", "S 94 90 00 P", ""},
-           Case{[&] {
-                  bench->board.faults.unpluggedAfterFrame = 22 + bench->board.wire.FramesSeen();
-                },
+           Case{[&] { rig->board.faults.unpluggedAfterFrame = 22 + rig->board.wire.FramesSeen(); },
                 written, " 94- 90- 00- P", kLinkError, RtdBankMode::Both},
-           Case{[&] { bench->board.faults.busyForEver = true; }, "MCU link error\r\n",
+           Case{[&] { rig->board.faults.busyForEver = true; }, "MCU link error\r\n",
                 "S 94 90 00- P", kLinkError, RtdBankMode::Both},
-           Case{[&] { bench->board.Connect(simulator::ConnectedChip::None); }, "MCU link error",
+           Case{[&] { rig->board.Connect(simulator::ConnectedChip::None); }, "MCU link error",
                 "S 94-", ""},
        }) {
-    bench->board.faults = {};
-    bench->Load(Bank::First, image);
-    bench->Load(Bank::Second, image);
+    rig->board.faults = {};
+    rig->Load(Bank::First, image);
+    rig->Load(Bank::Second, image);
     c.prepare();
-    bench->link.RtdRxBuf[0] = 0x40;  // an old reading proves nothing
+    rig->link.RtdRxBuf[0] = 0x40;  // an old reading proves nothing
     logged.clear();
     EXPECT_EQ(Run(c.banks), c.text);
     EXPECT_EQ(logged, c.logged) << c.text;
     EXPECT_TRUE(view.red) << c.text;
-    const auto frames = bench->TakeFrames();
+    const auto frames = rig->TakeFrames();
     EXPECT_THAT(frames.back(), testing::EndsWith(c.lastFrame)) << c.text;
     EXPECT_THAT(frames, Not(Contains("S 94 90 60 P"))) << "the second bank";
   }

@@ -1,16 +1,16 @@
-#include "run_log/run_log.h"
-
 #include <gtest/gtest.h>
 
 #include <vector>
 
+#include "run_log/run_report.h"
 #include "support/temp_folder.h"
 
 namespace {
 
 using namespace std::chrono;
 
-const std::string kHeading = "time,chip,operation,file,size,CRC,chip CRC,result,port,board\r\n";
+const std::string kHeading =
+    "time,seconds,chip,operation,file,size,CRC,chip CRC,result,port,board\r\n";
 
 struct RunLogTest : testing::Test {
   TempFolder folder;
@@ -23,14 +23,17 @@ struct RunLogTest : testing::Test {
 };
 
 TEST_F(RunLogTest, OneLineARun) {
-  log.Append({"VSK830", "Program", "C:\\a \"b\".hex", 300, "AEE7", "0", {"CRC Error"}});
+  log.Append({"VSK830", "Program", "C:\\a \"b\".hex", 300, "AEE7", "0", {"CRC Error"}, 749ms});
   now += 24h;
-  log.Append({.chip = "VSK630", .operation = "Erase All", .result = {"Blank ok"}});
+  log.Append({.chip = "VSK630",
+              .operation = "Erase All",
+              .result = {"Blank ok"},
+              .duration = 1min + 3s + 950ms});
   EXPECT_EQ(folder.Read("state/runs.csv"),
             kHeading +
-                "2026-11-02T04:03:05Z,VSK830,Program,\"C:\\a \"\"b\"\".hex\",300,AEE7,0,CRC "
+                "2026-11-02T04:03:05Z,0.7,VSK830,Program,\"C:\\a \"\"b\"\".hex\",300,AEE7,0,CRC "
                 "Error,378,\"ISP-1, plain\"\r\n"
-                "2026-11-03T04:03:05Z,VSK630,Erase All,,,,,Blank ok,378,\"ISP-1, plain\"\r\n");
+                "2026-11-03T04:03:05Z,64.0,VSK630,Erase All,,,,,Blank ok,378,\"ISP-1, plain\"\r\n");
   EXPECT_TRUE(told.empty());
 }
 
@@ -42,14 +45,18 @@ TEST_F(RunLogTest, ARedResultIsLoggedAsOneWithItsReason) {
   EXPECT_NE(lines.find(",Erase MCU OK.; CRC FAIL. (red),378"), std::string::npos) << lines;
 }
 
-TEST_F(RunLogTest, AFullLogBecomesTheOldOne) {
-  folder.Write("state/runs.old.csv", "older");
-  const std::string full(RunLog::kLargest, 'x');
-  folder.Write("state/runs.csv", full);
-  log.Append({.chip = "RTD2120"});
-  EXPECT_EQ(folder.Read("state/runs.old.csv"), full);
-  EXPECT_EQ(folder.Read("state/runs.csv"),
-            kHeading + "2026-11-02T04:03:05Z,RTD2120,,,,,,,378,\"ISP-1, plain\"\r\n");
+TEST_F(RunLogTest, AFullLogOrOneOfAnotherVersionBecomesTheOldOne) {
+  const std::string full = kHeading + std::string(RunLog::kLargest - kHeading.size(), 'x');
+  for (const std::string& old : {full, std::string("time,chip\r\n")}) {
+    folder.Write("state/runs.old.csv", "older");
+    folder.Write("state/runs.csv", old);
+    log.Append({.chip = "RTD2120"});
+    log.Append({.chip = "VSK830"});
+    EXPECT_EQ(folder.Read("state/runs.old.csv"), old);
+    EXPECT_EQ(folder.Read("state/runs.csv"),
+              kHeading + "2026-11-02T04:03:05Z,0.0,RTD2120,,,,,,,378,\"ISP-1, plain\"\r\n" +
+                  "2026-11-02T04:03:05Z,0.0,VSK830,,,,,,,378,\"ISP-1, plain\"\r\n");
+  }
 }
 
 TEST_F(RunLogTest, ALogThatCannotBeWrittenIsToldOnce) {
@@ -60,6 +67,27 @@ TEST_F(RunLogTest, ALogThatCannotBeWrittenIsToldOnce) {
   EXPECT_EQ(told[0].find("The log of runs cannot be written: " +
                          (folder / "state" / "runs.csv").string() + " ("),
             0U);
+}
+
+struct Clock final : TickCounter {
+  std::uint32_t GetTickCount() override { return 0; }
+  nanoseconds FineTime() override { return time; }
+  nanoseconds time = 1h;
+};
+
+TEST(RunReport, TellsHowLongARunTookUnlessItSentNothing) {
+  Clock clock;
+  RunReport report(clock);
+  std::vector<RunLine> told;
+  report.Ended = [&](const RunLine& line) { told.push_back(line); };
+  report.Begin();
+  clock.time += 2s;
+  report.Begin();
+  clock.time += 1499999us;
+  report.End({.chip = "VSK830", .result = {"Write Ok"}});
+  report.End({.chip = "VSK630"});
+  EXPECT_EQ(told,
+            std::vector({RunLine{.chip = "VSK830", .result = {"Write Ok"}, .duration = 1500ms}}));
 }
 
 }  // namespace

@@ -1,16 +1,16 @@
 // The simulated chip is no more lenient than a real one.
 #include <gtest/gtest.h>
 
-#include "support/vsk_bench.h"
+#include "support/vsk_rig.h"
 
 namespace {
 
 struct BoardTest : testing::Test {
-  std::unique_ptr<VskBench> bench = std::make_unique<VskBench>();
-  simulator::VskChip& chip = bench->board.vsk830;
+  std::unique_ptr<VskRig> rig = std::make_unique<VskRig>();
+  simulator::VskChip& chip = rig->board.vsk830;
 
   bool Send(int address, std::initializer_list<std::int16_t> bytes) {
-    return bench->frames.Send(address, bytes);
+    return rig->frames.Send(address, bytes);
   }
 };
 
@@ -26,15 +26,15 @@ TEST_F(BoardTest, SilentUntilAllCodesCameInOrder) {
 
 TEST_F(BoardTest, AnswersOnThePortThatIsInUse) {
   for (const std::int32_t base : {0x278, 0x37A, 0xD000}) {
-    bench = std::make_unique<VskBench>();
-    bench->port.PortBase = base;
-    bench->EnterIspMode();
-    EXPECT_TRUE(bench->board.vsk830.InIspMode()) << base;
+    rig = std::make_unique<VskRig>();
+    rig->port.PortBase = base;
+    rig->EnterIspMode();
+    EXPECT_TRUE(rig->board.vsk830.InIspMode()) << base;
   }
 }
 
 TEST_F(BoardTest, RefusesWhatARealChipWouldNotTake) {
-  bench->EnterIspMode();
+  rig->EnterIspMode();
   EXPECT_FALSE(Send(0x94, {0, 1})) << "data without a page";
   EXPECT_FALSE(Send(0x96, {0xA1, 0})) << "the second bank of a chip with one";
   EXPECT_FALSE(Send(0x96, {0x77})) << "an unknown command";
@@ -46,7 +46,7 @@ TEST_F(BoardTest, RefusesWhatARealChipWouldNotTake) {
   EXPECT_TRUE(Send(0x94, {0, 0xF1}));
   EXPECT_EQ(chip.Bank(0).Cells()[0], 0x01) << "programming only clears bits";
   int count = 256;
-  EXPECT_FALSE(bench->frames.IspReadFrame(0x94, count)) << "a read without a page";
+  EXPECT_FALSE(rig->frames.IspReadFrame(0x94, count)) << "a read without a page";
 }
 
 TEST(VskModel, AVariantTakesItsOwnPagesOnly) {
@@ -71,18 +71,18 @@ TEST(VskModel, AVariantTakesItsOwnPagesOnly) {
 }
 
 TEST_F(BoardTest, APowerCycleAndPluggingInEndIspModeAndKeepTheFlash) {
-  bench->EnterIspMode();
+  rig->EnterIspMode();
   Send(0x96, {0xA0, 0});
   Send(0x94, {0, 0x12});
-  bench->board.faults.busyForEver = true;
+  rig->board.faults.busyForEver = true;
   Send(0x96, {0x30, 0x80});
-  bench->board.faults.sdaStuckLow = true;
-  bench->board.PowerCycle();
+  rig->board.faults.sdaStuckLow = true;
+  rig->board.PowerCycle();
   EXPECT_FALSE(chip.InIspMode());
   EXPECT_TRUE(Send(0x5A, {0xA5})) << "what hung has ended";
-  bench->board.Connect(simulator::ConnectedChip::None);
+  rig->board.Connect(simulator::ConnectedChip::None);
   EXPECT_FALSE(Send(0x96, {0x48}));
-  bench->board.Connect(simulator::ConnectedChip::Vsk830);
+  rig->board.Connect(simulator::ConnectedChip::Vsk830);
   EXPECT_FALSE(chip.InIspMode());
   EXPECT_EQ(chip.Bank(0).Cells()[0], 0x12);
 }

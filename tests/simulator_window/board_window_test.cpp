@@ -10,7 +10,7 @@
 #include <csignal>
 
 #include "bus/i2c_master.h"
-#include "support/board_bench.h"
+#include "support/board_rig.h"
 #include "support/temp_folder.h"
 #include "widgets/application_style.h"
 #include "widgets/by_name.h"
@@ -27,8 +27,8 @@ class BoardWindowTest : public QObject {
   }
   void init() {
     window_.reset();
-    bench_ = std::make_unique<BoardBench>(CableWiring(), VskIdentity{}, ConnectedChip::Vsk830);
-    window_ = std::make_unique<BoardWindow>(bench_->board);
+    rig_ = std::make_unique<BoardRig>(CableWiring(), VskIdentity{}, ConnectedChip::Vsk830);
+    window_ = std::make_unique<BoardWindow>(rig_->board);
     window_->show();
   }
 
@@ -78,7 +78,7 @@ class BoardWindowTest : public QObject {
     QCOMPARE(static_cast<std::size_t>(chips->count()), kVskModels.size() + 2);
     for (const VskModel& model : kVskModels) {
       chips->setCurrentText(QLatin1String(model.name));
-      QVERIFY(bench_->board.Connected() == model.chip);
+      QVERIFY(rig_->board.Connected() == model.chip);
       QCOMPARE(Find<QTabWidget>("Flash")->count(), model.banks);
       QCOMPARE(Find<QSpinBox>("of bank")->isEnabled(), model.banks > 1);
     }
@@ -86,7 +86,7 @@ class BoardWindowTest : public QObject {
     QCOMPARE(Find<QTabWidget>("Flash")->tabText(0), QStringLiteral("Flash bank 1"));
     Find<QSpinBox>("of bank")->setValue(2);
     Tick("BitFlipped")->setChecked(true);
-    QCOMPARE(bench_->board.faults.flippedBit->bank, 1);
+    QCOMPARE(rig_->board.faults.flippedBit->bank, 1);
     chips->setCurrentText(QStringLiteral("nothing"));
     for (const char* idle : {"Unplugged", "ByteRefused", "BitFlipped", "BusyForEver"}) {
       QVERIFY2(!Tick(idle)->isEnabled(), idle);
@@ -95,7 +95,7 @@ class BoardWindowTest : public QObject {
   }
 
   void numbersChangedWhileAFaultIsOnTakeEffect() {
-    Faults& faults = bench_->board.faults;
+    Faults& faults = rig_->board.faults;
     Tick("BitFlipped")->setChecked(true);
     Find<QSpinBox>("bit")->setValue(5);
     Find<QSpinBox>("address (hex)")->setValue(0xABC);
@@ -111,7 +111,7 @@ class BoardWindowTest : public QObject {
   }
 
   void aSpentFaultAndAPowerCycleUntickFaults() {
-    const Faults& faults = bench_->board.faults;
+    const Faults& faults = rig_->board.faults;
     for (const char* name : {"ByteRefused", "BusyForEver", "SdaStuckLow"}) Tick(name)->click();
     window_->Refresh();
     QVERIFY(faults.busyForEver && faults.sdaStuckLow && Tick("ByteRefused")->isChecked());
@@ -218,13 +218,13 @@ class BoardWindowTest : public QObject {
     Find<QPushButton>("Record")->click();
   }
   void Frame(std::initializer_list<int> bytes) {
-    tongxun::I2cMaster master(bench_->port, bench_->timing);
+    tongxun::I2cMaster master(rig_->port, rig_->timing);
     master.I2cStart();
     for (const int byte : bytes) master.I2cWriteByte(byte);
     master.I2cStop();
   }
 
-  std::unique_ptr<BoardBench> bench_;
+  std::unique_ptr<BoardRig> rig_;
   std::unique_ptr<BoardWindow> window_;
 };
 

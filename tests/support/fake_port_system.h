@@ -33,7 +33,7 @@ struct FakeKernel {
   bool open = false;
   bool exclusive = false;
   std::uint32_t ioPorts = 0;  // the first of the three allowed ones; 0: none is allowed
-  std::string calls;          // since the last `PortBench::Calls`
+  std::string calls;          // since the last `PortRig::Calls`
   int looks = 0;              // at the addresses of ports
 
   void AddPort(const std::string& name, const std::string& baseAddr) {
@@ -135,7 +135,7 @@ struct FakePortSystem final : PortSystem {
 };
 
 /// The real port code over such a kernel, and what it told the operator.
-struct PortBench {
+struct PortRig {
   FakeKernel kernel;
   std::vector<std::string> told;
   std::unique_ptr<PortIo> io = std::make_unique<LinuxParallelPort>(

@@ -5,7 +5,7 @@
 
 #include <memory>
 
-#include "support/board_bench.h"
+#include "support/board_rig.h"
 #include "support/line_trace.h"
 #include "support/rtd_transcript.h"
 #include "support/temp_folder.h"
@@ -21,7 +21,7 @@ TEST(Tool, RunsOfBothWritersAreLogged) {
   simulator::SimulatedBoard board{Wiring()};
   const auto tool = std::make_unique<Tool>(board.cable, ticks,
                                            Directories{.programFolder = folder / "program",
-                                                       .portAddressFolder = folder / "config",
+                                                       .settingsFolder = folder / "config",
                                                        .stateFolder = folder / "state"},
                                            Problem{});
   tool->boards.BoardTable[0] = Wiring();
@@ -39,8 +39,8 @@ TEST(Tool, RunsOfBothWritersAreLogged) {
   tool->rtdWriter.Run(rtdView);
 
   EXPECT_THAT(folder.Read("state/runs.csv"),
-              testing::ContainsRegex("Z,VSK830,Erase All,,,,,Blank ok,378,a board\r\n[^\n]*"
-                                     "Z,RTD2120,Erase,,,,,Erase MCU OK.,378,a board\r\n$"));
+              testing::ContainsRegex("Z,0.0,VSK830,Erase All,,,,,Blank ok,378,a board\r\n[^\n]*"
+                                     "Z,0.0,RTD2120,Erase,,,,,Erase MCU OK.,378,a board\r\n$"));
 }
 
 TEST(Tool, TheEndReleasesBothLines) {

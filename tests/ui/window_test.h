@@ -11,7 +11,7 @@
 #include <memory>
 #include <optional>
 
-#include "support/board_bench.h"
+#include "support/board_rig.h"
 #include "support/temp_folder.h"
 #include "tool/tool.h"
 #include "ui/launcher.h"

@@ -4,7 +4,7 @@
 
 #include "support/line_trace.h"
 #include "support/scripted_target.h"
-#include "support/vsk_bench.h"
+#include "support/vsk_rig.h"
 
 namespace {
 
@@ -12,13 +12,13 @@ using testing::ElementsAre;
 
 struct IspFramesTest : testing::Test {
   ScriptedTarget target;
-  std::unique_ptr<VskBench> bench = std::make_unique<VskBench>();
-  tongxun::IspFrames& frames = bench->frames;
+  std::unique_ptr<VskRig> rig = std::make_unique<VskRig>();
+  tongxun::IspFrames& frames = rig->frames;
 
-  IspFramesTest() { bench->board.wire.Connect(&target); }
-  ~IspFramesTest() override { bench->board.wire.Connect(nullptr); }
+  IspFramesTest() { rig->board.wire.Connect(&target); }
+  ~IspFramesTest() override { rig->board.wire.Connect(nullptr); }
 
-  std::vector<std::string> Lines() { return bench->TakeFrames(); }
+  std::vector<std::string> Lines() { return rig->TakeFrames(); }
 };
 
 TEST_F(IspFramesTest, WriteFrames) {
@@ -78,12 +78,12 @@ TEST(IspFramesOnTheLines, DelaysAroundReads) {
 }
 
 TEST_F(IspFramesTest, CountsBeyondTheBuffersTouchNoLine) {
-  const std::uint64_t before = bench->board.cable.Accesses();
+  const std::uint64_t before = rig->board.cable.Accesses();
   for (int count : {513, 1000, -2}) EXPECT_FALSE(frames.IspWriteFrame(0x94, count, true));
   for (int count : {514, -1}) EXPECT_FALSE(frames.IspReadFrame(0x94, count));
   EXPECT_FALSE(frames.IspWriteReadFrame(0x94, 513, 1));
   EXPECT_FALSE(frames.IspWriteReadFrame(0x94, 1, 514));
-  EXPECT_EQ(bench->board.cable.Accesses(), before);
+  EXPECT_EQ(rig->board.cable.Accesses(), before);
   int most = 512;
   EXPECT_TRUE(frames.IspWriteFrame(0x94, most, true));
   most = 513;

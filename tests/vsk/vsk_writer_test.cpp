@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "support/temp_folder.h"
-#include "support/vsk_bench.h"
+#include "support/vsk_rig.h"
 #include "text/hex_text.h"
 
 namespace {
@@ -17,9 +17,9 @@ const std::string kAskPage = "ask please input you want read page number:(00-FF)
 using Lines = std::vector<std::string>;
 
 struct VskWriterTest : testing::Test {
-  std::unique_ptr<VskBench> bench = std::make_unique<VskBench>();
-  Transcript& view = bench->view;
-  VskWriter& writer = bench->writer;
+  std::unique_ptr<VskRig> rig = std::make_unique<VskRig>();
+  Transcript& view = rig->view;
+  VskWriter& writer = rig->writer;
 
   Lines Run(IspOperation operation) {
     writer.IspOperate = operation;
@@ -36,32 +36,32 @@ struct VskWriterTest : testing::Test {
 
 TEST_F(VskWriterTest, NothingRunsOutsideIspModeNorWithoutAnImage) {
   const Lines noImage{"Label2: isp mode is exist", "message the hexfile is not load"};
-  bench->InIspMode();
+  rig->InIspMode();
   EXPECT_EQ(Run(IspOperation::Program), noImage);
   EXPECT_EQ(Run(IspOperation::PageLoad), noImage);
   EXPECT_FALSE(writer.LoadPageView);
 
-  bench->isp.IspModeOn = false;
-  bench->Load({1, 2, 3});
+  rig->isp.IspModeOn = false;
+  rig->Load({1, 2, 3});
   view.answers = {"10"};
   for (int operation = 1; operation <= 7; ++operation) {
     EXPECT_THAT(Run(static_cast<IspOperation>(operation)),
                 ElementsAre("Label2: isp mode is not exist"));
   }
-  EXPECT_THAT(bench->TakeFrames(), IsEmpty());
+  EXPECT_THAT(rig->TakeFrames(), IsEmpty());
 }
 
 TEST_F(VskWriterTest, TellsWhatWasProgrammedOrErased) {
   std::vector<RunLine> told;
   writer.RunEnded = [&](const RunLine& line) { told.push_back(line); };
-  bench->Load({1, 2, 3});
-  bench->images.CodeFiles = {{.name = "a.hex"}};
+  rig->Load({1, 2, 3});
+  rig->images.CodeFiles = {{.name = "a.hex"}};
   for (const auto operation : {IspOperation::Program, IspOperation::EraseAll,
                                IspOperation::PageErase, IspOperation::PageRead}) {
-    bench->EnterIspMode();
+    rig->EnterIspMode();
     Run(operation);  // the questions of the last two are cancelled
   }
-  const std::string crc = HexText(bench->images.CodeCrc);
+  const std::string crc = HexText(rig->images.CodeCrc);
   EXPECT_THAT(told, ElementsAre(RunLine{"VSK830", "Program", "a.hex", 3, crc, crc, "Write Ok"},
                                 RunLine{"VSK830", "Erase All", "", 0, "", "", "Blank ok"}));
 }
@@ -69,14 +69,14 @@ TEST_F(VskWriterTest, TellsWhatWasProgrammedOrErased) {
 TEST_F(VskWriterTest, TheRunLogKeepsWhatTurnedTheResultRed) {
   RunResult told;
   writer.RunEnded = [&](const RunLine& line) { told = line.result; };
-  bench->Load({1, 2, 3});
-  bench->InIspMode();
-  bench->board.faults.refusedByte = {bench->board.wire.FramesSeen() + 5, 2};  // the page's data
+  rig->Load({1, 2, 3});
+  rig->InIspMode();
+  rig->board.faults.refusedByte = {rig->board.wire.FramesSeen() + 5, 2};  // the page's data
   Run(IspOperation::Program);
   EXPECT_EQ(told, (RunResult{"CRC Error", "programcode fail"}));
-  bench->images.CodeCrc = 0;
-  bench->InIspMode();
-  bench->board.Connect(simulator::ConnectedChip::None);
+  rig->images.CodeCrc = 0;
+  rig->InIspMode();
+  rig->board.Connect(simulator::ConnectedChip::None);
   Run(IspOperation::Program);
   EXPECT_EQ(told, (RunResult{"Write Ok", "programcode fail"})) << "a silent bus reads as CRC 0";
   Run(IspOperation::EraseAll);
@@ -85,13 +85,13 @@ TEST_F(VskWriterTest, TheRunLogKeepsWhatTurnedTheResultRed) {
 
 TEST_F(VskWriterTest, ARunThatSentNothingIsNotTold) {
   writer.RunEnded = [](const RunLine& line) { FAIL() << line.result.text; };
-  bench->InIspMode();
+  rig->InIspMode();
   for (const auto& answers :
        {std::deque<std::string>{"0400", "0100"}, {"8000", "FFFF"}, {"0000"}}) {
     view.answers = answers;
     Run(IspOperation::PageErase);
   }
-  EXPECT_THAT(bench->TakeFrames(), IsEmpty());
+  EXPECT_THAT(rig->TakeFrames(), IsEmpty());
 }
 
 TEST_F(VskWriterTest, EachModelsImageHasFilesOfItsOwn) {
@@ -99,13 +99,13 @@ TEST_F(VskWriterTest, EachModelsImageHasFilesOfItsOwn) {
   std::vector<std::string> told;
   writer.RunEnded = [&](const RunLine& line) { told.push_back(line.file); };
   const auto load = [&](VskChip chip, const std::string& name) {
-    bench->isp.ChipSelect = chip;
+    rig->isp.ChipSelect = chip;
     view.file = folder.Write(name, "123");
     writer.Load(view);
   };
   const auto program = [&](VskChip chip) {
-    bench->isp.ChipSelect = chip;
-    bench->InIspMode();
+    rig->isp.ChipSelect = chip;
+    rig->InIspMode();
     Run(IspOperation::Program);
   };
   load(VskChip::Vsk830, "one.bin");
@@ -126,8 +126,8 @@ TEST_F(VskWriterTest, ProgramAsksWhenAFileHasChanged) {
   int runs = 0;
   writer.RunEnded = [&](const RunLine&) { ++runs; };
   folder.Write("a.B01", "456");
-  bench->board.Connect(simulator::ConnectedChip::Vsk630);
-  bench->isp.ChipSelect = VskChip::Vsk630;
+  rig->board.Connect(simulator::ConnectedChip::Vsk630);
+  rig->isp.ChipSelect = VskChip::Vsk630;
   view.file = folder.Write("a.B00", "123");
   writer.Load(view);
   const auto question = [&](const char* name) {
@@ -136,11 +136,11 @@ TEST_F(VskWriterTest, ProgramAsksWhenAFileHasChanged) {
   };
   folder.Write("a.B01", "457");
   EXPECT_THAT(Run(IspOperation::Program), ElementsAre("Label2: isp mode is not exist"));
-  bench->InIspMode();
+  rig->InIspMode();
   view.confirmed = false;
   EXPECT_THAT(Run(IspOperation::Program),
               ElementsAre("Label2: isp mode is exist", question("a.B01")));
-  EXPECT_THAT(bench->TakeFrames(), IsEmpty());
+  EXPECT_THAT(rig->TakeFrames(), IsEmpty());
   EXPECT_EQ(runs, 0);
   view.confirmed = true;
   writer.RunFromMenu(IspOperation::Program, view);
@@ -149,7 +149,7 @@ TEST_F(VskWriterTest, ProgramAsksWhenAFileHasChanged) {
 
   folder.Write("a.B00", "x");
   std::filesystem::remove(folder / "a.B01");
-  bench->InIspMode();
+  rig->InIspMode();
   view.confirmed = false;
   EXPECT_THAT(Run(IspOperation::Program), testing::Contains(question("a.B00")));
   folder.Write("a.B00", "123");
@@ -160,10 +160,10 @@ TEST_F(VskWriterTest, ProgramAsksWhenAFileHasChanged) {
 }
 
 TEST_F(VskWriterTest, PageLoadThenPaging) {
-  bench->Load({1, 2, 3});
-  bench->InIspMode();
+  rig->Load({1, 2, 3});
+  rig->InIspMode();
   writer.ReadPageView = true;
-  bench->isp.ReadPage = 9;
+  rig->isp.ReadPage = 9;
   view.answers = {"1", "1x", "fe"};
   const std::string again = "message please input two word HEX number:(00-FF)";
   const std::string kind = "  page (Load Hex File Code)";
@@ -174,7 +174,7 @@ TEST_F(VskWriterTest, PageLoadThenPaging) {
   EXPECT_EQ(Step(IspOperation::NextPage), "this is FF" + kind);
   EXPECT_EQ(writer.IspOperate, IspOperation::PageLoad);
   EXPECT_FALSE(writer.ReadPageView);
-  EXPECT_EQ(bench->isp.ReadPage, 0);
+  EXPECT_EQ(rig->isp.ReadPage, 0);
   writer.LoadPage = 1;
   EXPECT_EQ(Step(IspOperation::PreviousPage), "this is 0" + kind);
   EXPECT_EQ(Step(IspOperation::PreviousPage), "this is 0" + kind);
@@ -183,25 +183,25 @@ TEST_F(VskWriterTest, PageLoadThenPaging) {
 }
 
 TEST_F(VskWriterTest, PageReadThenPagingReadsTheChip) {
-  bench->InIspMode();
+  rig->InIspMode();
   writer.LoadPageView = true;
   writer.LoadPage = 9;
   view.answers = {"03"};
   view.pageRead = true;
   Run(IspOperation::PageRead);
   EXPECT_EQ(Step(IspOperation::NextPage), "this is 4  page (Read Page Code)");
-  EXPECT_EQ(bench->TakeFrames()[2], "S 96 00 04 P");
+  EXPECT_EQ(rig->TakeFrames()[2], "S 96 00 04 P");
   EXPECT_EQ(writer.IspOperate, IspOperation::PageRead);
   EXPECT_EQ(writer.LoadPage, 0);
 
-  bench->board.faults.unpluggedAfterFrame = 0;
+  rig->board.faults.unpluggedAfterFrame = 0;
   const auto firstRow = [this] { return view.data.substr(view.data.find("    "), 52); };
   const std::string before = firstRow();
-  bench->isp.ReadPage = 0;
+  rig->isp.ReadPage = 0;
   EXPECT_EQ(Step(IspOperation::PreviousPage), "this is 0  page (Read Page Code)") << "refused";
   EXPECT_EQ(firstRow(), before) << "the old contents, under the new number";
   EXPECT_EQ(view.operationText, "Page Read fail");
-  bench->isp.ReadPage = 255;
+  rig->isp.ReadPage = 255;
   EXPECT_EQ(Step(IspOperation::NextPage), "this is FF  page (Read Page Code)");
 
   writer.LoadPageView = true;
@@ -209,14 +209,14 @@ TEST_F(VskWriterTest, PageReadThenPagingReadsTheChip) {
   EXPECT_FALSE(writer.LoadPageView || writer.ReadPageView);
   writer.LoadPage = 5;
   Step(IspOperation::NextPage);
-  EXPECT_EQ(writer.LoadPage + bench->isp.ReadPage, 0) << "without a view the pages are forgotten";
+  EXPECT_EQ(writer.LoadPage + rig->isp.ReadPage, 0) << "without a view the pages are forgotten";
 }
 
 TEST_F(VskWriterTest, MenuCommandsStayInForce) {
-  bench->InIspMode();
+  rig->InIspMode();
   writer.RunFromMenu(IspOperation::EraseAll, view);
   writer.Run(view);
-  EXPECT_THAT(bench->TakeFrames(),
+  EXPECT_THAT(rig->TakeFrames(),
               ElementsAre("S 96 68 00 P", "S 94 00 00 P", "S 96 68 00 P", "S 94 00 00 P"));
 }
 

@@ -32,7 +32,7 @@ Directories SystemDirectories(std::string_view programName) {
   const fs::path state = Home("XDG_STATE_HOME", ".local/state") / programName;
   if (fs::is_directory(beside / "Initial", missing)) return {beside, config, {}, state};
   return {.programFolder = Home("XDG_DATA_HOME", ".local/share") / programName,
-          .portAddressFolder = config,
+          .settingsFolder = config,
           .deliveredFolder = beside.parent_path() / "share" / programName,
           .stateFolder = state};
 }

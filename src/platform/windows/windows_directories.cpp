@@ -42,6 +42,6 @@ fs::path WindowsFolderInLowerCase() {
 Directories SystemDirectories(std::string_view programName) {
   const wchar_t* local = _wgetenv(L"LOCALAPPDATA");
   return {.programFolder = ProgramFolder(),
-          .portAddressFolder = WindowsFolderInLowerCase(),
+          .settingsFolder = WindowsFolderInLowerCase(),
           .stateFolder = local == nullptr ? fs::path() : fs::path(local) / programName};
 }

@@ -10,17 +10,17 @@
 namespace {
 
 /// One message a row, which holds the row's parts, separated by "|".
-void ExpectTold(const PortBench& bench, const std::vector<std::string>& rows) {
-  ASSERT_EQ(bench.told.size(), rows.size());
+void ExpectTold(const PortRig& rig, const std::vector<std::string>& rows) {
+  ASSERT_EQ(rig.told.size(), rows.size());
   for (std::size_t i = 0; i < rows.size(); ++i) {
     std::istringstream parts(rows[i]);
     for (std::string part; std::getline(parts, part, '|');) {
-      EXPECT_THAT(bench.told[i], testing::HasSubstr(part));
+      EXPECT_THAT(rig.told[i], testing::HasSubstr(part));
     }
   }
 }
 
-struct LinuxParallelPortTest : testing::Test, PortBench {};
+struct LinuxParallelPortTest : testing::Test, PortRig {};
 
 const std::string kTaken = " PPEXCL within:2000 PPCLAIM PPRDATA PPRCONTROL";
 const std::string kGivenBack = "PPWCONTROL=0C PPWDATA=A5 PPRELEASE close";
@@ -80,40 +80,40 @@ TEST_F(LinuxParallelPortTest, AddressChangeGivesTheOldPortBackFirst) {
 
 TEST_F(LinuxParallelPortTest, AFailingAccessIsToldOnceAndEndsTheUseOfThePort) {
   for (const std::string call : {"PPWDATA", "PPWCONTROL", "PPRSTATUS"}) {
-    PortBench bench;
-    bench.UseUsualPort();
-    bench.kernel.failures[call] = ENODEV;
+    PortRig rig;
+    rig.UseUsualPort();
+    rig.kernel.failures[call] = ENODEV;
     for (int i = 0; i < 3; ++i) {
-      bench.io->DlPortWritePortUchar(0x378, 0x11);
-      bench.io->DlPortWritePortUchar(0x37A, 0x01);
-      EXPECT_EQ(bench.io->DlPortReadPortUchar(0x379), std::nullopt) << call;
+      rig.io->DlPortWritePortUchar(0x378, 0x11);
+      rig.io->DlPortWritePortUchar(0x37A, 0x01);
+      EXPECT_EQ(rig.io->DlPortReadPortUchar(0x379), std::nullopt) << call;
     }
-    EXPECT_FALSE(bench.io->StillThere());
-    bench.io.reset();
-    ExpectTold(bench, {kNode + " has failed|" + call + ": No such device"});
+    EXPECT_FALSE(rig.io->StillThere());
+    rig.io.reset();
+    ExpectTold(rig, {kNode + " has failed|" + call + ": No such device"});
   }
 }
 
 TEST_F(LinuxParallelPortTest, APortThatHasGoneIsLetGoAndToldWhenItIsLookedFor) {
   for (const bool another : {false, true}) {  // in its place by then
-    PortBench bench;
-    bench.UseUsualPort();
-    EXPECT_TRUE(bench.io->StillThere());
-    bench.kernel.RemoveUsualPort();
-    if (another) bench.AddUsualPort();
-    EXPECT_TRUE(bench.io->DlPortReadPortUchar(0x379).has_value()) << "no access looks for it";
-    EXPECT_EQ(bench.Calls(), "PPRSTATUS");
+    PortRig rig;
+    rig.UseUsualPort();
+    EXPECT_TRUE(rig.io->StillThere());
+    rig.kernel.RemoveUsualPort();
+    if (another) rig.AddUsualPort();
+    EXPECT_TRUE(rig.io->DlPortReadPortUchar(0x379).has_value()) << "no access looks for it";
+    EXPECT_EQ(rig.Calls(), "PPRSTATUS");
     for (int i = 0; i < 2; ++i) {
-      EXPECT_FALSE(bench.io->StillThere());
-      bench.io->DlPortWritePortUchar(0x378, 0x7E);
-      EXPECT_EQ(bench.io->DlPortReadPortUchar(0x379), std::nullopt);
+      EXPECT_FALSE(rig.io->StillThere());
+      rig.io->DlPortWritePortUchar(0x378, 0x7E);
+      EXPECT_EQ(rig.io->DlPortReadPortUchar(0x379), std::nullopt);
     }
-    EXPECT_EQ(bench.Calls(), kGivenBack);
-    ExpectTold(bench, {kNode + " has gone|Bring the port back. Then enter the address again"});
-    if (!another) bench.AddUsualPort();
-    bench.io->UsePort(0x378);
-    EXPECT_EQ(bench.Calls(), "open:/dev/parport0" + kTaken);
-    EXPECT_TRUE(bench.io->StillThere());
+    EXPECT_EQ(rig.Calls(), kGivenBack);
+    ExpectTold(rig, {kNode + " has gone|Bring the port back. Then enter the address again"});
+    if (!another) rig.AddUsualPort();
+    rig.io->UsePort(0x378);
+    EXPECT_EQ(rig.Calls(), "open:/dev/parport0" + kTaken);
+    EXPECT_TRUE(rig.io->StillThere());
   }
 }
 
@@ -234,17 +234,17 @@ TEST(LinuxPortWays, ThePortIsReachedOrTheOperatorIsTold) {
   for (const Machine& machine : machines) {
     SCOPED_TRACE(machine.differs + " -> " + machine.result);
     const bool node = machine.result == "node", direct = machine.result == "direct";
-    PortBench bench;
-    Prepare(machine, bench.kernel);
-    bench.io->UsePort(0x378);
-    EXPECT_EQ(bench.kernel.open, node) << "a descriptor was left open";
-    EXPECT_EQ(bench.kernel.ioPorts, direct ? 0x378U : 0U);
-    EXPECT_EQ(bench.io->StillThere(), node || direct);
-    bench.Calls();
-    bench.io->DlPortWritePortUchar(0x378, 0x5A);
-    EXPECT_EQ(bench.io->DlPortReadPortUchar(0x379).has_value(), node || direct);
-    EXPECT_EQ(bench.Calls(), node ? "PPWDATA=5A PPRSTATUS" : direct ? "out:378=5A in:379" : "");
-    ExpectTold(bench, node || direct ? std::vector<std::string>{} : std::vector{machine.result});
+    PortRig rig;
+    Prepare(machine, rig.kernel);
+    rig.io->UsePort(0x378);
+    EXPECT_EQ(rig.kernel.open, node) << "a descriptor was left open";
+    EXPECT_EQ(rig.kernel.ioPorts, direct ? 0x378U : 0U);
+    EXPECT_EQ(rig.io->StillThere(), node || direct);
+    rig.Calls();
+    rig.io->DlPortWritePortUchar(0x378, 0x5A);
+    EXPECT_EQ(rig.io->DlPortReadPortUchar(0x379).has_value(), node || direct);
+    EXPECT_EQ(rig.Calls(), node ? "PPWDATA=5A PPRSTATUS" : direct ? "out:378=5A in:379" : "");
+    ExpectTold(rig, node || direct ? std::vector<std::string>{} : std::vector{machine.result});
   }
 }
 

@@ -122,7 +122,7 @@ TEST(LinuxTickCounter, AdvancesInStepsOf64ToTheSecond) {
 TEST(LinuxDirectories, AnInstalledProgramHasItsFoldersWithTheOperator) {
   const auto expect = [](const char* config, const char* data, const char* state) {
     const Directories found = SystemDirectories("isp-writer");
-    EXPECT_EQ(found.portAddressFolder, config);
+    EXPECT_EQ(found.settingsFolder, config);
     EXPECT_EQ(found.programFolder, data);
     EXPECT_EQ(found.stateFolder, state);
     const auto program = std::filesystem::read_symlink("/proc/self/exe");

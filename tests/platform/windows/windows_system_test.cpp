@@ -14,7 +14,7 @@ TEST(WindowsDirectories, AreTheProgramsFolderAndTheWindowsFolderInLowerCase) {
   const Directories found = SystemDirectories("any");
   EXPECT_TRUE(found.programFolder.is_absolute()) << found.programFolder;
   EXPECT_TRUE(fs::is_regular_file(found.programFolder / "platform_test.exe"));
-  const std::string folder = found.portAddressFolder.string();
+  const std::string folder = found.settingsFolder.string();
   EXPECT_TRUE(fs::equivalent(folder, std::getenv("SystemRoot"))) << folder;
   EXPECT_EQ(folder.find_first_of(std::string("ABCDEFGHIJKLMNOPQRSTUVWXYZ", 27)), std::string::npos)
       << folder << ": the buffer was not cut, or a capital letter is left";

@@ -11,7 +11,7 @@
 namespace {
 
 /// A status that never changes acknowledges everything: so does the driver of a port that has gone.
-struct Session : PortBench {
+struct Session : PortRig {
   FakeTicks ticks{4};
   const std::unique_ptr<Tool> tool = std::make_unique<Tool>(*io, ticks, Directories{}, Problem{});
   VskWriter& writer = tool->vskWriter;

@@ -9,7 +9,7 @@
 #include "rtd2120/rtd_link.h"
 #include "rtd2120/rtd_operations.h"
 #include "rtd2120/rtd_writer.h"
-#include "support/board_bench.h"
+#include "support/board_rig.h"
 #include "support/rtd_transcript.h"
 
 inline int Crc8(std::span<const std::uint8_t> image) {
@@ -18,8 +18,8 @@ inline int Crc8(std::span<const std::uint8_t> image) {
   return crc;
 }
 
-struct RtdBench : BoardBench {
-  RtdBench() : BoardBench(Wiring(), {}, simulator::ConnectedChip::Rtd2120) {}
+struct RtdRig : BoardRig {
+  RtdRig() : BoardRig(Wiring(), {}, simulator::ConnectedChip::Rtd2120) {}
 
   void Load(tongxun2120::Bank bank, const std::vector<std::uint8_t>& image) {
     const tongxun2120::BankImage target = images.Of(bank);

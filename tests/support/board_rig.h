@@ -1,4 +1,4 @@
-// A simulated board, and the bus that reaches it: what the benches of both chip families stand on.
+// A simulated board, and the bus that reaches it: what the rigs of both chip families stand on.
 #pragma once
 
 #include <algorithm>
@@ -22,9 +22,9 @@ inline IspBoard Wiring(bool sdaOut = false, bool sdaIn = true, bool sclOut = fal
   return wiring;
 }
 
-struct BoardBench {
-  BoardBench(const IspBoard& wiring, const simulator::VskIdentity& identity,
-             simulator::ConnectedChip chip)
+struct BoardRig {
+  BoardRig(const IspBoard& wiring, const simulator::VskIdentity& identity,
+           simulator::ConnectedChip chip)
       : board(wiring, identity) {
     board.Connect(chip);
     board.wire.ListenTo(&log);

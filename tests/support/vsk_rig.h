@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "bus/i2c_master.h"
-#include "support/board_bench.h"
+#include "support/board_rig.h"
 #include "support/transcript.h"
 #include "vsk/isp_frames.h"
 #include "vsk/isp_operations.h"
@@ -12,10 +12,10 @@
 #include "vsk/vsk_writer.h"
 
 /// Its entry parameters match the chip that is plugged in.
-struct VskBench : BoardBench {
-  explicit VskBench(simulator::ConnectedChip chip = simulator::ConnectedChip::Vsk830,
-                    const IspBoard& wiring = Wiring(), const simulator::VskIdentity& identity = {})
-      : BoardBench(wiring, identity, chip) {
+struct VskRig : BoardRig {
+  explicit VskRig(simulator::ConnectedChip chip = simulator::ConnectedChip::Vsk830,
+                  const IspBoard& wiring = Wiring(), const simulator::VskIdentity& identity = {})
+      : BoardRig(wiring, identity, chip) {
     auto& params = frames.IspParams;
     params[0] = identity.address;
     params[1] = static_cast<std::int16_t>(identity.codes.size());
