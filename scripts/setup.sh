@@ -1,4 +1,5 @@
-# Sourced by ./run, ./test and ./bench: what they need on a Debian 12 machine, and installing it.
+# Sourced by every command, in the project's folder: what they need on a Debian 12 machine, installing
+# it, and building.
 
 build_packages=(g++ cmake ninja-build qt6-base-dev libgl-dev librsvg2-bin)
 # The windows' fonts: text, hexadecimal columns, and full-width characters.
@@ -23,7 +24,18 @@ kernel_packages=(libgtest-dev libgmock-dev qt6-base-private-dev qemu-system-x86 
   kmod gawk)
 bench_packages=(libbenchmark-dev libsrecord-dev libboost-dev xvfb xauth)
 
+# Qt asks for the folder that a login session has.
+export XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-$PWD/build/runtime}
+[ -d "$XDG_RUNTIME_DIR" ] || install -d -m 700 "$XDG_RUNTIME_DIR"
+
 say() { echo "== $*"; }
+
+# build PRESET [argument for the build..]
+build() {
+  say "building ($1)"
+  cmake --preset "$1" >/dev/null
+  cmake --build --preset "$@"
+}
 
 # Runs a command and shows what it wrote only when it fails.
 quietly() {

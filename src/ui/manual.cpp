@@ -16,7 +16,7 @@ fs::path FindManual(const Directories& directories) {
   for (const fs::path& folder :
        {directories.deliveredFolder / "../doc/isp-writer/manual",
         directories.programFolder / "manual", directories.programFolder / "../manual"}) {
-    const fs::path page = (folder / "operator-manual.html").lexically_normal();
+    fs::path page = (folder / "operator-manual.html").lexically_normal();
     std::error_code unreadable;
     if (page.is_absolute() && fs::is_regular_file(page, unreadable)) return page;
   }

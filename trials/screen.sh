@@ -52,3 +52,16 @@ shown() {
   clicks=2 click "$@"
   xclip -o -selection primary
 }
+# legible WHAT TITLE X Y WIDTH HEIGHT [client height]: that part of a window is light, with text in it
+legible() {
+  local id seen
+  id=$(window "$2")
+  seen=$(import -window "$id" -crop "$5x$6+$3+$(($4 + $(menu_height "$id" "${7:-}")))" -colorspace Gray -depth 8 gray:- |
+    od -An -v -tu1 -w1 | sort -n | awk '{ grey[NR] = $1 } END {
+      ground = grey[int((NR + 1) / 2)]
+      while (grey[text + 1] < ground - 100) ++text
+      if (ground >= 200 && text > 0.01 * NR) print "legible"
+      else printf "ground %d of 255, %d of %d pixels much darker", ground, text, NR
+    }')
+  expect "$1" "$seen" legible
+}

@@ -1,4 +1,4 @@
-# Sourced by try-windows: the port accesses of an entry frame, worked out from the wire.
+# Sourced by trials/windows/try: the port accesses of an entry frame, worked out from the wire.
 #
 # entry_accesses SDA1 SDA0 SCL1 SCL0 SDA_IN BYTE...
 #   SDA1, SDA0   what the data register at 378 gets for SDA high and low, in hexadecimal
