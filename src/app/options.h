@@ -2,7 +2,7 @@
 #pragma once
 
 /// When the first argument is `--version` or `--help`: answers it with one line on the standard
-/// output and is true. `purpose`: what the program is, as a phrase. `moreOptions`: those that it has
-/// besides the two.
+/// output and is true. `purpose`: what the program is, as a phrase. `moreOptions`: those that it
+/// has besides the two.
 bool AnswerOption(int argc, char** argv, const char* program, const char* purpose,
                   const char* moreOptions = "");
