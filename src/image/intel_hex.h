@@ -8,7 +8,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -17,17 +16,14 @@
 
 namespace loadfile {
 
-/// Why a text cannot be read as Intel HEX: the place and the fault itself, for the operator.
-using HexProblem = std::string;
-
 struct HexSummary {
   std::int32_t maximum = 0;  // address of the last byte; 0 for a text without data
   int wrongStartCodes = 0;   // records that begin with another character than ":"
 };
 
 struct HexCheck {
-  std::optional<HexProblem> problem = {};
-  LoadNotes notes = {};  // of a text without a problem
+  std::string problem = {};  // where and what, for the operator; empty for a readable text
+  LoadNotes notes = {};      // of a text without a problem
 };
 
 /// Checks the whole text without storing anything. Digits are 0-9 and A-F only; a record must be

@@ -71,24 +71,18 @@ bool HexNoteTaker::Overwrites(const HexRecord& record) {
 
 std::string Explain(const LoadNotes& notes) {
   std::string text;
-  if (notes.wrongChecksums.count > 0) {
-    text += Lines(notes.wrongChecksums, "with a wrong checksum") +
-            "The file is damaged or was edited by hand: fetch it or build it again.\n";
-  }
-  if (notes.addressRecords.count > 0) {
-    text += Lines(notes.addressRecords, "with an extended address (type 02 or 04)") +
-            StoredAsData(notes.addressRecords) +
-            ", and all addresses are folded into 64 KiB: convert the file to 16-bit addresses.\n";
-  }
-  if (notes.otherRecords.count > 0) {
-    text +=
-        Lines(notes.otherRecords, "of another type than data, such as a start address (03 or 05)") +
-        StoredAsData(notes.otherRecords) + ": make the file without such lines.\n";
-  }
-  if (notes.overwrites.count > 0) {
-    text += Lines(notes.overwrites, "with data where data of an earlier line stands") +
-            "The later data was taken: build the file again from parts that do not overlap.\n";
-  }
+  const auto tell = [&](const NotedLines& lines, const char* what, const std::string& cure) {
+    if (lines.count > 0) text += Lines(lines, what) + cure + "\n";
+  };
+  tell(notes.wrongChecksums, "with a wrong checksum",
+       "The file is damaged or was edited by hand: fetch it or build it again.");
+  tell(notes.addressRecords, "with an extended address (type 02 or 04)",
+       StoredAsData(notes.addressRecords) +
+           ", and all addresses are folded into 64 KiB: convert the file to 16-bit addresses.");
+  tell(notes.otherRecords, "of another type than data, such as a start address (03 or 05)",
+       StoredAsData(notes.otherRecords) + ": make the file without such lines.");
+  tell(notes.overwrites, "with data where data of an earlier line stands",
+       "The later data was taken: build the file again from parts that do not overlap.");
   if (notes.taken > 0) {
     text += "- The file is longer than what is taken of it, the first " +
             std::to_string(notes.taken) + " bytes. Is it the right one?\n";

@@ -65,7 +65,7 @@ ImageFile::ImageFile(const std::string& name, const Format& format, std::size_t 
   bytes_.resize(std::min(bytes_.size(), limit));
   if (bytes_.empty()) return;
   const HexCheck check = format.check(bytes_, static_cast<std::int32_t>(lastCell));
-  if (check.problem) problem_ = name + "\n" + *check.problem;
+  if (!check.problem.empty()) problem_ = name + "\n" + check.problem;
   notes_ = check.notes;
   if (longer) notes_.taken = limit;
 }

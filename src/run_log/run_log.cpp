@@ -1,5 +1,8 @@
 #include "run_log/run_log.h"
 
+#include <ctime>
+#include <iomanip>
+#include <sstream>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -13,22 +16,12 @@ namespace {
 constexpr std::string_view kHeading =
     "time,seconds,chip,operation,file,size,CRC,chip CRC,result,port,board\r\n";
 
-std::string TwoDigits(unsigned number) {
-  return {static_cast<char>('0' + number / 10), static_cast<char>('0' + number % 10)};
-}
-
 /// 2026-11-22T14:03:05Z
 std::string TimeText(RunLog::Time time) {
-  using namespace std::chrono;
-  const auto day = floor<days>(time);
-  const year_month_day date(day);
-  const hh_mm_ss clock(floor<seconds>(time - day));
-  return std::to_string(static_cast<int>(date.year())) + "-" +
-         TwoDigits(static_cast<unsigned>(date.month())) + "-" +
-         TwoDigits(static_cast<unsigned>(date.day())) + "T" +
-         TwoDigits(static_cast<unsigned>(clock.hours().count())) + ":" +
-         TwoDigits(static_cast<unsigned>(clock.minutes().count())) + ":" +
-         TwoDigits(static_cast<unsigned>(clock.seconds().count())) + "Z";
+  const std::time_t seconds = std::chrono::system_clock::to_time_t(time);
+  std::ostringstream text;
+  text << std::put_time(std::gmtime(&seconds), "%Y-%m-%dT%H:%M:%SZ");
+  return text.str();
 }
 
 /// Seconds with one decimal.

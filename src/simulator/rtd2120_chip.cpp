@@ -25,9 +25,7 @@ constexpr std::size_t kBankBytes = 65536;
 
 }  // namespace
 
-Rtd2120Chip::Rtd2120Chip(const Faults& faults) : faults_(faults) {
-  for (int bank = 0; bank < 2; ++bank) banks_.emplace_back(bank, kBankBytes, faults);
-}
+Rtd2120Chip::Rtd2120Chip(const Faults& faults) : SimulatedChip(2, kBankBytes, faults) {}
 
 void Rtd2120Chip::OnUnplugged() {
   ispMode_ = entryBegun_ = crcRequested_ = false;

@@ -25,10 +25,7 @@ class Rtd2120Chip final : public SimulatedChip {
  public:
   explicit Rtd2120Chip(const Faults& faults);
 
-  bool InIspMode() const override { return ispMode_; }
   int FirstBankNumber() const override { return 1; }
-  int Banks() const override { return static_cast<int>(banks_.size()); }
-  const Flash& Bank(int bank) const override { return banks_[static_cast<std::size_t>(bank)]; }
   std::string EntryText() const override { return "address 94, registers 90 and 36"; }
 
   void OnStart() override;
@@ -47,10 +44,6 @@ class Rtd2120Chip final : public SimulatedChip {
   std::uint8_t CrcStatus();
   std::uint8_t ComputeCrc() const;
 
-  const Faults& faults_;
-  std::vector<Flash> banks_;
-
-  bool ispMode_ = false;
   bool entryBegun_ = false;   // 90 = 40 came, 36 = 00 not yet
   std::uint8_t control_ = 0;  // last value written to 90
   std::uint8_t busyBit_ = 0;  // of the operation that runs

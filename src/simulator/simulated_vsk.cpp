@@ -34,11 +34,9 @@ std::uint16_t FeedCrc(std::uint16_t crc, std::uint8_t byte) {
 }  // namespace
 
 SimulatedVsk::SimulatedVsk(VskIdentity identity, const VskDataSheet& sheet, const Faults& faults)
-    : identity_(std::move(identity)), sheet_(sheet), faults_(faults) {
-  for (int bank = 0; bank < sheet.banks; ++bank) {
-    banks_.emplace_back(bank, sheet.flashBytes, faults);
-  }
-}
+    : SimulatedChip(sheet.banks, sheet.flashBytes, faults),
+      identity_(std::move(identity)),
+      sheet_(sheet) {}
 
 std::string SimulatedVsk::EntryText() const {
   std::string text = "address " + fileop::HexByte(identity_.address) + ", codes";

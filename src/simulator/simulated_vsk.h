@@ -30,9 +30,6 @@ class SimulatedVsk final : public SimulatedChip {
   SimulatedVsk(VskIdentity identity, const VskDataSheet& sheet, const Faults& faults);
 
   std::string EntryText() const override;
-  bool InIspMode() const override { return ispMode_; }
-  int Banks() const override { return static_cast<int>(banks_.size()); }
-  const Flash& Bank(int bank) const override { return banks_[static_cast<std::size_t>(bank)]; }
 
   void OnStart() override;
   void OnStop() override;
@@ -56,10 +53,6 @@ class SimulatedVsk final : public SimulatedChip {
 
   const VskIdentity identity_;
   const VskDataSheet sheet_;
-  const Faults& faults_;
-  std::vector<Flash> banks_;
-
-  bool ispMode_ = false;
   int busyPolls_ = 0;      // addresses that will not be acknowledged yet
   std::uint16_t crc_ = 0;  // undefined until it is reset
 

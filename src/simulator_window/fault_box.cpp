@@ -38,11 +38,11 @@ FaultBox::FaultBox(SimulatedBoard& board) : QGroupBox(QStringLiteral("Faults")),
   address_ = AddNumber(row, new HexSpinBox, "address (hex)", 0, 0xFFFF);
   row->addStretch();
 
-  OnChange(unplugged_, {moreFrames_}, &FaultBox::ApplyUnplugged);
-  OnChange(refused_, {byte_, frame_}, &FaultBox::ApplyRefused);
-  OnChange(flipped_, {bit_, bank_, address_}, &FaultBox::ApplyFlipped);
-  OnChange(busy_, {}, &FaultBox::ApplyBusy);
-  OnChange(stuck_, {}, &FaultBox::ApplyStuck);
+  OnChange(unplugged_, {moreFrames_}, [this] { ApplyUnplugged(); });
+  OnChange(refused_, {byte_, frame_}, [this] { ApplyRefused(); });
+  OnChange(flipped_, {bit_, bank_, address_}, [this] { ApplyFlipped(); });
+  OnChange(busy_, {}, [this] { board_.faults.busyForEver = busy_->isChecked(); });
+  OnChange(stuck_, {}, [this] { board_.faults.sdaStuckLow = stuck_->isChecked(); });
 }
 
 QCheckBox* FaultBox::AddSwitch(QLayout* row, const char* name, const char* caption) {
@@ -64,8 +64,8 @@ QSpinBox* FaultBox::AddNumber(QLayout* row, QSpinBox* number, const char* captio
 }
 
 void FaultBox::OnChange(QCheckBox* on, const std::vector<QSpinBox*>& numbers,
-                        void (FaultBox::*apply)()) {
-  const auto changed = Guarded(this, [this, apply] { (this->*apply)(); });
+                        const std::function<void()>& apply) {
+  const auto changed = Guarded(this, apply);
   connect(on, &QCheckBox::toggled, this, changed);
   for (QSpinBox* number : numbers) connect(number, &QSpinBox::valueChanged, this, changed);
 }
@@ -115,9 +115,5 @@ void FaultBox::ApplyFlipped() {
   board_.faults.flippedBit = {bank_->value() - chip->FirstBankNumber(),
                               static_cast<std::uint32_t>(address_->value()), bit_->value()};
 }
-
-void FaultBox::ApplyBusy() { board_.faults.busyForEver = busy_->isChecked(); }
-
-void FaultBox::ApplyStuck() { board_.faults.sdaStuckLow = stuck_->isChecked(); }
 
 }  // namespace simulator

@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QSpinBox>
+#include <functional>
 #include <vector>
 
 #include "simulator/simulated_board.h"
@@ -24,13 +25,12 @@ class FaultBox final : public QGroupBox {
   QCheckBox* AddSwitch(QLayout* row, const char* name, const char* caption);
   QSpinBox* AddNumber(QLayout* row, QSpinBox* number, const char* caption, int least, int most);
   /// `apply` runs when the switch or one of its numbers has changed.
-  void OnChange(QCheckBox* on, const std::vector<QSpinBox*>& numbers, void (FaultBox::*apply)());
+  void OnChange(QCheckBox* on, const std::vector<QSpinBox*>& numbers,
+                const std::function<void()>& apply);
 
   void ApplyUnplugged();
   void ApplyRefused();
   void ApplyFlipped();
-  void ApplyBusy();
-  void ApplyStuck();
 
   SimulatedBoard& board_;
   QCheckBox* unplugged_;

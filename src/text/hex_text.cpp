@@ -12,14 +12,10 @@ bool BeginsCharacter(char c) { return (static_cast<unsigned char>(c) & 0xC0) != 
 }  // namespace
 
 std::string HexText(std::int32_t value) {
-  auto rest = static_cast<std::uint32_t>(value);
-  std::string text;
-  do {
-    text += kHexDigits[rest % 16];
-    rest /= 16;
-  } while (rest != 0);
-  std::reverse(text.begin(), text.end());
-  return text;
+  std::array<char, 8> digits{};
+  const auto end =
+      std::to_chars(digits.begin(), digits.end(), static_cast<std::uint32_t>(value), 16);
+  return UpperCase({digits.data(), end.ptr});
 }
 
 std::optional<std::uint32_t> WholeHex(std::string_view text) {

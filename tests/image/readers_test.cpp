@@ -170,7 +170,7 @@ TEST_F(ReadersTest, WhatAMakerHardlyMeantIsTold) {
     const auto check = loadfile::CheckHex(c.text, 65536);
     EXPECT_EQ(check.notes, c.notes);
     view.notes.clear();
-    EXPECT_EQ(Hex(c.text), !check.problem);
+    EXPECT_EQ(Hex(c.text), check.problem.empty());
     EXPECT_EQ(view.notes.empty(), c.words.empty()) << view.notes;
     if (!c.words.empty()) {
       EXPECT_THAT(view.notes, HasSubstr("\n" + (folder / "f.hex").string()));

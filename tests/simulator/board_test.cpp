@@ -45,29 +45,13 @@ TEST_F(BoardTest, RefusesWhatARealChipWouldNotTake) {
   EXPECT_TRUE(Send(0x96, {0xA0, 0}));
   EXPECT_TRUE(Send(0x94, {0, 0xF1}));
   EXPECT_EQ(chip.Bank(0).Cells()[0], 0x01) << "programming only clears bits";
+  EXPECT_TRUE(Send(0x96, {0xA0, 0}));
+  rig->frames.IspTxBuf.fill(0);
+  EXPECT_FALSE(rig->frames.SendBuffer(0x94, 258, tongxun::AddressByte::Unchanged)) << "too long";
   int count = 256;
   EXPECT_FALSE(rig->frames.IspReadFrame(0x94, count)) << "a read without a page";
-}
-
-TEST(SimulatedVsk, AVariantTakesItsOwnPagesOnly) {
-  const simulator::Faults faults;
-  simulator::SimulatedVsk small({.address = 0x94, .codes = {0x5A}},
-                                {simulator::ConnectedChip::Vsk830, "small", 1, 128, 32768}, faults);
-  const auto send = [&small](std::uint8_t address, std::vector<std::uint8_t> bytes) {
-    small.OnStart();
-    bool taken = small.OnAddress(address);
-    for (const std::uint8_t byte : bytes) taken = taken && small.OnWrite(byte);
-    small.OnStop();
-    return taken;
-  };
-  ASSERT_TRUE(send(0x5A, {}));
-  EXPECT_TRUE(send(0x96, {0xA0, 255}));
-  EXPECT_FALSE(send(0x94, std::vector<std::uint8_t>(130))) << "one byte more than a page";
-  EXPECT_EQ(std::count(small.Bank(0).Cells().begin(), small.Bank(0).Cells().end(), 0), 128);
-  EXPECT_EQ(small.Bank(0).Cells().back(), 0);
-  EXPECT_TRUE(send(0x96, {0x30, 255}));
-  EXPECT_FALSE(send(0x94, {0, 0})) << "busy";
-  EXPECT_EQ(small.Bank(0).Cells().back(), 0xFF);
+  EXPECT_TRUE(Send(0x96, {0x30, 0}));
+  EXPECT_FALSE(Send(0x96, {0xD0})) << "busy";
 }
 
 TEST_F(BoardTest, APowerCycleAndPluggingInEndIspModeAndKeepTheFlash) {

@@ -18,12 +18,8 @@ class IoPortsAccess final : public PortAccess {
   IoPortsAccess(const IoPortsAccess&) = delete;
   IoPortsAccess& operator=(const IoPortsAccess&) = delete;
 
-  PortFault WriteData(std::uint8_t value) override {
-    system_.Out(base_, value);
-    return {};
-  }
-  PortFault WriteControl(std::uint8_t value) override {
-    system_.Out(base_ + 2, value);
+  PortFault Write(PortRegister which, std::uint8_t value) override {
+    system_.Out(base_ + static_cast<std::uint32_t>(which), value);
     return {};
   }
   PortFault ReadStatus(std::uint8_t& value) override {
@@ -34,8 +30,8 @@ class IoPortsAccess final : public PortAccess {
   PortFault GiveBack() override {
     if (!ours_) return {};
     ours_ = false;
-    WriteControl(control_);
-    WriteData(data_);
+    Write(PortRegister::Control, control_);
+    Write(PortRegister::Data, data_);
     const int result = system_.IoPerm(base_, kRegisters, false);
     return result < 0 ? PortFault{"ioperm", -result} : PortFault{};
   }

@@ -7,10 +7,8 @@
 
 namespace {
 
-// What the bits of the two registers that carry no line hold all the time. Nothing is lost when
-// they are not carried.
-constexpr std::uint8_t kDataAtRest = 0x7F;
-constexpr std::uint8_t kControlAtRest = 0;
+/// What the bits of a register hold that carry no line. Nothing is lost when they are not carried.
+std::uint8_t AtRest(PortRegister which) { return which == PortRegister::Data ? 0x7F : 0; }
 
 }  // namespace
 
@@ -33,7 +31,7 @@ void LinuxParallelPort::UsePort(std::uint32_t base) {
 }
 
 void LinuxParallelPort::Sample(std::uint8_t bits) {
-  if (Usable()) NoteLost(PortRegister::Status, bits, bits, access_->Carried().status);
+  if (Usable()) NoteLost(PortRegister::Status, bits);
 }
 
 bool LinuxParallelPort::StillThere() {
@@ -45,18 +43,11 @@ bool LinuxParallelPort::StillThere() {
 }
 
 void LinuxParallelPort::DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) {
-  if (!Usable()) return;
-  const PortBits carried = access_->Carried();
-  switch (const auto which = static_cast<PortRegister>(port - place_.base)) {
-    case PortRegister::Data:
-      NoteLost(which, value, value ^ kDataAtRest, carried.data);
-      return NoteFault(access_->WriteData(value));
-    case PortRegister::Control:
-      NoteLost(which, value, value ^ kControlAtRest, carried.control);
-      return NoteFault(access_->WriteControl(value));
-    case PortRegister::Status:
-      return;
-  }
+  const auto which = static_cast<PortRegister>(port - place_.base);
+  const bool isWritten = which == PortRegister::Data || which == PortRegister::Control;
+  if (!Usable() || !isWritten) return;
+  NoteLost(which, value);
+  NoteFault(access_->Write(which, value));
 }
 
 std::optional<std::uint8_t> LinuxParallelPort::DlPortReadPortUchar(std::uint32_t /*port*/) {
@@ -65,9 +56,10 @@ std::optional<std::uint8_t> LinuxParallelPort::DlPortReadPortUchar(std::uint32_t
   return Usable() ? std::optional(status) : std::nullopt;
 }
 
-void LinuxParallelPort::NoteLost(PortRegister which, std::uint8_t value, int needed,
-                                 std::uint8_t carried) {
-  if ((needed & ~carried) == 0 || std::exchange(lostTold_, true)) return;
+void LinuxParallelPort::NoteLost(PortRegister which, std::uint8_t value) {
+  const std::uint8_t carried = access_->Carried(which);
+  const int lost = (value ^ AtRest(which)) & ~carried;
+  if (lost == 0 || std::exchange(lostTold_, true)) return;
   report_(port_messages::BitsLost(place_.base, device_, which, value, carried));
 }
 

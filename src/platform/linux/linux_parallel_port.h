@@ -37,9 +37,9 @@ class LinuxParallelPort final : public PortIo {
   void GiveBack();
 
   bool Usable() const { return access_ != nullptr && !failed_; }
-  /// Told once for each use of a port: `needed` bits of a register that are not `carried`. `value`:
-  /// what was to be written or read.
-  void NoteLost(PortRegister which, std::uint8_t value, int needed, std::uint8_t carried);
+  /// Told once for each use of a port: bits to be written, or to be sampled, that it does not
+  /// carry.
+  void NoteLost(PortRegister which, std::uint8_t value);
   /// The first fault is told, and ends the use of the port: what it answers from then on would be
   /// guesswork.
   void NoteFault(PortFault fault);

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "platform/linux/port_system.h"
+#include "platform/port_io.h"
 
 /// A system call that failed.
 struct PortFault {
@@ -15,12 +16,6 @@ struct PortFault {
   int error = 0;               // errno
 
   explicit operator bool() const { return call != nullptr; }
-};
-
-struct PortBits {
-  std::uint8_t data = 0xFF;
-  std::uint8_t status = 0xFF;
-  std::uint8_t control = 0xFF;
 };
 
 /// What a way is told of the port that it is to reach.
@@ -36,16 +31,16 @@ class PortAccess {
   /// Gives the port back if that has not been done.
   virtual ~PortAccess() = default;
 
-  virtual PortFault WriteData(std::uint8_t value) = 0;
-  virtual PortFault WriteControl(std::uint8_t value) = 0;
+  /// `which`: the data or the control register.
+  virtual PortFault Write(PortRegister which, std::uint8_t value) = 0;
   /// `value` is untouched when the reading failed.
   virtual PortFault ReadStatus(std::uint8_t& value) = 0;
 
   /// The port was taken from the kernel. Its registers can still be used, to no effect.
   virtual bool Gone() const { return false; }
 
-  /// The bits of each register that reach the port's pins.
-  virtual PortBits Carried() const { return {}; }
+  /// The bits of a register that reach the port's pins.
+  virtual std::uint8_t Carried(PortRegister /*which*/) const { return 0xFF; }
 
   /// Puts control and data back, in this order, and leaves the port. Every step is tried; the first
   /// fault is returned. The access is dead afterwards; a second call does nothing.

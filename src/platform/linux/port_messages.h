@@ -8,7 +8,6 @@
 
 #include "platform/linux/known_ports.h"
 #include "platform/linux/port_access.h"
-#include "platform/port_io.h"
 
 namespace port_messages {
 

@@ -36,9 +36,9 @@ class PpdevAccess final : public PortAccess {
   /// Reads the registers that are put back later. Only a claimed port can be read.
   PortFault Save();
 
-  PortFault WriteData(std::uint8_t value) override { return Call("PPWDATA", PPWDATA, &value); }
-  PortFault WriteControl(std::uint8_t value) override {
-    value &= kControlOutputs;
+  PortFault Write(PortRegister which, std::uint8_t value) override {
+    value &= Carried(which);
+    if (which == PortRegister::Data) return Call("PPWDATA", PPWDATA, &value);
     return Call("PPWCONTROL", PPWCONTROL, &value);
   }
   PortFault ReadStatus(std::uint8_t& value) override {
@@ -46,7 +46,9 @@ class PpdevAccess final : public PortAccess {
   }
   /// The driver answers for a port that has gone: writes succeed, and the status reads 0.
   bool Gone() const override { return WordOn(system_, port_) != word_; }
-  PortBits Carried() const override { return {.control = kControlOutputs}; }
+  std::uint8_t Carried(PortRegister which) const override {
+    return which == PortRegister::Control ? kControlOutputs : 0xFF;
+  }
   PortFault GiveBack() override;
 
  private:
@@ -89,8 +91,8 @@ PortFault PpdevAccess::GiveBack() {
     if (!first) first = fault;
   };
   if (saved_) {
-    keep(WriteControl(control_));
-    keep(WriteData(data_));
+    keep(Write(PortRegister::Control, control_));
+    keep(Write(PortRegister::Data, data_));
   }
   if (claimed_) keep(Call("PPRELEASE", PPRELEASE));
   system_.Close(descriptor_);

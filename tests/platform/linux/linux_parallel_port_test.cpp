@@ -145,10 +145,11 @@ TEST_F(LinuxParallelPortTest, WhatIsWrongIsToldOnceForEachUseOfAnAddress) {
 
 /// A way of other lines, as its own file beside the board table tells it.
 struct FewLines final : PortAccess {
-  PortFault WriteData(std::uint8_t) override { return {}; }
-  PortFault WriteControl(std::uint8_t) override { return {}; }
+  PortFault Write(PortRegister, std::uint8_t) override { return {}; }
   PortFault ReadStatus(std::uint8_t&) override { return {}; }
-  PortBits Carried() const override { return {.data = 0x80, .status = 0x40, .control = 0x01}; }
+  std::uint8_t Carried(PortRegister which) const override {
+    return std::array<std::uint8_t, 3>{0x80, 0x40, 0x01}.at(static_cast<std::size_t>(which));
+  }
   PortFault GiveBack() override { return {}; }
 };
 
