@@ -159,7 +159,8 @@ TEST(LinuxPortWays, AWaySaysItselfWhichBitsItCarries) {
   }};
   PortRig rig;
   rig.io = std::make_unique<LinuxParallelPort>(
-      nullptr, "boards", [&](auto& text) { rig.told.push_back(text); }, ways);
+      std::make_unique<FakePortSystem>(rig.kernel), "boards",
+      [&](auto& text) { rig.told.push_back(text); }, ways);
   const auto use = [&](std::uint8_t sampled, std::uint8_t data, std::uint8_t control) {
     rig.io->UsePort(0x378);
     rig.io->Sample(sampled);
