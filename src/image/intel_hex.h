@@ -1,7 +1,6 @@
 // Intel HEX text as fixed fields of characters. Pure: no files, no windows.
 //
-//   : nn aaaa tt dd..dd cc CR LF     start code, byte count, address, type, data, checksum, line
-//   end
+//   : nn aaaa tt dd..dd cc CR LF    start code, byte count, address, type, data, checksum, line end
 //
 // Every record is stored as a data record, whatever its type and checksum. A record that begins
 // within the last 13 characters is never read, which leaves the end-of-file record out.

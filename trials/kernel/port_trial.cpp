@@ -1,6 +1,5 @@
 // The tool's own port code on a real kernel: takes the port at 0x378 as the tool does, does one
-// small thing, and ends in one of the tool's ways. What the operator would be told goes to standard
-// output.
+// small thing, and ends in one of the tool's ways. It prints what the operator would be told.
 //
 //   byte            START, the byte A5, STOP, normal end
 //   exit            the same, then EXIT: the event loop is left
@@ -16,7 +15,6 @@
 #include <linux/ppdev.h>
 #include <sys/io.h>
 #include <sys/ioctl.h>
-#include <sys/time.h>
 #include <unistd.h>
 
 #include <QCoreApplication>
