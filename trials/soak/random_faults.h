@@ -42,7 +42,8 @@ inline bool AddFaults(Random& random, std::size_t frames, std::size_t imageSize,
                                    static_cast<int>(Pick(random, 0, 7))};
         break;
       default:
-        board.faults.busyForEver = Pick(random, 1, busyOneIn) == 1;
+        // What hangs goes on hanging until the power is cycled.
+        if (Pick(random, 1, busyOneIn) == 1) board.faults.busyForEver = true;
         board.faults.sdaStuckLow = !board.faults.busyForEver && Pick(random, 0, 1) == 0;
     }
   }
