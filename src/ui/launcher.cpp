@@ -114,8 +114,7 @@ void Main::InitRTD2120() {
 
 void Main::check_file() {
   const auto path = tool_.directories.programFolder / "Initial" / "security.cod";
-  EnsureFile(path);
-  if (ReadFile(path, 1).bytes.empty()) {
+  if (ReadFile(path, 1)->empty()) {
     form3_ = std::make_unique<Form3>(path);
     PlaceBeside(*form3_, *this);
     form3_->show();

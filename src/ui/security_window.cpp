@@ -80,7 +80,7 @@ void Form3::Command1_Click() {
   for (std::size_t i = 0; i < entry.codes.size(); ++i) {
     entry.codes[i] = boxes_[2 + i]->text().toStdString();
   }
-  const fileop::SecurityCheck check = fileop::CheckSecurityEntry(entry, parameterFile_);
-  if (!check.message.empty()) ShowMessageBox(this, check.message, check.reason);
-  if (check.accepted) close();
+  const Status check = fileop::CheckSecurityEntry(entry, parameterFile_);
+  if (!check.Reason().empty()) ShowMessageBox(this, check.Reason(), check.Cause());
+  if (check.Ok()) close();
 }

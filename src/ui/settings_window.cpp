@@ -126,9 +126,8 @@ bool Form2::ApplyPortAddress() {
   port_.PortBase = *address == 0 ? IicPort::kDefaultPortBase : static_cast<std::int32_t>(*address);
   port_.ReopenPort();  // whatever kept it from being used may have been mended
   if (*address == 0) ShowPortAddress();
-  const bool saved = portAddress_.SavePortAddress();
   ShowMessageBox(this, "Parallel Address Modify is 0x" + HexText(port_.PortBase),
-                 saved ? std::string() : portAddress_.UnsavedNotice());
+                 portAddress_.SavePortAddress().Reason());
   return true;
 }
 

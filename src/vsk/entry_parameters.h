@@ -8,6 +8,8 @@
 #include <span>
 #include <string>
 
+#include "platform/status.h"
+
 namespace fileop {
 
 /// Reads at most 11 bytes into `params` and sets the entry behind the last one to 0; entries behind
@@ -21,14 +23,9 @@ struct SecurityEntry {
   std::array<std::string, 4> codes;
 };
 
-struct SecurityCheck {
-  bool accepted = false;
-  std::string message = {};  // for a message box; empty when the refusal is silent
-  std::string reason = {};   // why the file could not be written
-};
-
-/// Writes a complete and valid entry to the file; deletes the file when the entry is refused. A
-/// file that cannot be written keeps what it holds, and the result says why.
-SecurityCheck CheckSecurityEntry(const SecurityEntry& entry, const std::filesystem::path& path);
+/// Writes a complete and valid entry to the file; deletes the file when the entry is refused, for a
+/// reason that is empty when the refusal is silent. A file that cannot be written keeps what it
+/// holds.
+Status CheckSecurityEntry(const SecurityEntry& entry, const std::filesystem::path& path);
 
 }  // namespace fileop
