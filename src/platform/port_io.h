@@ -27,8 +27,8 @@ class PortIo {
 
   /// The accesses that follow go to this parallel port. No port access in itself. Called before the
   /// first access and at the first access after the address has changed: a register's number alone
-  /// does not tell which port it belongs to, for 0x37A is the control register of 0x378 and the data
-  /// register of 0x37A.
+  /// does not tell which port it belongs to, for 0x37A is the control register of 0x378 and the
+  /// data register of 0x37A.
   virtual void UsePort(const PortUse& /*use*/) {}
 
   /// False when there is no port, or when it has gone since it was taken. No port access in itself,
