@@ -1,7 +1,9 @@
 # Sourced by every command, in the project's folder: what they need on a Debian 12 machine, installing
 # it, and building.
 
-build_packages=(g++ cmake ninja-build qt6-base-dev libgl-dev librsvg2-bin)
+# What isp-write is built with: its command line, its JSON.
+terminal_packages=(libcli11-dev nlohmann-json3-dev)
+build_packages=(g++ cmake ninja-build qt6-base-dev libgl-dev librsvg2-bin "${terminal_packages[@]}")
 # The windows' fonts: text, hexadecimal columns, and full-width characters.
 run_packages=(fonts-liberation fonts-wqy-microhei)
 test_packages=(git libgtest-dev libgmock-dev qt6-base-private-dev clang-format clang-tidy sigrok-cli)
@@ -13,12 +15,13 @@ screen_packages=(xvfb xauth openbox xdotool xclip imagemagick)
 try_packages=(mmdebstrap "${screen_packages[@]}")
 # A desktop around them: a theme, a screen reader.
 desktop_packages=(qt6-gtk-platformtheme orca at-spi2-core dbus)
-windows_packages=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest wine64)
+windows_packages=(cmake ninja-build g++-mingw-w64-x86-64-posix googletest wine64
+  "${terminal_packages[@]}")
 windows_program_packages=(git cmake ninja-build g++-mingw-w64-x86-64-posix qt6-base-dev dpkg-dev
-  librsvg2-bin icoutils cmark-gfm zip)
+  librsvg2-bin icoutils cmark-gfm zip "${terminal_packages[@]}")
 windows_try_packages=("${windows_packages[@]}" unzip xvfb xauth xdotool imagemagick fonts-liberation
   fonts-wqy-microhei)
-fuzz_packages=(cmake ninja-build clang libclang-rt-14-dev)
+fuzz_packages=(cmake ninja-build clang libclang-rt-14-dev "${terminal_packages[@]}")
 # What boots a kernel with a parallel port. The trial is configured together with the tests.
 kernel_packages=(libgtest-dev libgmock-dev qt6-base-private-dev qemu-system-x86 busybox-static cpio
   kmod gawk)

@@ -29,23 +29,6 @@ Status EnsureFolderOf(const fs::path& file) {
   return StatusOf(error);
 }
 
-/// Writes the content under another name first, which then takes the file's place at once.
-Status Replace(const fs::path& file, const std::string& content) {
-  fs::path part = file;
-  part += ".part";
-  std::error_code error;
-  Status status = EnsureFolderOf(file);
-  if (status.Ok()) status = Write(part, content, std::ios::trunc);
-  if (status.Ok()) {
-    const fs::file_status old = fs::status(file, error);
-    if (fs::exists(old)) fs::permissions(part, old.permissions(), error);
-    fs::rename(part, file, error);
-    status = StatusOf(error);
-  }
-  if (fs::is_regular_file(part, error)) fs::remove(part, error);
-  return status;
-}
-
 Status Unreadable(const std::string& reason) {
   return Status::Failed("the file cannot be read: " + reason);
 }
@@ -75,6 +58,36 @@ void EnsureFile(const fs::path& path) {
   std::ofstream(path, std::ios::binary | std::ios::app);
 }
 
+/// Under another name first, which then takes the file's place at once.
+Status ReplaceFile(const fs::path& file, const std::string& content) {
+  fs::path part = file;
+  part += ".part";
+  std::error_code error;
+  Status status = EnsureFolderOf(file);
+  if (status.Ok()) status = Write(part, content, std::ios::trunc);
+  if (status.Ok()) {
+    const fs::file_status old = fs::status(file, error);
+    if (fs::exists(old)) fs::permissions(part, old.permissions(), error);
+    fs::rename(part, file, error);
+    status = StatusOf(error);
+  }
+  if (fs::is_regular_file(part, error)) fs::remove(part, error);
+  return status;
+}
+
+Status CanReplace(const fs::path& path) {
+  std::error_code error;
+  if (fs::is_directory(path, error)) return Status::Failed("it is a folder, not a file");
+  if (!fs::is_directory(fs::absolute(path, error).parent_path(), error)) {
+    return Status::Failed("its folder does not exist");
+  }
+  fs::path part = path;
+  part += ".part";
+  const Status status = Write(part, "", std::ios::trunc);
+  if (status.Ok()) fs::remove(part, error);
+  return status;
+}
+
 Status WriteAtStart(const fs::path& path, std::span<const std::uint8_t> bytes) {
   std::error_code error;
   const fs::path linked = fs::canonical(path, error);
@@ -84,7 +97,7 @@ Status WriteAtStart(const fs::path& path, std::span<const std::uint8_t> bytes) {
 
   std::string content(bytes.begin(), bytes.end());
   if (old->size() > content.size()) content += old->substr(content.size());
-  Status status = Replace(file, content);
+  Status status = ReplaceFile(file, content);
   // A folder that takes no new file may hold one that can be written to. Where it need not grow,
   // nothing of it can be lost.
   const bool grows = content.size() > old->size();

@@ -23,6 +23,12 @@ void EnsureFile(const std::filesystem::path& path);
 /// should.
 Status WriteAtStart(const std::filesystem::path& path, std::span<const std::uint8_t> bytes);
 
+/// Gives the file this content and no other, creating it and its folder when missing; never half of
+/// it.
+Status ReplaceFile(const std::filesystem::path& path, const std::string& content);
+/// Whether `ReplaceFile` could: tried without touching the file.
+Status CanReplace(const std::filesystem::path& path);
+
 /// What the operator is told of a setting that was not written to its file for this reason.
 std::string Unsaved(const std::filesystem::path& path, const std::string& reason);
 

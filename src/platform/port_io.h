@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "platform/problem.h"
 
@@ -41,6 +43,16 @@ class PortIo {
   /// 0xFF is what a bus without a target shows.
   virtual std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t port) = 0;
 };
+
+/// One port that a program could be told to use.
+struct PortNote {
+  std::optional<std::uint32_t> base = {};  // none for what is no port yet
+  std::string device = {};                 // what it goes through
+  std::string problem = {};                // empty when it could be reached now
+};
+
+/// The ports that are known on this machine. Takes none of them. `boardFolder`: as below.
+std::vector<PortNote> SystemPorts(const std::filesystem::path& boardFolder);
 
 /// The machine's own parallel port. It is taken at the first `UsePort` and given back, with its
 /// data and control registers as they were found, when it is left for another one and when the

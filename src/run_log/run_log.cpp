@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::string_view kHeading =
-    "time,seconds,chip,operation,file,size,CRC,chip CRC,result,port,board\r\n";
+    "time,seconds,chip,operation,file,size,CRC,chip CRC,result,port,board,program\r\n";
 
 /// 2026-11-22T14:03:05Z
 std::string TimeText(RunLog::Time time) {
@@ -75,7 +75,8 @@ std::string RunLog::TextOf(const RunLine& line) const {
   const std::string size = line.file.empty() ? std::string() : std::to_string(line.size);
   std::string text = TimeText(now_()) + "," + DurationText(line.duration);
   for (const std::string& field : {line.chip, line.operation, line.file, size, line.crc,
-                                   line.chipCrc, ResultText(line.result), way.port, way.board}) {
+                                   line.chipCrc, ResultText(line.result), way.port, way.board,
+                                   way.program}) {
     text += "," + Field(field);
   }
   return text + "\r\n";

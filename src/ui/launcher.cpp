@@ -81,13 +81,8 @@ void Main::Command4_Click() { QCoreApplication::exit(); }
 void Main::Form_Unload() { QCoreApplication::exit(); }
 
 void Main::Form_Load() {
-  const auto initial = tool_.directories.programFolder / "Initial";
-  const auto turn = [] { QCoreApplication::processEvents(); };
   WriterState = OpenWriter::None;
-  tool_.portAddress.LoadPortAddress();
-  tool_.port.InitPortShadows();
-  tool_.boards.LoadPortConfig(initial / "InitPort.csv", turn);
-  tool_.boards.LoadCurrentBoard(initial / "CurrIspBoard.csv", turn);
+  tool_.LoadConfiguration([] { QCoreApplication::processEvents(); });
   Init830And630();
   InitRTD2120();
 }

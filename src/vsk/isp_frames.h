@@ -55,8 +55,8 @@ class IspFrames {
   /// S address&FE bytes.. Sr address|01 [bytes..] P     result: the read phase's
   bool IspWriteReadFrame(int address, int writeCount, int readCount);
 
-  /// S 97 [5 bytes] P: `HwCrc` from the last two; 0 when nobody answers.
-  void ReadHwCrc();
+  /// S 97 [5 bytes] P: `HwCrc` from the last two; 0 when nobody answers, which returns false.
+  bool ReadHwCrc();
 
  private:
   bool WriteFrame(int firstByte, int& count, bool stop);
