@@ -6,7 +6,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "platform/problem.h"
 
@@ -44,14 +43,15 @@ class PortIo {
   virtual std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t port) = 0;
 };
 
-/// One port that a program could be told to use.
+/// One port that the program could be told to use.
 struct PortNote {
-  std::optional<std::uint32_t> base = {};  // none for what is no port yet
-  std::string device = {};                 // what it goes through
-  std::string problem = {};                // empty when it could be reached now
+  std::optional<std::uint32_t> base;  // its address; nothing where none stands for it
+  std::string device;                 // what it goes through
+  std::string problem;                // why it cannot be reached now; empty when it can
 };
 
-/// The ports that are known on this machine. Takes none of them. `boardFolder`: as below.
+/// The ports that are known on this machine, and what could become one. Takes none of them.
+/// `boardFolder`: as below.
 std::vector<PortNote> SystemPorts(const std::filesystem::path& boardFolder);
 
 /// The machine's own parallel port. It is taken at the first `UsePort` and given back, with its

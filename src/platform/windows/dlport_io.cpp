@@ -85,3 +85,8 @@ std::unique_ptr<PortIo> SystemParallelPort(const std::filesystem::path& /*boardF
                                            Problem report) {
   return std::make_unique<DlPortIo>(std::move(report));
 }
+
+// Any address can be reached; which of them belong to a port the library does not tell.
+std::vector<PortNote> SystemPorts(const std::filesystem::path& /*boardFolder*/) {
+  return {{.device = std::string(kLibrary) + ", any address"}};
+}
