@@ -7,6 +7,8 @@
 #include "platform/files.h"
 #include "text/hex_text.h"
 
+using namespace tongxun;
+
 namespace fileop {
 namespace {
 
@@ -32,23 +34,26 @@ Result<Bytes> ReadEntry(const SecurityEntry& entry) {
 
   const Result<int> count = ReadBox(entry.count, kCountMessage);
   if (!count.Ok()) return count;
-  if (*count < 1 || *count > 4) return Status::Failed(kCountMessage);
+  const auto codes = static_cast<std::size_t>(*count);
+  if (codes < 1 || codes > entry.codes.size()) return Status::Failed(kCountMessage);
 
   // The address goes out as a 32-bit and the count as a 16-bit little-endian number, each partly
   // overwritten by what follows; four bytes are therefore the least that a file holds.
-  Bytes bytes{static_cast<std::uint8_t>(*address), static_cast<std::uint8_t>(*count)};
-  for (std::size_t i = 0; i < static_cast<std::size_t>(*count); ++i) {
+  Bytes bytes(std::max<std::size_t>(4, kEntryFirstCode + codes));
+  bytes[kEntryAddress] = static_cast<std::uint8_t>(*address);
+  bytes[kEntryCodeCount] = static_cast<std::uint8_t>(*count);
+  for (std::size_t i = 0; i < codes; ++i) {
     const Result<int> code = ReadBox(entry.codes[i], kByteMessage);
     if (!code.Ok()) return code;
-    bytes.push_back(static_cast<std::uint8_t>(*code));
+    bytes[kEntryFirstCode + i] = static_cast<std::uint8_t>(*code);
   }
-  bytes.resize(std::max<std::size_t>(4, bytes.size()));
   return bytes;
 }
 
 }  // namespace
 
-void ReadSecurityFile(const std::filesystem::path& path, std::span<std::int16_t, 11> params) {
+void ReadSecurityFile(const std::filesystem::path& path,
+                      std::span<std::int16_t, kEntryCells> params) {
   EnsureFile(path);
   const Result<std::string> file = ReadFile(path, params.size());
   const std::size_t count = file->size();

@@ -1,5 +1,5 @@
 // The ISP entry parameters in "Initial/security.cod": the slave address and the security codes that
-// open ISP mode. Binary: address, number of codes n, the n codes, and a 0 byte when n is 1.
+// open ISP mode, laid out as `vsk_protocol.h` tells.
 #pragma once
 
 #include <array>
@@ -9,12 +9,14 @@
 #include <string>
 
 #include "platform/status.h"
+#include "vsk/vsk_protocol.h"
 
 namespace fileop {
 
-/// Reads at most 11 bytes into `params` and sets the entry behind the last one to 0; entries behind
-/// that keep their values. A missing file is created empty.
-void ReadSecurityFile(const std::filesystem::path& path, std::span<std::int16_t, 11> params);
+/// Reads at most `kEntryCells` bytes into `params` and sets the entry behind the last one to 0;
+/// entries behind that keep their values. A missing file is created empty.
+void ReadSecurityFile(const std::filesystem::path& path,
+                      std::span<std::int16_t, tongxun::kEntryCells> params);
 
 /// What the operator typed into the Security Check window.
 struct SecurityEntry {

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "vsk/vsk_protocol.h"
-
 namespace tongxun {
 namespace {
 

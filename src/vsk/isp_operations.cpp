@@ -25,10 +25,11 @@ bool IspOperations::EnterIspMode(IspView& view) {
     return false;
   }
   const auto& params = frames_.IspParams;
-  const int codes = std::min<int>(params[1], kMostCodes);
-  if (codes > 1) std::copy_n(params.begin() + 3, codes - 1, frames_.IspTxBuf.begin());
-  int count = codes - 1;
-  IspModeOn = frames_.IspWriteFrame(params[2], count, true);
+  int count = std::min<int>(params[kEntryCodeCount], kMostCodes) - 1;  // behind the first
+  if (count > 0) {
+    std::copy_n(params.begin() + kEntryFirstCode + 1, count, frames_.IspTxBuf.begin());
+  }
+  IspModeOn = frames_.IspWriteFrame(params[kEntryFirstCode], count, true);
   ShowResult(view, StatusLabel::IspMode, IspModeOn, "isp mode is exist", "isp mode is no exist");
   return IspModeOn;
 }
