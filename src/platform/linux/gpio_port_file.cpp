@@ -109,12 +109,12 @@ std::string GpioPortFile::ProblemOf(std::optional<std::uint32_t> base) const {
 
 GpioPortFile ReadGpioPorts(const std::filesystem::path& folder) {
   GpioPortFile file{.path = folder / "GpioPort.csv", .addresses = {}, .rows = {}, .faults = {}};
-  const FileContent content = ReadFile(file.path, kLargestFile);
-  if (!content.Ok() && !content.missing) {
-    file.faults.push_back({{}, gpio_messages::UnreadableFile(file.path, content.problem)});
+  const auto content = ReadFile(file.path, kLargestFile);
+  if (!content.Ok() && !content.IsMissing()) {
+    file.faults.push_back({{}, gpio_messages::UnreadableFile(file.path, content.Reason())});
   }
   Reader reader(file);
-  std::istringstream rows(content.bytes);
+  std::istringstream rows(*content);
   for (std::string row; std::getline(rows, row);) reader.Row(row);
   return file;
 }

@@ -132,7 +132,7 @@ port_messages::Rights RightsTo(PortSystem& system, const KnownPort& port) {
 std::vector<PortNote> PpdevPorts(PortSystem& system) {
   std::vector<PortNote> notes;
   for (const KnownPort& port : KnownPorts(system)) {
-    PortNote note{.base = port.base, .device = port.Node()};
+    PortNote note{port.base, port.Node(), {}};
     const auto holder = HolderOf(system, port);
     const int descriptor = system.Open(port.Node());
     if (descriptor >= 0) system.Close(descriptor);

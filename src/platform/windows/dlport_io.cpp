@@ -88,5 +88,5 @@ std::unique_ptr<PortIo> SystemParallelPort(const std::filesystem::path& /*boardF
 
 // Any address can be reached; which of them belong to a port the library does not tell.
 std::vector<PortNote> SystemPorts(const std::filesystem::path& /*boardFolder*/) {
-  return {{.device = std::string(kLibrary) + ", any address"}};
+  return {{{}, std::string(kLibrary) + ", any address", {}}};
 }
