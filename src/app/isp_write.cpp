@@ -1,4 +1,6 @@
 // The tool from a terminal.
+#include "terminal/isp_write.h"
+
 #include <cstdlib>
 #include <exception>
 #include <iostream>
@@ -6,7 +8,6 @@
 #include "terminal/arguments.h"
 #include "terminal/exit_status.h"
 #include "terminal/interruption.h"
-#include "terminal/isp_write.h"
 
 int main(int argc, char** argv) {
   // Without a handler the stack need not be unwound, and the port would not be given back.

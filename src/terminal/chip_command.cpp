@@ -5,6 +5,7 @@
 
 #include "image/hex_writer.h"
 #include "platform/files.h"
+#include "terminal/port_words.h"
 #include "text/hex_text.h"
 #include "vsk/entry_parameters.h"
 
@@ -85,10 +86,10 @@ void ChipCommand::OpenPort() {
     directories.stateFolder = with_.simulatedStateFolder;
   } else {
     FillProgramFolder(directories, tell);
-    port_ = with_.openPort(directories.programFolder / "Initial",
-                           [this](const std::string& message) {
-                             if (portProblem_.empty()) portProblem_ = message;
-                           });
+    port_ =
+        with_.openPort(directories.programFolder / "Initial", [this](const std::string& message) {
+          if (portProblem_.empty()) portProblem_ = InTerminalWords(message);
+        });
   }
   PortIo& io = simulated_ ? simulated_->Io() : *port_;
   if (!with_.recording.empty()) {

@@ -20,8 +20,9 @@ constexpr const char* kRtd2120 = "rtd2120";
 constexpr std::int32_t kLastErasable = 0x7FFF;
 
 std::string LowerCase(std::string text) {
-  std::transform(text.begin(), text.end(), text.begin(),
-                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+  std::transform(text.begin(), text.end(), text.begin(), [](char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+  });
   return text;
 }
 
@@ -71,8 +72,9 @@ class Checks {
     const bool rtd = line_.chip == kRtd2120;
     const bool reads = line_.command == Command::Read || line_.command == Command::Compare;
     if (rtd && reads) {
-      Refuse("an rtd2120 cannot be read: what was programmed is verified by the CRC-8 that the "
-             "chip computes, as a part of \"program\"");
+      Refuse(
+          "an rtd2120 cannot be read: what was programmed is verified by the CRC-8 that the "
+          "chip computes, as a part of \"program\"");
     }
     if (rtd && line_.pages) Refuse("an rtd2120 is erased as a whole, without --pages");
     if (!rtd && !line_.secondFile.empty()) Refuse("--second is for the second bank of an rtd2120");
@@ -122,8 +124,8 @@ struct Reader {
   }
 
   void AddCommands() {
-    CLI::App* program = Add(Command::Program, "program",
-                            "erase, program, compare the CRCs, read back and compare");
+    CLI::App* program =
+        Add(Command::Program, "program", "erase, program, compare the CRCs, read back and compare");
     program->add_option("CHIP", line.chip, "the chip")->required();
     program->add_option("FILE", line.file, "the image; of a vsk630 the file of bank 0");
     program->add_option("--second", line.secondFile, "the image of an rtd2120's second bank");
@@ -187,8 +189,7 @@ struct Reader {
 
 }  // namespace
 
-ParsedLine ParseCommandLine(const std::vector<std::string>& arguments,
-                            const std::string& version) {
+ParsedLine ParseCommandLine(const std::vector<std::string>& arguments, const std::string& version) {
   Reader reader(version);
   std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());  // as the library asks
   try {
@@ -199,7 +200,9 @@ ParsedLine ParseCommandLine(const std::vector<std::string>& arguments,
   } catch (const CLI::CallForVersion& asked) {
     return {.help = std::string(asked.what()) + "\n"};
   } catch (const CLI::Error& error) {
-    return {.problem = error.what()};
+    const auto unknown = reader.app.remaining();
+    const bool noCommand = reader.app.get_subcommands().empty() && !unknown.empty();
+    return {.problem = noCommand ? "unknown command " + unknown.front() : error.what()};
   }
   return {.line = reader.line};
 }

@@ -6,6 +6,10 @@
 namespace terminal {
 namespace {
 
+std::string Refusal(const Outcome& outcome) {
+  return outcome.status > kSignalled ? ResultText(outcome) : outcome.failure;
+}
+
 int RunOnChip(const CommandLine& line, const Surroundings& with, Narrator& narrator) {
   const Outcome outcome = ChipCommand(line, with, narrator).Execute();
   const bool isResult = outcome.Good() || outcome.status == kChipSaysNo;
@@ -14,7 +18,7 @@ int RunOnChip(const CommandLine& line, const Surroundings& with, Narrator& narra
   } else if (isResult) {
     with.out << ResultText(outcome) << "\n" << std::flush;
   }
-  if (!isResult) narrator.Say("isp-write: " + ResultText(outcome));
+  if (!isResult) narrator.Say("isp-write: " + Refusal(outcome));
   return outcome.status;
 }
 

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "terminal/port_words.h"
 #include "terminal/rtd_job.h"
 #include "terminal/vsk_job.h"
 #include "text/hex_text.h"
@@ -103,7 +104,7 @@ int ListPorts(const CommandLine& line, const Surroundings& with, Narrator& narra
       Json entry{{"device", port.device}};
       if (port.base) entry["port"] = HexText(static_cast<std::int32_t>(*port.base));
       entry["usable"] = port.base.has_value() && port.problem.empty();
-      if (!port.problem.empty()) entry["problem"] = port.problem;
+      if (!port.problem.empty()) entry["problem"] = InTerminalWords(port.problem);
       list.push_back(std::move(entry));
     }
     Print({{"command", "ports"}, {"ports", std::move(list)}}, with.out);
@@ -112,7 +113,8 @@ int ListPorts(const CommandLine& line, const Surroundings& with, Narrator& narra
   std::vector<std::pair<std::string, std::string>> rows;
   for (const PortNote& port : ports) {
     const std::string base = port.base ? HexText(static_cast<std::int32_t>(*port.base)) : "-";
-    const std::string state = port.problem.empty() ? std::string() : ": " + OneLine(port.problem);
+    const std::string state =
+        port.problem.empty() ? std::string() : ": " + OneLine(InTerminalWords(port.problem));
     rows.emplace_back(base, port.device + state);
   }
   PrintRows(rows, with.out);
@@ -131,10 +133,8 @@ int ListBoards(const CommandLine& line, const Surroundings& with, Narrator& narr
   for (std::size_t i = 0; i < rows; ++i) {
     const IspBoard& board = boards.BoardTable[i];
     const bool inUse = static_cast<std::size_t>(boards.CurrentBoard) == i;
-    list.push_back({{"number", i},
-                    {"name", board.name},
-                    {"inUse", inUse},
-                    {"complete", board.Complete()}});
+    list.push_back(
+        {{"number", i}, {"name", board.name}, {"inUse", inUse}, {"complete", board.Complete()}});
     if (line.json) continue;
     with.out << (inUse ? "* " : "  ") << std::setw(2) << i << "  " << board.name
              << (board.Complete() ? "" : "  (its row in the table is not complete)") << "\n";

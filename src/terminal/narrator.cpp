@@ -30,7 +30,7 @@ void Narrator::Percent(int percent) {
 }
 
 void Narrator::Step(std::string_view text) {
-  if (quiet_ || text.empty()) return;
+  if (quiet_ || text.empty() || text == step_) return;
   step_ = text;
   if (isTerminal_) return DrawBar();
   err_ << text << "\n" << std::flush;
@@ -54,12 +54,12 @@ void Narrator::DrawBar() {
   if (quiet_ || !isTerminal_) return;
   const int total = Total();
   const std::size_t filled = kBarWidth * static_cast<std::size_t>(total) / 100;
-  err_ << '\r' << title_ << " [" << std::string(filled, '#')
-       << std::string(kBarWidth - filled, '.') << "] " << total << " %";
+  err_ << '\r' << title_ << " [" << std::string(filled, '#') << std::string(kBarWidth - filled, '.')
+       << "] " << total << " %";
   if (total > 0) {
     using std::chrono::seconds;
-    const auto left = std::chrono::round<seconds>((clock_.FineTime() - begun_) * (100 - total) /
-                                                  total);
+    const auto left =
+        std::chrono::round<seconds>((clock_.FineTime() - begun_) * (100 - total) / total);
     err_ << "  " << left.count() / 60 << ":" << TwoDigits(left.count() % 60) << " left";
   }
   if (!step_.empty()) err_ << "  " << step_;

@@ -60,8 +60,8 @@ std::optional<Numbers> NumbersOf(std::string_view text, const NamedFault& fault)
   for (std::size_t i = 0; !text.empty(); ++i) {
     if (i == fault.numbers) return std::nullopt;
     const std::string_view field = text.substr(0, text.find(','));
-    const auto read = std::from_chars(field.data(), field.data() + field.size(), numbers[i],
-                                      i == 2 ? 16 : 10);
+    const auto read =
+        std::from_chars(field.data(), field.data() + field.size(), numbers[i], i == 2 ? 16 : 10);
     if (read.ec != std::errc() || read.ptr != field.data() + field.size()) return std::nullopt;
     text.remove_prefix(std::min(field.size() + 1, text.size()));
   }
@@ -104,8 +104,9 @@ Status SimulatedPort::SwitchFaultsOn() {
         colon == std::string::npos ? std::string_view() : std::string_view(asked).substr(colon + 1),
         *fault);
     if (!numbers) {
-      return Status::Failed("--fault " + asked + ": at most " + std::to_string(fault->numbers) +
-                            " numbers may follow the name, as in flash-bit-flipped:BIT,BANK,ADDRESS");
+      return Status::Failed(
+          "--fault " + asked + ": at most " + std::to_string(fault->numbers) +
+          " numbers may follow the name, as in flash-bit-flipped:BIT,BANK,ADDRESS");
     }
     fault->switchOn(*board_, *numbers);
   }

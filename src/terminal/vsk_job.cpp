@@ -25,8 +25,8 @@ void Judge(const RunLine& run, bool good, Outcome& outcome) {
   outcome.shown = result.text;
   outcome.duration += run.duration;
   if (!result.failure.empty()) return Fail(outcome, result.failure, result.place);
-  if (!good) return Fail(outcome, result.text);
-  if (result.silent) Fail(outcome, kSilent);
+  if (result.silent) return Fail(outcome, kSilent);
+  if (!good) Fail(outcome, result.text);
 }
 
 std::string FourDigits(std::int32_t address) {

@@ -1,5 +1,5 @@
-// What a command does with a VSK chip: the writer's own operations in the windows' order, and reading
-// whole ranges of the flash.
+// What a command does with a VSK chip: the writer's own operations in the windows' order, and
+// reading whole ranges of the flash.
 #pragma once
 
 #include <cstdint>

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstdio>
 
+#include "platform/port_advice.h"
 #include "platform/problem.h"
 
 namespace {
@@ -12,11 +13,8 @@ using port_messages::Hex;
 using port_messages::Reason;
 using port_messages::Rights;
 
-// Not "the bus reads as empty": on a board with a direct SDA input 0xFF is an acknowledge.
-constexpr const char* kUntilThen =
-    "\n\nThe program goes on without a port: what it writes goes nowhere, and nothing it reads "
-    "comes from a chip.";
-constexpr const char* kThenEnter = "Then enter the address again in the Setting window.";
+using port_advice::kThenEnter;
+using port_advice::kUntilThen;
 
 /// "/dev/parport0 (port 0x378)"
 std::string Named(const std::string& device, std::uint32_t base) {
@@ -34,8 +32,7 @@ std::string ListOf(const std::vector<KnownPort>& known) {
 
 std::string WhatExists(const std::vector<KnownPort>& known) {
   if (!known.empty()) {
-    return "These ports exist: " + ListOf(known) +
-           ". Enter one of these addresses in the Setting window.";
+    return "These ports exist: " + ListOf(known) + ". " + port_advice::kEnterOne;
   }
   return "Linux knows no parallel port on this PC. If there is one, load its drivers:\n"
          "    sudo modprobe -a parport_pc ppdev\n" +
@@ -139,8 +136,8 @@ std::string NotTaken(const KnownPort& port, PortFault fault) {
 std::string AccessFailed(std::uint32_t base, const std::string& device, PortFault fault) {
   return Named(device, base) + " has failed (" + Reason(fault) +
          "). What was written may not have reached the cable, and what is read does not come from "
-         "a chip.\n\nThe program goes on without a port until the address is entered again "
-         "in the Setting window.";
+         "a chip." +
+         port_advice::kUntilEntered;
 }
 
 std::string Gone(std::uint32_t base, const std::string& device) {
@@ -149,8 +146,7 @@ std::string Gone(std::uint32_t base, const std::string& device) {
          "What was "
          "written last may not have reached the cable, and what was read last may not come from a "
          "chip.\n\nBring the port back. " +
-         kThenEnter +
-         " Until then the program goes on without a port. A chip must go to ISP mode again.";
+         kThenEnter + port_advice::kWithoutPort;
 }
 
 std::string BitsLost(std::uint32_t base, const std::string& device, PortRegister which,

@@ -137,7 +137,8 @@ std::vector<PortNote> PpdevPorts(PortSystem& system) {
     const int descriptor = system.Open(port.Node());
     if (descriptor >= 0) system.Close(descriptor);
     if (descriptor < 0) {
-      note.problem = port_messages::NodeNotOpened(port, {kOpen, -descriptor}, RightsTo(system, port));
+      note.problem =
+          port_messages::NodeNotOpened(port, {kOpen, -descriptor}, RightsTo(system, port));
     } else if (holder && !holder->empty()) {
       note.problem = port_messages::Held(port, *holder);
     }

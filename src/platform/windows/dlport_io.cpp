@@ -5,6 +5,8 @@
 #include <memory>
 #include <utility>
 
+#include "platform/port_advice.h"
+
 namespace {
 
 constexpr const char* kLibrary = "dlportio.dll";
@@ -57,9 +59,8 @@ void DlPortIo::LoadOnce() {
   if (problem.empty()) return;
   Release();
   report_("The parallel port cannot be reached: the port driver library " + std::string(kLibrary) +
-          " " + problem +
-          ". Put the 64-bit library beside isp-writer.exe, and then press \"Enter\" " +
-          "in the Setting window. Until then the program goes on without a port.");
+          " " + problem + ". Put the 64-bit library beside isp-writer.exe" +
+          port_advice::kThenPress);
 }
 
 std::string DlPortIo::Bind() {

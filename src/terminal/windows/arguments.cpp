@@ -1,9 +1,8 @@
 #include "terminal/arguments.h"
 
-#include <windows.h>
-
 #include <io.h>
 #include <shellapi.h>
+#include <windows.h>
 
 #include <cstdio>
 #include <filesystem>

@@ -61,7 +61,8 @@ void Write(Tool& tool, ConnectedChip chip) {
   if (chip == ConnectedChip::Rtd2120) {
     tool.rtdWriter.BankMode = tongxun2120::RtdBankMode::Both;
     RtdTranscript view;
-    return tool.rtdWriter.Run(view);
+    tool.rtdWriter.Run(view);
+    return;
   }
   tool.isp.ChipSelect = chip == ConnectedChip::Vsk830 ? VskChip::Vsk830 : VskChip::Vsk630;
   tool.frames.IspParams = {0x94, 2, 0x5A, 0xA5};
