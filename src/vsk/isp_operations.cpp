@@ -128,7 +128,7 @@ std::optional<std::int32_t> IspOperations::SendPages(const VskBank& bank, std::i
     if (!frames_.Send(frames_.CommandAddress(), {bank.command, pageNumber}, bank.addressByte)) {
       return page;
     }
-    const std::int32_t percent = 100 * page * Model().pageBytes / (maximum + 1);
+    const std::int32_t percent = 100 * page * Model().pageBytes / std::max(maximum, 1);
     view.Programmed(percent / bank.percentDivisor + bank.percentOffset);
     refused = SendPage(bank, page, maximum, shown, view) ? std::nullopt : std::optional(page);
   }
