@@ -109,16 +109,16 @@ void ExpectRead(ConnectedChip chip, bool gpio) {
   EXPECT_EQ(Decoded(folder / "cable.vcd"), frames);
   if (chip == ConnectedChip::Rtd2120) std::ranges::for_each(frames, LeaveOutAcknowledge);
   EXPECT_EQ(Decoded(folder / "port.vcd"), frames);
+  EXPECT_TRUE(!gpio || FlashEquals(board->vsk830.Bank(0), Image(300)));
   EXPECT_EQ(lines.Requested(), gpio ? "gpiochip0:17 gpiochip0:27 " : "");
   EXPECT_TRUE(lines.told.empty());
 }
 
 TEST(Recording, IsReadAsTheFramesThatPassed) {
-  for (const bool gpio : {false, true}) {
-    for (const auto chip : {ConnectedChip::Vsk830, ConnectedChip::Vsk630, ConnectedChip::Rtd2120}) {
-      ExpectRead(chip, gpio);
-    }
+  for (const auto chip : {ConnectedChip::Vsk830, ConnectedChip::Vsk630, ConnectedChip::Rtd2120}) {
+    ExpectRead(chip, false);
   }
+  ExpectRead(ConnectedChip::Vsk830, true);
 }
 
 /// A port that is not there.
