@@ -7,7 +7,7 @@ run_packages=(fonts-liberation fonts-wqy-microhei)
 test_packages=(git libgtest-dev libgmock-dev qt6-base-private-dev clang-format clang-tidy sigrok-cli)
 # What turns a build into packages, and checks them.
 package_packages=(git cmark-gfm dpkg-dev file xz-utils)
-package_check_packages=(lintian desktop-file-utils appstream)
+package_check_packages=(file lintian desktop-file-utils appstream)
 # What drives the windows on a virtual screen.
 screen_packages=(xvfb xauth openbox xdotool xclip imagemagick)
 try_packages=(mmdebstrap "${screen_packages[@]}")
