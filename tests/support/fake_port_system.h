@@ -149,16 +149,16 @@ struct FakePortSystem final : PortSystem {
   FakeKernel& kernel_;
 };
 
-/// The real port code over such a kernel, and what it told the operator.
+/// The real port code over such a kernel on a PC, and what it told the operator.
 struct PortRig {
   explicit PortRig(const std::filesystem::path& boardFolder = "boards") : folder(boardFolder) {}
 
   const std::filesystem::path folder;
   FakeKernel kernel;
   std::vector<std::string> told;
-  std::unique_ptr<PortIo> io =
-      std::make_unique<LinuxParallelPort>(std::make_unique<FakePortSystem>(kernel), folder,
-                                          [this](auto& text) { told.push_back(text); });
+  std::unique_ptr<PortIo> io = std::make_unique<LinuxParallelPort>(
+      std::make_unique<FakePortSystem>(kernel), folder,
+      [this](auto& text) { told.push_back(text); }, kX86PortWays);
 
   std::string Calls() { return std::exchange(kernel.calls, {}); }
   void AddUsualPort() { kernel.AddPort("parport0", "888\t1912\n"); }

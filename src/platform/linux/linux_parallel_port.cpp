@@ -3,6 +3,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/linux/known_ports.h"
 #include "platform/linux/port_messages.h"
 
 namespace {
@@ -73,6 +74,9 @@ void LinuxParallelPort::TakePort() {
     if (access_) return;
     if (problem.empty()) problem = taken.problem;  // of the first way that knows such a port
     if (!taken.othersMayTry) break;
+  }
+  if (problem.empty()) {
+    problem = port_messages::NoSuchPort(place_.use.base, KnownPorts(*system_), std::nullopt);
   }
   report_(problem);
 }

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <span>
 #include <string>
 
 #include "platform/linux/port_system.h"
@@ -80,5 +81,12 @@ TakenPort TakeIoPorts(PortSystem& system, const PortPlace& place);
 /// there.
 TakenPort TakeGpio(PortSystem& system, const PortPlace& place);
 
-/// In the order in which they are tried.
-inline constexpr std::array<PortWay, 3> kPortWays{TakeGpio, TakePpdev, TakeIoPorts};
+/// In the order in which they are tried: by an x86 processor, and by others, which have no in and
+/// out instructions.
+inline constexpr std::array<PortWay, 3> kX86PortWays{TakeGpio, TakePpdev, TakeIoPorts};
+inline constexpr std::array<PortWay, 2> kOtherPortWays{TakeGpio, TakePpdev};
+#if defined(__x86_64__) || defined(__i386__)
+inline constexpr std::span<const PortWay> kPortWays = kX86PortWays;
+#else
+inline constexpr std::span<const PortWay> kPortWays = kOtherPortWays;
+#endif

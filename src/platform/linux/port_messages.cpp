@@ -16,6 +16,12 @@ using port_messages::Rights;
 using port_advice::kThenEnter;
 using port_advice::kUntilThen;
 
+// For a machine that is no PC.
+constexpr const char* kLinesInstead =
+    "Linux knows no parallel port on this machine. GPIO lines can take the place of one: the file "
+    "GpioPort.csv beside the board table tells which, and under which address. Enter that address "
+    "in the Setting window.";
+
 /// "/dev/parport0 (port 0x378)"
 std::string Named(const std::string& device, std::uint32_t base) {
   return device + " (port " + Hex(base) + ")";
@@ -85,9 +91,13 @@ std::string WithoutPort(const std::string& problem) {
   return problem + " " + kThenEnter + kUntilThen;
 }
 
-std::string NoSuchPort(std::uint32_t base, const std::vector<KnownPort>& known, PortFault direct) {
-  return "There is no parallel port at " + Hex(base) + ": no /dev/parportN has this address. " +
-         DirectAccess(direct) + "\n\n" + WhatExists(known) + kUntilThen;
+std::string NoSuchPort(std::uint32_t base, const std::vector<KnownPort>& known,
+                       std::optional<PortFault> direct) {
+  const std::string none =
+      "There is no parallel port at " + Hex(base) + ": no /dev/parportN has this address.";
+  if (direct) return none + " " + DirectAccess(*direct) + "\n\n" + WhatExists(known) + kUntilThen;
+  const std::string cure = known.empty() ? kLinesInstead : WhatExists(known);
+  return none + "\n\n" + cure + kUntilThen;
 }
 
 std::string DirectAccessRefusedToRoot(std::uint32_t base, const std::vector<KnownPort>& known,

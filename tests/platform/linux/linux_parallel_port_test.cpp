@@ -178,6 +178,20 @@ TEST(LinuxPortWays, AWaySaysItselfWhichBitsItCarries) {
                    "drives SCL by|control register|write 0x02|SCL mask lies within 0x01."});
 }
 
+TEST(LinuxPortWays, AMachineWithoutIoInstructionsNeverTriesThem) {
+  for (const bool knowsPorts : {false, true}) {
+    PortRig rig;
+    if (knowsPorts) rig.AddUsualPort();
+    rig.io = std::make_unique<LinuxParallelPort>(
+        std::make_unique<FakePortSystem>(rig.kernel), "boards",
+        [&](auto& text) { rig.told.push_back(text); }, kOtherPortWays);
+    rig.io->UsePort({.base = 0x278});
+    EXPECT_EQ(rig.Calls(), "");
+    ExpectTold(rig, {"no parallel port at 0x278: no /dev/parportN has this address.\n\n|" +
+                     std::string(knowsPorts ? "exist: 0x378 (/dev/parport0)" : "GpioPort.csv")});
+  }
+}
+
 const std::string kRule = "70-isp-writer-ppdev.rules";
 
 /// A machine, by what it differs in from one with a free port.
