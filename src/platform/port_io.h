@@ -11,21 +11,25 @@
 /// The parallel port's registers, relative to its base address.
 enum class PortRegister : std::uint32_t { Data = 0, Status = 1, Control = 2 };
 
+/// What a parallel port is used for.
+struct PortUse {
+  std::uint32_t base = 0;    // I/O address of its data register, 0..0xFFFF
+  std::uint8_t sampled = 0;  // the bits of the status register that are looked at
+  std::uint8_t data = 0;     // both registers as they are with SDA and SCL released
+  std::uint8_t control = 0;
+};
+
 /// One byte to or from an I/O port, immediately and in call order.
 /// A port that cannot be reached swallows writes, and its reads say that there is no port.
 class PortIo {
  public:
   virtual ~PortIo() = default;
 
-  /// The accesses that follow go to the parallel port whose data register is at `base`
-  /// (0..0xFFFF). No port access in itself. Called before the first access and at the first access
-  /// after the address has changed: a register's number alone does not tell which port it belongs
-  /// to, for 0x37A is the control register of 0x378 and the data register of 0x37A.
-  virtual void UsePort(std::uint32_t /*base*/) {}
-
-  /// The bits of the status register that are sampled on the port in use, so that one that does not
-  /// carry them can say so. No port access in itself.
-  virtual void Sample(std::uint8_t /*bits*/) {}
+  /// The accesses that follow go to this parallel port. No port access in itself. Called before the
+  /// first access and at the first access after the address has changed: a register's number alone
+  /// does not tell which port it belongs to, for 0x37A is the control register of 0x378 and the
+  /// data register of 0x37A.
+  virtual void UsePort(const PortUse& /*use*/) {}
 
   /// False when there is no port, or when it has gone since it was taken. No port access in itself,
   /// but too slow for each one: called once where an operation begins.

@@ -147,7 +147,7 @@ struct PortRig {
   /// With the usual port in use and its calls forgotten.
   void UseUsualPort() {
     AddUsualPort();
-    io->UsePort(0x378);
+    io->UsePort({.base = 0x378});
     Calls();
   }
 };

@@ -22,28 +22,25 @@ LinuxParallelPort::LinuxParallelPort(std::unique_ptr<PortSystem> system,
 
 LinuxParallelPort::~LinuxParallelPort() { GiveBack(); }
 
-void LinuxParallelPort::UsePort(std::uint32_t base) {
+void LinuxParallelPort::UsePort(const PortUse& use) {
   GiveBack();
-  place_.base = base;
+  place_.use = use;
   failed_ = false;
   lostTold_ = false;
   TakePort();
-}
-
-void LinuxParallelPort::Sample(std::uint8_t bits) {
-  if (Usable()) NoteLost(PortRegister::Status, bits);
+  if (Usable()) NoteLost(PortRegister::Status, use.sampled);
 }
 
 bool LinuxParallelPort::StillThere() {
   if (Usable() && access_->Gone()) {
     access_.reset();
-    report_(port_messages::Gone(place_.base, device_));
+    report_(port_messages::Gone(place_.use.base, device_));
   }
   return Usable();
 }
 
 void LinuxParallelPort::DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) {
-  const auto which = static_cast<PortRegister>(port - place_.base);
+  const auto which = static_cast<PortRegister>(port - place_.use.base);
   const bool isWritten = which == PortRegister::Data || which == PortRegister::Control;
   if (!Usable() || !isWritten) return;
   NoteLost(which, value);
@@ -60,7 +57,7 @@ void LinuxParallelPort::NoteLost(PortRegister which, std::uint8_t value) {
   const std::uint8_t carried = access_->Carried(which);
   const int lost = (value ^ AtRest(which)) & ~carried;
   if (lost == 0 || std::exchange(lostTold_, true)) return;
-  report_(port_messages::BitsLost(place_.base, device_, which, value, carried));
+  report_(port_messages::BitsLost(place_.use.base, device_, which, value, carried));
 }
 
 void LinuxParallelPort::TakePort() {
@@ -85,7 +82,7 @@ void LinuxParallelPort::GiveBack() {
 void LinuxParallelPort::NoteFault(PortFault fault) {
   if (!fault || failed_) return;
   failed_ = true;
-  report_(port_messages::AccessFailed(place_.base, device_, fault));
+  report_(port_messages::AccessFailed(place_.use.base, device_, fault));
 }
 
 std::unique_ptr<PortIo> SystemParallelPort(const std::filesystem::path& boardFolder,

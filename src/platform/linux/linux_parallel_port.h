@@ -21,10 +21,9 @@ class LinuxParallelPort final : public PortIo {
   /// Gives the port back.
   ~LinuxParallelPort() override;
 
-  /// Gives the present port back and takes the one at `base`. When that fails there is no port
+  /// Gives the present port back and takes this one. When that fails there is no port
   /// until the next call, and `report` has been told why.
-  void UsePort(std::uint32_t base) override;
-  void Sample(std::uint8_t bits) override;
+  void UsePort(const PortUse& use) override;
 
   /// A port that has gone is let go, and told.
   bool StillThere() override;

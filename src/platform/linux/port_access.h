@@ -20,7 +20,7 @@ struct PortFault {
 
 /// What a way is told of the port that it is to reach.
 struct PortPlace {
-  std::uint32_t base = 0;        // I/O address of its data register
+  PortUse use = {};
   std::filesystem::path folder;  // of the board table: a way's own file stands beside it
 };
 

@@ -131,8 +131,9 @@ port_messages::Rights RightsTo(PortSystem& system, const KnownPort& port) {
 
 TakenPort TakePpdev(PortSystem& system, const PortPlace& place) {
   const auto known = KnownPorts(system);
-  const auto port = std::find_if(known.begin(), known.end(),
-                                 [&](const KnownPort& each) { return each.base == place.base; });
+  const auto port = std::find_if(known.begin(), known.end(), [&](const KnownPort& each) {
+    return each.base == place.use.base;
+  });
   if (port == known.end()) return {.othersMayTry = true};
   const auto held = [&port](const std::string& by) {
     return TakenPort{.problem = port_messages::Held(*port, by)};

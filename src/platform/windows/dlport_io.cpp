@@ -36,7 +36,7 @@ Entry EntryPoint(void* library, const char* name) {
 
 }  // namespace
 
-void DlPortIo::UsePort(std::uint32_t /*base*/) {
+void DlPortIo::UsePort(const PortUse& /*use*/) {
   if (library_ == nullptr) tried_ = false;
 }
 

@@ -127,7 +127,7 @@ TEST(PortRecording, IsBoundedShowsNoPortAsUnknownAndIsToldOnceWhenItCannotBeWrit
       RecordingPort port(
           board.cable, row.file, [&](const std::string& text) { told.push_back(text); },
           [] { return 0; }, row.reason == nullptr ? 4 : 100);
-      port.UsePort(0x378);
+      port.UsePort({.base = 0x378});
       for (int i = 0; i < 9; ++i) port.DlPortWritePortUchar(0x378, static_cast<std::uint8_t>(i));
       EXPECT_TRUE(port.DlPortReadPortUchar(0x379).has_value());
     }
