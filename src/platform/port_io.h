@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "platform/problem.h"
 
@@ -40,6 +41,13 @@ class PortIo {
   /// Nothing when there is no port, or when it has failed since it was taken. No byte could say so:
   /// 0xFF is what a bus without a target shows.
   virtual std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t port) = 0;
+};
+
+/// One port that the program could be told to use.
+struct PortNote {
+  std::optional<std::uint32_t> base;  // its address; nothing where none stands for it
+  std::string device;                 // what it goes through
+  std::string problem;                // why it cannot be reached now; empty when it can
 };
 
 /// The machine's own parallel port. It is taken at the first `UsePort` and given back, with its

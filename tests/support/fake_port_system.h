@@ -67,7 +67,7 @@ struct FakePortSystem final : PortSystem {
     if (descriptor == kDescriptor) kernel_.open = kernel_.exclusive = false;
   }
 
-  int Ioctl(int descriptor, unsigned long request, std::uint8_t* byte) override {
+  int Ioctl(int descriptor, unsigned long request, void* carried) override {
     static const std::map<unsigned long, std::pair<const char*, std::size_t>> kRequests{
         {PPEXCL, {"PPEXCL", 0}},   {PPCLAIM, {"PPCLAIM", 0}},      {PPRELEASE, {"PPRELEASE", 0}},
         {PPRDATA, {"PPRDATA", 0}}, {PPRSTATUS, {"PPRSTATUS", 1}},  {PPRCONTROL, {"PPRCONTROL", 2}},

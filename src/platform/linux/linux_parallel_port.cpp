@@ -49,15 +49,19 @@ void LinuxParallelPort::DlPortWritePortUchar(std::uint32_t port, std::uint8_t va
 
 std::optional<std::uint8_t> LinuxParallelPort::DlPortReadPortUchar(std::uint32_t /*port*/) {
   std::uint8_t status = 0;  // the status register is the only one that is read
+  // What a bit without a pin reads could be an acknowledge.
+  if (Usable() && Lost(PortRegister::Status, place_.use.sampled) != 0) return std::nullopt;
   if (Usable()) NoteFault(access_->ReadStatus(status));
   return Usable() ? std::optional(status) : std::nullopt;
 }
 
+int LinuxParallelPort::Lost(PortRegister which, std::uint8_t value) const {
+  return (value ^ AtRest(which)) & ~access_->Carried(which);
+}
+
 void LinuxParallelPort::NoteLost(PortRegister which, std::uint8_t value) {
-  const std::uint8_t carried = access_->Carried(which);
-  const int lost = (value ^ AtRest(which)) & ~carried;
-  if (lost == 0 || std::exchange(lostTold_, true)) return;
-  report_(port_messages::BitsLost(place_.use.base, device_, which, value, carried));
+  if (Lost(which, value) == 0 || std::exchange(lostTold_, true)) return;
+  report_(port_messages::BitsLost(place_.use.base, device_, which, value, access_->Carried(which)));
 }
 
 void LinuxParallelPort::TakePort() {
@@ -82,7 +86,8 @@ void LinuxParallelPort::GiveBack() {
 void LinuxParallelPort::NoteFault(PortFault fault) {
   if (!fault || failed_) return;
   failed_ = true;
-  report_(port_messages::AccessFailed(place_.use.base, device_, fault));
+  const std::string words = access_->Words(place_.use.base, device_, fault);
+  report_(words.empty() ? port_messages::AccessFailed(place_.use.base, device_, fault) : words);
 }
 
 std::unique_ptr<PortIo> SystemParallelPort(const std::filesystem::path& boardFolder,

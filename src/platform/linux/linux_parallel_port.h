@@ -36,8 +36,9 @@ class LinuxParallelPort final : public PortIo {
   void GiveBack();
 
   bool Usable() const { return access_ != nullptr && !failed_; }
-  /// Told once for each use of a port: bits to be written, or to be sampled, that it does not
-  /// carry.
+  /// The bits to be written, or to be sampled, that the port does not carry.
+  int Lost(PortRegister which, std::uint8_t value) const;
+  /// Told once for each use of a port.
   void NoteLost(PortRegister which, std::uint8_t value);
   /// The first fault is told, and ends the use of the port: what it answers from then on would be
   /// guesswork.

@@ -8,6 +8,8 @@
 
 namespace {
 
+using port_messages::Hex;
+using port_messages::Reason;
 using port_messages::Rights;
 
 // Not "the bus reads as empty": on a board with a direct SDA input 0xFF is an acknowledge.
@@ -15,16 +17,6 @@ constexpr const char* kUntilThen =
     "\n\nThe program goes on without a port: what it writes goes nowhere, and nothing it reads "
     "comes from a chip.";
 constexpr const char* kThenEnter = "Then enter the address again in the Setting window.";
-
-std::string Hex(std::uint32_t number) {
-  std::array<char, 16> text{};
-  std::snprintf(text.data(), text.size(), "0x%02X", number);
-  return text.data();
-}
-
-std::string Reason(PortFault fault) {
-  return std::string(fault.call) + ": " + ErrorText(fault.error);
-}
 
 /// "/dev/parport0 (port 0x378)"
 std::string Named(const std::string& device, std::uint32_t base) {
@@ -81,6 +73,20 @@ std::string HowToGetIt(const Rights& rights) {
 }  // namespace
 
 namespace port_messages {
+
+std::string Hex(std::uint32_t number) {
+  std::array<char, 16> text{};
+  std::snprintf(text.data(), text.size(), "0x%02X", number);
+  return text.data();
+}
+
+std::string Reason(PortFault fault) {
+  return std::string(fault.call) + ": " + ErrorText(fault.error);
+}
+
+std::string WithoutPort(const std::string& problem) {
+  return problem + " " + kThenEnter + kUntilThen;
+}
 
 std::string NoSuchPort(std::uint32_t base, const std::vector<KnownPort>& known, PortFault direct) {
   return "There is no parallel port at " + Hex(base) + ": no /dev/parportN has this address. " +
@@ -139,7 +145,8 @@ std::string AccessFailed(std::uint32_t base, const std::string& device, PortFaul
 
 std::string Gone(std::uint32_t base, const std::string& device) {
   return Named(device, base) +
-         " has gone: its card was pulled out, or its driver was unloaded or unbound. What was "
+         " has gone: its card or adapter was pulled out, or its driver was unloaded or unbound. "
+         "What was "
          "written last may not have reached the cable, and what was read last may not come from a "
          "chip.\n\nBring the port back. " +
          kThenEnter +
