@@ -38,6 +38,7 @@
 #include "app/quit_signals.h"
 #include "bus/i2c_master.h"
 #include "bus/iic_port.h"
+#include "platform/linux/gpio_access.h"
 #include "platform/linux/port_system.h"
 #include "support/transcript.h"
 #include "tool/tool.h"
@@ -198,6 +199,15 @@ int Held(const char* pull) {
   return 0;
 }
 
+int Ports() {
+  const auto system = LinuxPortSystem();
+  for (const PortNote& note : GpioPorts(*system, BoardFolder())) {
+    Say((note.base ? std::to_string(*note.base) + ", " : "") + note.device +
+        (note.problem.empty() ? "" : ": " + note.problem));
+  }
+  return 0;
+}
+
 int OpenPort() {
   const int port = open("/dev/parport0", O_RDWR);
   if (port < 0) std::perror("open");
@@ -244,6 +254,7 @@ int main(int argc, char** argv) {
   if (what == "hold") return RunLoop(argc, argv, number);
   if (what == "writes") return Writes(number);
   if (what == "held" && argc > 2) return Held(argv[2]);
+  if (what == "ports") return Ports();
   if (what == "claim") return ClaimFor(number);
   if (what == "bound") return Bound();
   if (what == "mark") return Mark(number);
