@@ -107,6 +107,9 @@ const GpioChip* Finder::ChipOf(const GpioRow& row) {
   if (!isPath && std::find(nodes.begin(), nodes.end(), node) == nodes.end()) {
     return Labelled(row.chip);
   }
+  for (const auto& known : found_.chips) {
+    if (known->node == node) return known.get();
+  }
   GpioChip::Opened opened = GpioChip::Open(system_, node);
   if (opened.chip) return Keep(std::move(opened.chip));
   if (opened.fault.error != ENOENT) return NotOpened(node, opened.fault);
