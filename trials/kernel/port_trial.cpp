@@ -202,8 +202,8 @@ int Held(const char* pull) {
 int Ports() {
   const auto system = LinuxPortSystem();
   for (const PortNote& note : GpioPorts(*system, BoardFolder())) {
-    Say((note.base ? std::to_string(*note.base) + ", " : "") + note.device +
-        (note.problem.empty() ? "" : ": " + note.problem));
+    if (note.base) std::printf("%X through ", *note.base);
+    Say(note.device + (note.problem.empty() ? "" : ": " + note.problem));
   }
   return 0;
 }
