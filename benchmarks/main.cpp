@@ -72,6 +72,10 @@ void PrintTiming(const Medians& m) {
     Print({scl + "busy start only", busy.at("written_after_kHz"), "kHz", 60, 95});
     Print({scl + "read bits", idle.at("read_kHz"), "kHz", 0, 100});
   }
+  for (const std::string access_us : {"1", "2", "5"}) {
+    Print({"SCL, factor 2, written bits, port access of " + access_us + " us",
+           m.Of("SclByAccess/" + access_us).counters.at("written_kHz"), "kHz"});
+  }
   for (int factor = 1; factor <= 10; ++factor) {
     const std::string at = "Speed factor " + std::to_string(factor);
     const double scl_kHz =

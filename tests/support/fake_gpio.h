@@ -44,13 +44,13 @@ struct FakeGpio {
   std::function<void()> moved = [] {};  // told when a line was taken or changed
 
   FakeGpioLine& Line(std::size_t number) { return chips.at(0).lines.at(number); }
-  bool Has(const std::string& node) const { return Find(node) < chips.size(); }
   bool Has(int descriptor) const { return open_.contains(descriptor); }
   std::size_t OpenDescriptors() const { return open_.size(); }
 
   int Open(const std::string& node) {
     const std::size_t chip = Find(node);
     if (const int failed = call("open", ":" + node)) return failed;
+    if (chip == chips.size()) return -ENOENT;
     if (chips[chip].refused != 0) return -chips[chip].refused;
     return Add({chip, -1});
   }
