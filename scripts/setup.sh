@@ -28,6 +28,8 @@ fuzz_packages=(cmake ninja-build clang libclang-rt-14-dev "${terminal_packages[@
 # What boots a kernel with a parallel port. The trial is configured together with the tests.
 kernel_packages=(libgtest-dev libgmock-dev qt6-base-private-dev qemu-system-x86 busybox-static cpio
   kmod gawk)
+# What builds its GPIO simulator.
+kernel_gpio_packages=(make gcc-12 libelf1 xz-utils)
 bench_packages=(libbenchmark-dev libsrecord-dev libboost-dev xvfb xauth)
 
 # Qt asks for the folder that a login session has.
