@@ -22,9 +22,7 @@ int RunOnChip(const CommandLine& line, const Surroundings& with, Narrator& narra
   return outcome.status;
 }
 
-}  // namespace
-
-int IspWrite(const std::vector<std::string>& arguments, const Surroundings& with) {
+int Do(const std::vector<std::string>& arguments, const Surroundings& with) {
   const ParsedLine parsed = ParseCommandLine(arguments, with.version);
   if (!parsed.help.empty()) {
     with.out << parsed.help;
@@ -46,6 +44,16 @@ int IspWrite(const std::vector<std::string>& arguments, const Surroundings& with
     default:
       return RunOnChip(line, with, narrator);
   }
+}
+
+}  // namespace
+
+int IspWrite(const std::vector<std::string>& arguments, const Surroundings& with) {
+  const int status = Do(arguments, with);
+  with.out.flush();
+  if (with.out.good()) return status;
+  with.err << "isp-write: the result cannot be written to the standard output\n";
+  return status == kDone ? kBadFile : status;
 }
 
 }  // namespace terminal

@@ -20,9 +20,15 @@ class SameAccessesTest : public QObject {
     QTest::addColumn<QString>("chip");
     QTest::addColumn<QString>("launcher");
     QTest::addColumn<QString>("image");
-    QTest::newRow("VSK830") << "vsk830" << "Command1" << "vsk830/thermostat.hex";
-    QTest::newRow("VSK630") << "vsk630" << "Command2" << "vsk630/kiosk.H00";
-    QTest::newRow("RTD2120") << "rtd2120" << "Command3" << "rtd2120/panel-bank1.hex";
+    QTest::newRow("VSK830") << "vsk830"
+                            << "Command1"
+                            << "vsk830/thermostat.hex";
+    QTest::newRow("VSK630") << "vsk630"
+                            << "Command2"
+                            << "vsk630/kiosk.H00";
+    QTest::newRow("RTD2120") << "rtd2120"
+                             << "Command3"
+                             << "rtd2120/panel-bank1.hex";
   }
 
   void ofProgramming() {
