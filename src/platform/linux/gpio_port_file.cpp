@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t kLargestFile = 1 << 16;  // bytes; a port of three lines has under 100
 constexpr std::uint32_t kLastAddress = 0xFFFF;
-constexpr std::array<std::string_view, 3> kRegisters{"DATA", "STATUS", "CONTROL"};
+constexpr std::array<std::string_view, 3> kRegisterNames{"DATA", "STATUS", "CONTROL"};
 
 /// Those at the end that are empty do not count: a table program fills short rows up with them.
 std::vector<std::string> FieldsOf(std::string_view row) {
@@ -34,10 +34,10 @@ class Reader {
     if (fields_.empty()) return;
     const std::string first = UpperCase(fields_[0]);
     if (first == "ADDRESS") return Address();
-    const auto which = std::find(kRegisters.begin(), kRegisters.end(), first);
-    if (which == kRegisters.end()) return Refuse(1, "must be address, data, status or control");
+    const auto which = std::find(kRegisterNames.begin(), kRegisterNames.end(), first);
+    if (which == kRegisterNames.end()) return Refuse(1, "must be address, data, status or control");
     if (part_ == Part::Start) return Refuse(1, "must be address, before the first line");
-    row_.which = static_cast<PortRegister>(std::distance(kRegisters.begin(), which));
+    row_.which = static_cast<PortRegister>(std::distance(kRegisterNames.begin(), which));
     if (part_ == Part::Port) Line();
   }
 
