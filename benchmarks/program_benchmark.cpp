@@ -75,7 +75,8 @@ struct Programming {
   tongxun::I2cMaster master{line, timing};
   tongxun::VskImages images;
   tongxun::IspFrames frames{master, timing};
-  IspOperations isp{frames, timing, images};
+  RunReport report{*ticks};
+  IspOperations isp{frames, timing, images, report};
   Transcript view;
   std::int64_t accesses = 0;    // of one run
   std::int64_t increments = 0;  // of its delays
