@@ -25,8 +25,12 @@ void Print(const Row& row) {
 }
 
 void PrintLogic(const Medians& m) {
-  Print({"Programming 64 KiB / its bare port accesses and delays",
-         m.Ratio("Program64KiB", "BareAccessesAndDelays"), "", 0, 1.10});
+  int work = 0;
+  for (const std::string what : {"Programming", "isp-write: reading", "isp-write: comparing"}) {
+    const std::string which = "/" + std::to_string(work++);
+    Print({what + " 64 KiB / its bare port accesses and delays",
+           m.Ratio("Move64KiB" + which, "BareAccessesAndDelays" + which), "", 0, 1.10});
+  }
   Print({"HEX load of 64 KiB with checks: times as fast as libsrecord",
          m.Ratio("HexLoadByLibsrecord", "HexLoad"), "", 10});
   Print({"CRC-16 of 64 KiB: times as fast as boost::crc_optimal", m.Ratio("Crc16ByBoost", "Crc16"),
@@ -71,6 +75,10 @@ void PrintTiming(const Medians& m) {
     Print({scl + "busy", busy.at("written_kHz"), "kHz", 60, 95});
     Print({scl + "busy start only", busy.at("written_after_kHz"), "kHz", 60, 95});
     Print({scl + "read bits", idle.at("read_kHz"), "kHz", 0, 100});
+  }
+  for (const std::string access_us : {"1", "2", "5"}) {
+    Print({"SCL, factor 2, written bits, port access of " + access_us + " us",
+           m.Of("SclByAccess/" + access_us).counters.at("written_kHz"), "kHz"});
   }
   for (int factor = 1; factor <= 10; ++factor) {
     const std::string at = "Speed factor " + std::to_string(factor);

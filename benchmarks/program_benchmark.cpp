@@ -1,11 +1,16 @@
-// What the software adds to the port accesses and delays that programming consists of.
+// What the software adds to the port accesses and delays that programming, reading and comparing
+// consist of.
 #include <benchmark/benchmark.h>
 
 #include <chrono>
+#include <map>
 #include <memory>
+#include <streambuf>
 
+#include "support/board_rig.h"
 #include "support/images.h"
-#include "support/vsk_rig.h"
+#include "support/transcript.h"
+#include "terminal/vsk_job.h"
 
 namespace {
 
@@ -46,74 +51,99 @@ class BusyPort final : public PortIo {
   tongxun::BusTiming wait_;
 };
 
-/// Built once: both benchmarks use the same delays and the same port.
-struct Programming {
-  Programming() {
-    boards.BoardTable[0] = Wiring();
-    line.InitPortShadows();
-    timing.CalibrateSpeed();
+struct Silent final : std::streambuf {};
+
+/// What moves 64 KiB over the bus. Built once: what is measured and what it is measured against use
+/// the same delays and the same port.
+class Work {
+ public:
+  enum Kind { Program, Read, Compare };
+
+  explicit Work(Kind kind) : kind_(kind) {
+    tool_->boards.BoardTable[0] = Wiring();
+    tool_->port.InitPortShadows();
+    tool_->timing.CalibrateSpeed();
     const auto image = Image(kImageBytes);
-    std::copy(image.begin(), image.end(), images.CodeBuffer.begin());
-    images.CodeMax = kImageBytes - 1;
-    const std::int64_t before = timing.Increments;
+    std::copy(image.begin(), image.end(), tool_->vskImages.CodeBuffer.begin());
+    tool_->vskImages.CodeMax = kImageBytes - 1;
+    line_.command = kind == Compare ? terminal::Command::Compare : terminal::Command::Read;
+    line_.model = VskChip::Vsk830;
+    const std::int64_t before = tool_->timing.Increments;
     Run();  // while an access costs nothing: only to count
     accesses = port.accesses;
-    increments = timing.Increments - before;
+    increments = tool_->timing.Increments - before;
     port.Calibrate();
   }
 
   void Run() {
-    isp.ProgramImage(view);
-    view.Take();
+    if (kind_ == Program) {
+      tool_->isp.ProgramImage(view_);
+      view_.Take();
+      return;
+    }
+    terminal::VskJob job(*tool_, line_, narrator_, [] { return false; });
+    terminal::Outcome outcome;
+    tool_->isp.IspModeOn = false;
+    job.Run(outcome);
   }
 
   std::unique_ptr<TickCounter> ticks = SystemTickCounter();
   BusyPort port{*ticks};
-  IspBoards boards;
-  IicPort line{port, boards, {}};
-  tongxun::BusTiming timing{*ticks};
-  tongxun::I2cMaster master{line, timing};
-  tongxun::VskImages images;
-  tongxun::IspFrames frames{master, timing};
-  RunReport report{*ticks};
-  IspOperations isp{frames, timing, images, report};
-  Transcript view;
   std::int64_t accesses = 0;    // of one run
   std::int64_t increments = 0;  // of its delays
+
+ private:
+  const Kind kind_;
+  std::unique_ptr<Tool> tool_ = std::make_unique<Tool>(port, *ticks, Directories{}, Problem{});
+  Transcript view_;
+  Silent nowhere_;
+  std::ostream err_{&nowhere_};
+  terminal::Narrator narrator_{err_, false, true, *ticks};
+  terminal::CommandLine line_;
 };
 
-Programming& TheProgramming() {
-  static const auto programming = std::make_unique<Programming>();
-  return *programming;
+Work& TheWork(std::int64_t kind) {
+  static std::map<std::int64_t, std::unique_ptr<Work>> all;
+  auto& work = all[kind];
+  if (!work) work = std::make_unique<Work>(static_cast<Work::Kind>(kind));
+  return *work;
 }
 
-void Count(benchmark::State& state, const Programming& programming) {
-  state.counters["accesses"] = static_cast<double>(programming.accesses);
-  state.counters["delay_increments"] = static_cast<double>(programming.increments);
-  state.counters["steps_per_access"] = programming.port.StepsPerAccess();
+void Count(benchmark::State& state, const Work& work) {
+  state.counters["accesses"] = static_cast<double>(work.accesses);
+  state.counters["delay_increments"] = static_cast<double>(work.increments);
+  state.counters["steps_per_access"] = work.port.StepsPerAccess();
 }
 
-void Program64KiB(benchmark::State& state) {
-  Programming& programming = TheProgramming();
-  for (auto _ : state) programming.Run();
-  Count(state, programming);
+void Move64KiB(benchmark::State& state) {
+  Work& work = TheWork(state.range(0));
+  for (auto _ : state) work.Run();
+  Count(state, work);
 }
-BENCHMARK(Program64KiB)->Unit(benchmark::kMillisecond)->Iterations(1)->Repetitions(5);
+BENCHMARK(Move64KiB)
+    ->DenseRange(Work::Program, Work::Compare)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1)
+    ->Repetitions(5);
 
 void BareAccessesAndDelays(benchmark::State& state) {
-  Programming& programming = TheProgramming();
-  PortIo* port = &programming.port;
+  Work& work = TheWork(state.range(0));
+  PortIo* port = &work.port;
   benchmark::DoNotOptimize(port);
-  tongxun::BusTiming delay(*programming.ticks);  // not calibrated: a step is one increment
+  tongxun::BusTiming delay(*work.ticks);  // not calibrated: a step is one increment
   for (auto _ : state) {
-    for (std::int64_t i = 0; i < programming.accesses; ++i) port->DlPortWritePortUchar(0x378, 0);
-    for (std::int64_t left = programming.increments; left > 0; left -= delay.BitDelayCount - 1) {
+    for (std::int64_t i = 0; i < work.accesses; ++i) port->DlPortWritePortUchar(0x378, 0);
+    for (std::int64_t left = work.increments; left > 0; left -= delay.BitDelayCount - 1) {
       delay.BitDelayCount = static_cast<std::int32_t>(std::min<std::int64_t>(left, 1 << 20) + 1);
       delay.BitDelay();
     }
   }
-  Count(state, programming);
+  Count(state, work);
 }
-BENCHMARK(BareAccessesAndDelays)->Unit(benchmark::kMillisecond)->Iterations(1)->Repetitions(5);
+BENCHMARK(BareAccessesAndDelays)
+    ->DenseRange(Work::Program, Work::Compare)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1)
+    ->Repetitions(5);
 
 }  // namespace

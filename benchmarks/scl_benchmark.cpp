@@ -94,18 +94,20 @@ class BusyProcesses {
   std::vector<pid_t> ids_;
 };
 
-/// A port whose every access takes 1 us, and that notes when SCL rises.
+/// A port whose every access takes `access`, and that notes when SCL rises.
 class ClockedPort final : public PortIo {
  public:
+  explicit ClockedPort(nanoseconds access) : access_(access) {}
+
   std::vector<Clock::time_point> rises;
 
   void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) override {
     const Clock::time_point begin = Clock::now();
     if (port != IicPort::kDefaultPortBase && (value & 1) != 0) rises.push_back(begin);
-    SpendUntil(begin + kAccess);
+    SpendUntil(begin + access_);
   }
   std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t) override {
-    SpendUntil(Clock::now() + kAccess);
+    SpendUntil(Clock::now() + access_);
     return 0;
   }
 
@@ -124,12 +126,13 @@ class ClockedPort final : public PortIo {
   }
 
  private:
-  static constexpr nanoseconds kAccess{1000};
+  const nanoseconds access_;
 };
 
 /// The bus of a tool that has just started.
 struct Bus {
-  Bus(TickCounter& ticks, std::int64_t factor) : timing(ticks) {
+  Bus(TickCounter& ticks, std::int64_t factor, nanoseconds access = std::chrono::microseconds(1))
+      : io(access), timing(ticks) {
     boards.BoardTable[0] = TraceBoard();
     port.InitPortShadows();
     timing.SpeedFactor = static_cast<std::int16_t>(factor);
@@ -173,5 +176,15 @@ BENCHMARK(Scl)
     ->UseManualTime()
     ->Iterations(1)
     ->Repetitions(3);
+
+/// Argument: what a port access takes, in us.
+void SclByAccess(benchmark::State& state) {
+  const auto ticks = SystemTickCounter();
+  for (auto _ : state) {
+    Bus bus(*ticks, 2, std::chrono::microseconds(state.range(0)));
+    state.counters["written_kHz"] = bus.WrittenBits_kHz();
+  }
+}
+BENCHMARK(SclByAccess)->Arg(1)->Arg(2)->Arg(5)->Iterations(1)->Repetitions(3);
 
 }  // namespace

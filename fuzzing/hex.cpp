@@ -125,7 +125,7 @@ void Check(const std::string& name, const std::string& text, std::size_t cellCou
   Require(loaded.cells == expected.cells, "every cell as the plain reading has it");
   Require(loaded.maximum == expected.maximum, "the maximum address as the plain reading has it");
   const auto check = loadfile::CheckHex(text, static_cast<std::int32_t>(cellCount) - 1);
-  Require(check.notes == expected.notes, "the notes as the plain reading has them");
+  Require(*check == expected.notes, "the notes as the plain reading has them");
   Require(view.notes.empty() == (expected.notes == loadfile::LoadNotes{}), "notes are told");
   std::vector<std::string> said(1 + expected.wrongStartCodes, "print error!!!");
   said[0] = "clear";

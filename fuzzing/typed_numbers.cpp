@@ -113,9 +113,9 @@ void CheckSecurityBoxes(Lines boxes) {
   file.Write("");
   boxes.resize(6);
   const fileop::SecurityEntry entry{boxes[0], boxes[1], {boxes[2], boxes[3], boxes[4], boxes[5]}};
-  const fileop::SecurityCheck check = fileop::CheckSecurityEntry(entry, file.Path());
+  const Status check = fileop::CheckSecurityEntry(entry, file.Path());
   const auto bytes = EntryBytes(boxes);
-  Require(check.accepted == bytes.has_value(), "the boxes that the plain reading takes");
+  Require(check.Ok() == bytes.has_value(), "the boxes that the plain reading takes");
   if (bytes) Require(file.Read() == *bytes, "the file holds what was typed");
   if (!bytes) Require(!std::filesystem::exists(file.Path()), "a refused entry leaves no file");
 }

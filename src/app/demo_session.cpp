@@ -61,7 +61,7 @@ void DemoSession::EnterSecurityCodes() {
   Type(window, "Text4", "A5");
   Picture(&window, "security-check");
   Press("Form3", "Command1");
-  Check(!window.isVisible() && ReadFile(file, 16).bytes == "\x94\x02\x5A\xA5",
+  Check(!window.isVisible() && *ReadFile(file, 16) == "\x94\x02\x5A\xA5",
         QStringLiteral("the codes are kept, the window closes"));
 }
 
@@ -201,9 +201,9 @@ void DemoSession::ExpectToEndWith(const char* window, const char* control, const
 }
 
 void DemoSession::ExpectFlash(const simulator::Flash& flash, const QString& hexFile) {
-  const FileContent file = ReadFile(PathOf(hexFile.toStdString()), 1U << 20);
+  const Result<std::string> file = ReadFile(PathOf(hexFile.toStdString()), 1U << 20);
   std::vector<std::uint8_t> image(flash.Cells().size());
-  const auto summary = loadfile::StoreHex(file.bytes, image);
+  const auto summary = loadfile::StoreHex(*file, image);
   const auto bytes = summary.maximum + 1;
   Check(std::equal(image.begin(), image.begin() + bytes, flash.Cells().begin()),
         QStringLiteral("the chip's flash equals the image of %1 bytes").arg(bytes));

@@ -33,7 +33,8 @@ int main(int argc, char** argv) {
   const auto ticks = SystemTickCounter();
   const Directories directories = SystemDirectories("isp-writer-simulator");
   FillProgramFolder(directories, PostProblem);
-  const auto tool = std::make_unique<Tool>(board->cable, *ticks, directories, PostProblem);
+  const auto tool = std::make_unique<Tool>(board->cable, *ticks, directories, PostProblem,
+                                           "isp-writer-simulator");
   Main launcher(*tool);
   BoardWindow boardWindow(*board);
   launcher.show();

@@ -113,7 +113,8 @@ void BusTiming::Count(std::int32_t steps) {
 void BusTiming::Increment(std::int64_t times) {
   // The delay is nothing but the number of its increments, so each must really be executed and take
   // its time. An atomic one is and does; a plain one, even of a volatile counter, some processors
-  // shorten to a fraction of a trip to memory.
+  // shorten to a fraction of a trip to memory. Its memory order, the strictest, keeps what stands
+  // before and behind the delay in place on processors that reorder more than x86 does.
   for (; times > 0; --times) ++Increments;
 }
 

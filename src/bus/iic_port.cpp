@@ -14,14 +14,19 @@ void IicPort::ReleaseLines() {
 void IicPort::AnnouncePort() {
   if (!Board().Complete()) TellMissingWiring();
   portInUse_ = PortBase;
-  io_.UsePort(static_cast<std::uint32_t>(PortBase));
-  io_.Sample(static_cast<std::uint8_t>(Board().SdaIn.mask));
+  io_.UsePort({.base = static_cast<std::uint32_t>(PortBase),
+               .sampled = static_cast<std::uint8_t>(Board().SdaIn.mask),
+               .data = WithLine(DataShadow, Board().SdaOut, true),
+               .control = WithLine(ControlShadow, Board().SclOut, true)});
+}
+
+std::uint8_t IicPort::WithLine(std::int16_t shadow, const LineSpec& line, bool high) {
+  const bool setBit = high == line.polarity;
+  return static_cast<std::uint8_t>(setBit ? shadow | line.mask : shadow & (255 - line.mask));
 }
 
 void IicPort::Drive(PortRegister which, std::int16_t shadow, const LineSpec& line, bool high) {
-  const bool setBit = high == line.polarity;
-  const int value = setBit ? shadow | line.mask : shadow & (255 - line.mask);
-  io_.DlPortWritePortUchar(PortOf(which), static_cast<std::uint8_t>(value));
+  io_.DlPortWritePortUchar(PortOf(which), WithLine(shadow, line, high));
 }
 
 bool IicPort::SdaIsLow() {

@@ -58,6 +58,8 @@ class IicPort {
   }
   void AnnouncePort();
   void TellMissingWiring();
+  /// A register's value with the line high or low, and the shadow in the other bits.
+  static std::uint8_t WithLine(std::int16_t shadow, const LineSpec& line, bool high);
   void Drive(PortRegister which, std::int16_t shadow, const LineSpec& line, bool high);
 
   PortIo& io_;

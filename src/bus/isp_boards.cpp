@@ -42,8 +42,8 @@ bool ReadBoard(CsvFields& fields, IspBoard& board) {
 
 void IspBoards::LoadPortConfig(const std::filesystem::path& path, const Turn& turn) {
   tableFile_ = path;
-  const FileContent file = ReadFile(path, kLargestConfigFile);
-  CsvFields fields(file.bytes);
+  const Result<std::string> file = ReadFile(path, kLargestConfigFile);
+  CsvFields fields(*file);
   while (!fields.AtEnd()) {
     turn();
     fields.Next();
@@ -60,8 +60,8 @@ void IspBoards::LoadPortConfig(const std::filesystem::path& path, const Turn& tu
 
 void IspBoards::LoadCurrentBoard(const std::filesystem::path& path, const Turn& turn) {
   currentBoardFile_ = path;
-  const FileContent file = ReadFile(path, kLargestConfigFile);
-  CsvFields fields(file.bytes);
+  const Result<std::string> file = ReadFile(path, kLargestConfigFile);
+  CsvFields fields(*file);
   while (!fields.AtEnd()) {
     turn();
     const auto board = LeadingDecimal(*fields.Next());

@@ -11,24 +11,25 @@ PortAddressFile::PortAddressFile(IicPort& port, const std::filesystem::path& fol
     : port_(port), path_(PathOf(std::string(CutAtNul(PathText(folder)))) / "chipport.log") {}
 
 void PortAddressFile::LoadPortAddress() {
-  const FileContent file = ReadFile(path_, 2);
+  const Result<std::string> file = ReadFile(path_, 2);
   const auto byteAt = [&](std::size_t i) {
-    return i < file.bytes.size() ? static_cast<std::uint8_t>(file.bytes[i]) : 0;
+    return i < file->size() ? static_cast<std::uint8_t>((*file)[i]) : 0;
   };
   port_.PortBase = byteAt(0) * 256 + byteAt(1);
   if (port_.PortBase != 0) return;
   port_.PortBase = IicPort::kDefaultPortBase;
-  SavePortAddress();
+  static_cast<void>(Write());  // told when the operator changes it
 }
 
-bool PortAddressFile::SavePortAddress() {
+Status PortAddressFile::Write() const {
   const std::array bytes{static_cast<std::uint8_t>(port_.PortBase / 256),
                          static_cast<std::uint8_t>(port_.PortBase % 256)};
-  unsaved_ = WriteAtStart(path_, bytes);
-  return unsaved_.empty();
+  return WriteAtStart(path_, bytes);
 }
 
-std::string PortAddressFile::UnsavedNotice() {
-  if (std::exchange(toldUnsaved_, true)) return {};
-  return Unsaved(path_, unsaved_);
+Status PortAddressFile::SavePortAddress() {
+  const Status written = Write();
+  if (written.Ok()) return written;
+  const bool told = std::exchange(toldUnsaved_, true);
+  return Status::Failed(told ? std::string() : Unsaved(path_, written.Reason()));
 }

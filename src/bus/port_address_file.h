@@ -2,9 +2,9 @@
 #pragma once
 
 #include <filesystem>
-#include <string>
 
 #include "bus/iic_port.h"
+#include "platform/status.h"
 
 class PortAddressFile {
  public:
@@ -13,16 +13,14 @@ class PortAddressFile {
 
   /// Sets `PortBase`; a missing, unreadable or zero address becomes 0x378 and is written back.
   void LoadPortAddress();
-  /// Writes `PortBase`. False when it could not be written; the file is as it was then.
-  bool SavePortAddress();
-
-  /// What to tell the operator of an address that could not be written: a sentence the first time
-  /// in a run, then nothing.
-  std::string UnsavedNotice();
+  /// Writes `PortBase`. A failure leaves the file as it was; its reason is a sentence for the
+  /// operator, the first time in a run.
+  Status SavePortAddress();
 
  private:
+  Status Write() const;
+
   IicPort& port_;
   const std::filesystem::path path_;
-  std::string unsaved_;  // why the last save failed; empty when it did not
   bool toldUnsaved_ = false;
 };

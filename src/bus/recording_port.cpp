@@ -54,9 +54,9 @@ RecordingPort::~RecordingPort() {
   if (vcd_) End();
 }
 
-void RecordingPort::UsePort(std::uint32_t base) {
-  base_ = base;
-  port_.UsePort(base);
+void RecordingPort::UsePort(const PortUse& use) {
+  base_ = use.base;
+  port_.UsePort(use);
 }
 
 void RecordingPort::DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) {

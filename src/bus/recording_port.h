@@ -36,8 +36,7 @@ class RecordingPort final : public PortIo {
   /// Where the lines are from now on; they rest high before.
   void FollowBoards(const IspBoards& boards) { boards_ = &boards; }
 
-  void UsePort(std::uint32_t base) override;
-  void Sample(std::uint8_t bits) override { port_.Sample(bits); }
+  void UsePort(const PortUse& use) override;
   bool StillThere() override { return port_.StillThere(); }
   void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) override;
   std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t port) override;

@@ -71,7 +71,7 @@ HexFault CheckRest(std::string_view text, std::size_t at) {
 
 }  // namespace
 
-HexCheck CheckHex(std::string_view text, std::int32_t lastCell) {
+Result<LoadNotes> CheckHex(std::string_view text, std::int32_t lastCell) {
   HexNoteTaker noteTaker(text, lastCell);
   std::size_t read = 0;
   HexFault fault = ForEachRecord(text, [&](const HexRecord& record) {
@@ -82,8 +82,8 @@ HexCheck CheckHex(std::string_view text, std::int32_t lastCell) {
     return found;
   });
   if (!fault) fault = CheckRest(text, read);
-  if (fault) return {.problem = Explain(fault, text, lastCell)};
-  return {.notes = noteTaker.Notes()};
+  if (fault) return Status::Failed(Explain(fault, text, lastCell));
+  return noteTaker.Notes();
 }
 
 HexSummary StoreHex(std::string_view text, std::span<std::uint8_t> cells) {

@@ -8,10 +8,10 @@
 
 #include <cstdint>
 #include <span>
-#include <string>
 #include <string_view>
 
 #include "image/load_notes.h"
+#include "platform/status.h"
 
 namespace loadfile {
 
@@ -20,16 +20,11 @@ struct HexSummary {
   int wrongStartCodes = 0;   // records that begin with another character than ":"
 };
 
-struct HexCheck {
-  std::string problem = {};  // where and what, for the operator; empty for a readable text
-  LoadNotes notes = {};      // of a text without a problem
-};
-
 /// Checks the whole text without storing anything. Digits are 0-9 and A-F only; a record must be
 /// complete, its line end two characters, its bytes within 0..`lastCell`. What is left behind the
 /// last record that is read must be blank or Ctrl-Z, or an end-of-file record, which may be cut
-/// off. `text` is not empty.
-HexCheck CheckHex(std::string_view text, std::int32_t lastCell);
+/// off. `text` is not empty. A failure's reason says what is wrong, and where.
+Result<LoadNotes> CheckHex(std::string_view text, std::int32_t lastCell);
 
 /// Stores the bytes of a text that `CheckHex` found good for `cells`; cells that no record names
 /// keep their contents.

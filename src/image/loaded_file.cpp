@@ -13,8 +13,8 @@ std::uint64_t ContentHash(std::string_view bytes) {
 }
 
 bool HasChanged(const LoadedFile& file) {
-  const FileContent now = ReadFile(PathOf(file.name), file.looked);
-  return now.Ok() && ContentHash(now.bytes) != file.content;
+  const Result<std::string> now = ReadFile(PathOf(file.name), file.looked);
+  return now.Ok() && ContentHash(*now) != file.content;
 }
 
 bool AgreedTo(std::span<const LoadedFile> files,

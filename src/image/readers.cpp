@@ -15,7 +15,9 @@ constexpr std::size_t kLargestHex = 64U << 20;
 constexpr const char* kTooLarge =
     "the file is too large: a HEX file of more than 64 MiB is no image for these chips";
 
-HexCheck TakeAnything(std::string_view /*bytes*/, std::int32_t /*lastCell*/) { return {}; }
+Result<LoadNotes> TakeAnything(std::string_view /*bytes*/, std::int32_t /*lastCell*/) {
+  return LoadNotes{};
+}
 
 HexSummary StoreBinary(std::string_view bytes, std::span<std::uint8_t> cells) {
   std::copy(bytes.begin(), bytes.end(), cells.begin());
@@ -49,31 +51,31 @@ ImageFile::ImageFile(const std::string& name, const Format& format, std::size_t 
     : format_(format) {
   const std::size_t limit = format.isText ? format.largest : std::min(format.largest, lastCell + 1);
   const std::size_t looked = limit + 1;  // one byte more tells a file that is longer
-  FileContent file = ReadFile(PathOf(name), looked);
-  bytes_ = std::move(file.bytes);
+  const Result<std::string> file = ReadFile(PathOf(name), looked);
+  bytes_ = *file;
   loaded_ = {.name = name, .looked = looked, .content = ContentHash(bytes_)};
-  const bool readsAsEmpty = !format.isText && file.missing && missing == Missing::Empty;
+  const bool readsAsEmpty = !format.isText && file.IsMissing() && missing == Missing::Empty;
   if (!file.Ok() && !readsAsEmpty) {
-    problem_ = name + ": " + file.problem;
+    status_ = Status::Failed(name + ": " + file.Reason());
     return;
   }
   const bool longer = bytes_.size() > limit;
   if (longer && format.isText) {
-    problem_ = name + ": " + kTooLarge;
+    status_ = Status::Failed(name + ": " + kTooLarge);
     return;
   }
   bytes_.resize(std::min(bytes_.size(), limit));
   if (bytes_.empty()) return;
-  const HexCheck check = format.check(bytes_, static_cast<std::int32_t>(lastCell));
-  if (!check.problem.empty()) problem_ = name + "\n" + check.problem;
-  notes_ = check.notes;
+  const Result<LoadNotes> check = format.check(bytes_, static_cast<std::int32_t>(lastCell));
+  if (!check.Ok()) status_ = Status::Failed(name + "\n" + check.Reason());
+  notes_ = *check;
   if (longer) notes_.taken = limit;
 }
 
 void ImageFile::Refuse(WriterView& view) const {
   view.Beep();
   view.Beep();
-  view.ShowMessage("path or file name error!!!", problem_);
+  view.ShowMessage("path or file name error!!!", status_.Reason());
 }
 
 void ImageFile::StoreInto(const ReadTarget& target, WriterView& view) const {
@@ -96,7 +98,7 @@ void TellNotes(const std::string& notes, WriterView& view) {
 std::optional<LoadedFile> ReadImage(const std::string& name, const Format& format,
                                     const ReadTarget& target, WriterView& view) {
   const ImageFile file(name, format, target.cells.size() - 1);
-  if (file.Refused()) {
+  if (!file.Ok()) {
     file.Refuse(view);
     return std::nullopt;
   }

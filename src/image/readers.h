@@ -25,7 +25,8 @@ struct ReadTarget {
 struct Format {
   bool isText;          // never cut, and no image when it is empty
   std::size_t largest;  // bytes: of more, a text is refused, and any other file is cut
-  HexCheck (*check)(std::string_view bytes, std::int32_t lastCell);  // of what is not empty
+  /// Of what is not empty.
+  Result<LoadNotes> (*check)(std::string_view bytes, std::int32_t lastCell);
   HexSummary (*store)(std::string_view bytes, std::span<std::uint8_t> cells);
 };
 
@@ -62,11 +63,11 @@ class ImageFile {
   ImageFile(const std::string& name, const Format& format, std::size_t lastCell,
             Missing missing = Missing::Refused);
 
-  bool Refused() const { return !problem_.empty(); }
-  /// Two beeps and the message that says why this file cannot be loaded.
+  bool Ok() const { return status_.Ok(); }
+  /// Two beeps and the message that says why a file cannot be loaded.
   void Refuse(WriterView& view) const;
 
-  /// Stores a file that was not refused. An empty text sounds two beeps, shows a message and
+  /// Stores a file that is `Ok`. An empty text sounds two beeps, shows a message and
   /// leaves the target as it was.
   void StoreInto(const ReadTarget& target, WriterView& view) const;
 
@@ -78,7 +79,7 @@ class ImageFile {
   const Format& format_;
   LoadedFile loaded_;
   std::string bytes_;
-  std::string problem_;
+  Status status_;
   LoadNotes notes_;
 };
 

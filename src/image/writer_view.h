@@ -19,4 +19,7 @@ class WriterView {
   virtual void PrintLine(std::string_view line) = 0;
   /// Takes back the lines that were printed for an earlier file.
   virtual void ClearPrintedLines() = 0;
+  /// How much of a bank, or of all banks, is programmed: 0..100, at each page. The status texts of
+  /// the operations say it too, in their own steps.
+  virtual void Programmed(int /*percent*/) {}
 };

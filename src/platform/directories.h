@@ -18,14 +18,18 @@ struct Directories {
   std::filesystem::path stateFolder = {};
 };
 
-/// The directories of this machine for a program called `programName`; creates none.
+/// The directories of this machine for a program called `programName`; creates none. An
+/// installation of it that has a name of its own is `deliveredName`.
 /// A program that has "Initial" beside it (an unpacked archive, a build tree) has its folder there.
 /// On Linux one without (an installed package) has `$XDG_DATA_HOME/<programName>`, else
-/// `~/.local/share/<programName>`, filled from `../share/<programName>` as seen from the program;
+/// `~/.local/share/<programName>`, filled from `../share/<deliveredName>` as seen from the program;
 /// and "chipport.log" lives in `$XDG_CONFIG_HOME/<programName>`, else in `~/.config/<programName>`.
 /// The log of runs lives in `$XDG_STATE_HOME/<programName>`, else in
 /// `~/.local/state/<programName>`, and on Windows in `%LOCALAPPDATA%/<programName>`.
-Directories SystemDirectories(std::string_view programName);
+Directories SystemDirectories(std::string_view programName, std::string_view deliveredName);
+inline Directories SystemDirectories(std::string_view programName) {
+  return SystemDirectories(programName, programName);
+}
 
 /// Copies every delivered file that is not there yet into the program's folder, and never touches
 /// one that is. `report` is told, once, when the folder cannot be written; the program can run on.

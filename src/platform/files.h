@@ -8,32 +8,34 @@
 #include <span>
 #include <string>
 
-struct FileContent {
-  std::string bytes;    // at most the limit asked for
-  std::string problem;  // empty when the file was read; else why it was not, as a phrase
-  bool missing = false;
+#include "platform/status.h"
 
-  bool Ok() const { return problem.empty(); }
-};
+// Reasons are phrases.
 
-/// Reads at most `limit` bytes from the start of the file.
-FileContent ReadFile(const std::filesystem::path& path, std::size_t limit);
+/// At most `limit` bytes from the start of the file.
+Result<std::string> ReadFile(const std::filesystem::path& path, std::size_t limit);
 
 /// Creates the file empty, and its folder, when it is missing and can be created.
 void EnsureFile(const std::filesystem::path& path);
 
 /// Writes `bytes` from position 0, creating the file and its folder when missing; bytes behind them
-/// stay as they were. Returns why it could not be written, as a phrase, and nothing when it was.
-/// The file is never left half written: it holds what it held, or all that it should.
-std::string WriteAtStart(const std::filesystem::path& path, std::span<const std::uint8_t> bytes);
+/// stay as they were. The file is never left half written: it holds what it held, or all that it
+/// should.
+Status WriteAtStart(const std::filesystem::path& path, std::span<const std::uint8_t> bytes);
 
-/// What the operator is told of a setting that was not written to its file because of `problem`.
-std::string Unsaved(const std::filesystem::path& path, const std::string& problem);
+/// Gives the file this content and no other, creating it and its folder when missing; never half of
+/// it.
+Status ReplaceFile(const std::filesystem::path& path, const std::string& content);
+/// Whether `ReplaceFile` could: tried without touching the file.
+Status CanReplace(const std::filesystem::path& path);
 
-/// Appends `text`, creating the file with `heading` in front, and its folder, when missing. Returns
-/// as above; the file is as it was then.
-std::string AppendToFile(const std::filesystem::path& path, const std::string& text,
-                         const std::string& heading);
+/// What the operator is told of a setting that was not written to its file for this reason.
+std::string Unsaved(const std::filesystem::path& path, const std::string& reason);
+
+/// Appends `text`, creating the file with `heading` in front, and its folder, when missing. A
+/// failure leaves it as it was.
+Status AppendToFile(const std::filesystem::path& path, const std::string& text,
+                    const std::string& heading);
 
 /// The path as UTF-8 text, for messages.
 std::string PathText(const std::filesystem::path& path);

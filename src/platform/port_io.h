@@ -5,11 +5,21 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "platform/problem.h"
 
 /// The parallel port's registers, relative to its base address.
 enum class PortRegister : std::uint32_t { Data = 0, Status = 1, Control = 2 };
+
+/// What a parallel port is used for.
+struct PortUse {
+  std::uint32_t base = 0;    // I/O address of its data register, 0..0xFFFF
+  std::uint8_t sampled = 0;  // the bits of the status register that are looked at
+  std::uint8_t data = 0;     // both registers as they are with SDA and SCL released
+  std::uint8_t control = 0;
+};
 
 /// One byte to or from an I/O port, immediately and in call order.
 /// A port that cannot be reached swallows writes, and its reads say that there is no port.
@@ -17,15 +27,11 @@ class PortIo {
  public:
   virtual ~PortIo() = default;
 
-  /// The accesses that follow go to the parallel port whose data register is at `base`
-  /// (0..0xFFFF). No port access in itself. Called before the first access and at the first access
-  /// after the address has changed: a register's number alone does not tell which port it belongs
-  /// to, for 0x37A is the control register of 0x378 and the data register of 0x37A.
-  virtual void UsePort(std::uint32_t /*base*/) {}
-
-  /// The bits of the status register that are sampled on the port in use, so that one that does not
-  /// carry them can say so. No port access in itself.
-  virtual void Sample(std::uint8_t /*bits*/) {}
+  /// The accesses that follow go to this parallel port. No port access in itself. Called before the
+  /// first access and at the first access after the address has changed: a register's number alone
+  /// does not tell which port it belongs to, for 0x37A is the control register of 0x378 and the
+  /// data register of 0x37A.
+  virtual void UsePort(const PortUse& /*use*/) {}
 
   /// False when there is no port, or when it has gone since it was taken. No port access in itself,
   /// but too slow for each one: called once where an operation begins.
@@ -37,6 +43,17 @@ class PortIo {
   /// 0xFF is what a bus without a target shows.
   virtual std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t port) = 0;
 };
+
+/// One port that the program could be told to use.
+struct PortNote {
+  std::optional<std::uint32_t> base;  // its address; nothing where none stands for it
+  std::string device;                 // what it goes through
+  std::string problem;                // why it cannot be reached now; empty when it can
+};
+
+/// The ports that are known on this machine, and what could become one. Takes none of them.
+/// `boardFolder`: as below.
+std::vector<PortNote> SystemPorts(const std::filesystem::path& boardFolder);
 
 /// The machine's own parallel port. It is taken at the first `UsePort` and given back, with its
 /// data and control registers as they were found, when it is left for another one and when the

@@ -14,7 +14,7 @@ using Problem = std::function<void(const std::string& message)>;
 inline std::string ErrorText(int error) {
   return std::generic_category().message(error == 0 ? EIO : error);
 }
-/// The same for an error of the file system; empty when there is none.
+/// The same for an error of the file system.
 inline std::string ErrorText(const std::error_code& error) {
-  return error ? error.default_error_condition().message() : std::string();
+  return error.default_error_condition().message();
 }

@@ -1,6 +1,13 @@
 #include "rtd2120/rtd_link.h"
 
 namespace tongxun2120 {
+namespace {
+
+bool Fits(int count, std::size_t cells) {
+  return count >= 0 && static_cast<std::size_t>(count) <= cells;
+}
+
+}  // namespace
 
 bool RtdTestBit(int value, int k) { return k >= 0 && k <= 7 && (value & (0x80 >> k)) != 0; }
 
@@ -80,6 +87,7 @@ int RtdLink::ReceiveByte() {
 }
 
 int RtdLink::RtdReadRegisters(int address, int registerNumber, int count) {
+  if (!Fits(count, RtdRxBuf.size())) return kNotAcknowledged;
   port_.SetSdaHigh();
   port_.SetSclHigh();
   Start();
@@ -115,12 +123,13 @@ int RtdLink::RtdReadRegisters(int address, int registerNumber, int count) {
 }
 
 template <typename Cell>
-int RtdLink::Write(std::span<const Cell> bytes, int flags, int acknowledgeDelays) {
+int RtdLink::Write(std::span<const Cell> buffer, int count, int flags, int acknowledgeDelays) {
+  if (!Fits(count, buffer.size())) return kNotAcknowledged;
   port_.SetSdaHigh();
   port_.SetSclHigh();
   if ((flags & kWithStart) != 0) Start();
   int result = kDone;
-  for (const Cell byte : bytes) {
+  for (const Cell byte : buffer.first(static_cast<std::size_t>(count))) {
     SendByte(byte);
     result = SampleAcknowledge(acknowledgeDelays) ? kDone : kNotAcknowledged;
   }
@@ -133,13 +142,12 @@ int RtdLink::Write(std::span<const Cell> bytes, int flags, int acknowledgeDelays
 }
 
 int RtdLink::RtdWriteBytes(int count, int flags) {
-  const std::span<const std::int16_t> bytes(RtdTxBuf);
-  return Write(bytes.first(static_cast<std::size_t>(count)), flags, 1);
+  return Write(std::span<const std::int16_t>(RtdTxBuf), count, flags, 1);
 }
 
 int RtdLink::RtdWritePage(int count, int flags) {
   const std::span<const std::uint8_t> row(RtdPageTable[static_cast<std::size_t>(RtdPageIndex)]);
-  return Write(row.first(static_cast<std::size_t>(count)), flags, 3);
+  return Write(row, count, flags, 3);
 }
 
 void RtdLink::WriteRegister(int registerNumber, int value) {

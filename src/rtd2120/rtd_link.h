@@ -2,6 +2,7 @@
 // bit delays; knows registers, but nothing of erasing or programming.
 //
 // A write keeps SCL high after each acknowledge clock; a missing acknowledge does not stop it.
+// Addresses, registers and values are 0..255.
 #pragma once
 
 #include <array>
@@ -33,15 +34,19 @@ class RtdLink {
   std::array<std::int16_t, 8> RtdRxBits{};  // the byte being received, most significant bit first
   /// Row g is the whole transaction that writes page g.
   std::array<std::array<std::uint8_t, kPageColumns>, kPageRows> RtdPageTable{};
-  std::int16_t RtdPageIndex = 0;  // the row that `RtdWritePage` sends
-  std::int32_t RtdPollCount = 0;  // of `RtdWaitBitsClear`
+  std::int16_t RtdPageIndex = 0;  // the row that `RtdWritePage` sends, 0..256
+  std::int32_t RtdPollCount = 0;  // of `RtdWaitBitsClear`, 0..5001
+
+  // A count beyond the buffer is `kNotAcknowledged`, and touches no line.
 
   /// S address&FE register Sr address|01 [count bytes] N P     count 0..21
   /// `kNotAcknowledged` when the address or the register byte was refused: no STOP then.
   int RtdReadRegisters(int address, int registerNumber, int count);
-  /// [S] RtdTxBuf[0..count-1] [P]     The result is the last byte's acknowledge.
+  /// [S] RtdTxBuf[0..count-1] [P]     count 0..21
+  /// The last byte's acknowledge; `kDone` without a byte.
   int RtdWriteBytes(int count, int flags);
-  /// The same with the row `RtdPageIndex` of the page table, waiting longer for each acknowledge.
+  /// The same with the row `RtdPageIndex` of the page table, count 0..259, waiting longer for each
+  /// acknowledge.
   int RtdWritePage(int count, int flags);
 
   /// S 94 register value P
@@ -72,7 +77,7 @@ class RtdLink {
   bool SampleAcknowledge(int delays);  // SCL high, SDA released -> the same
   int ReceiveByte();                   // SDA released -> SCL high, SDA released
   template <typename Cell>
-  int Write(std::span<const Cell> bytes, int flags, int acknowledgeDelays);
+  int Write(std::span<const Cell> buffer, int count, int flags, int acknowledgeDelays);
 
   IicPort& port_;
   tongxun::BusTiming& timing_;

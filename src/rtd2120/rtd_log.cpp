@@ -22,6 +22,11 @@ void RtdLog::AppendLine(std::string_view message) { Show(text_ + std::string(mes
 
 void RtdLog::AppendRedLine(std::string_view message) { AppendRed(message, kLineEnd); }
 
+void RtdLog::AppendLinkError(std::string_view place) {
+  if (failure_.empty()) place_ = place;
+  AppendRed(kLinkError, "");
+}
+
 void RtdLog::AppendRed(std::string_view message, const char* lineEnd) {
   if (failure_.empty()) failure_ = message;
   text_ += std::string(message) + lineEnd;
@@ -36,7 +41,7 @@ RunResult RtdLog::Result() const {
   for (std::size_t at = 0; (at = line.find(kLineEnd, at)) != std::string::npos;) {
     line.replace(at, 2, "; ");
   }
-  return {.text = line, .failure = failure_};
+  return {.text = line, .failure = failure_, .place = place_};
 }
 
 }  // namespace tongxun2120

@@ -23,9 +23,11 @@ class RtdLog {
   /// Each shows its text at once. `Show` replaces all lines.
   void Show(const std::string& text);
   void AppendLine(std::string_view message);
+  /// A bank is programmed so far.
+  void Programmed(int percent) { view_.Programmed(percent); }
   void AppendRedLine(std::string_view message);
-  /// "MCU link error" in red, without a line end.
-  void AppendLinkError() { AppendRed(kLinkError, ""); }
+  /// "MCU link error" in red, without a line end. `place`: where programming stopped.
+  void AppendLinkError(std::string_view place = {});
 
   /// The lines in one, joined by "; ", and the first error.
   RunResult Result() const;
@@ -36,6 +38,7 @@ class RtdLog {
   RtdView& view_;
   std::string text_;
   std::string failure_;  // the first
+  std::string place_;    // of the first
 };
 
 }  // namespace tongxun2120

@@ -13,6 +13,10 @@ std::string BankText(Bank bank) {
   return bank == Bank::First ? "Program BANK 1  " : "Program BANK 2  ";
 }
 
+std::string PlaceOf(Bank bank, int page) {
+  return std::string(bank == Bank::First ? "bank 1" : "bank 2") + " page " + HexText(page);
+}
+
 }  // namespace
 
 void RtdOperations::RtdBuildPages(std::int32_t maximum) {
@@ -105,13 +109,16 @@ void RtdOperations::RtdProgramBank(Bank bank, RtdLog& log) {
   SelectBank(bank);
   const int pages = EndHigh() + 1;
   for (int page = 0; page < pages; ++page) {
+    log.Programmed(100 * page / pages);
     link_.RtdPageIndex = static_cast<std::int16_t>(page);
     link_.WriteAddress(kStartAddress, page, 0x00);
     link_.RtdWritePage(kPageTransfer, kWithStart | kWithStop);
 
     const auto percent = static_cast<int>(std::nearbyint(page * 100.0 / pages)) + 1;
     log.Show(RtdStatusBase + BankText(bank) + " " + std::to_string(percent) + " %");
-    if (!link_.RtdWaitBitsClear(kIspControl, kProgramming)) return log.AppendLinkError();
+    if (!link_.RtdWaitBitsClear(kIspControl, kProgramming)) {
+      return log.AppendLinkError(PlaceOf(bank, page));
+    }
   }
   log.Show(RtdStatusBase + BankText(bank) + " 100 %\r\n");
 }

@@ -24,12 +24,13 @@ class RtdOperations {
   std::int32_t RtdMaxAddr = 0;  // highest address 0..0xFFFF of the image being written
   std::string RtdStatusBase;    // the log when programming began
 
-  /// Lays `RtdLoadBuffer`[0..maximum] out as whole write transactions, padded with 0xFF.
+  /// Lays `RtdLoadBuffer`[0..maximum] out as whole write transactions, padded with 0xFF. `maximum`
+  /// is taken as the nearest of 0..0xFFFF.
   void RtdBuildPages(std::int32_t maximum);
-  /// CRC-8 of the page data over 0..`RtdMaxAddr`.
+  /// CRC-8 of the page data over 0..`RtdMaxAddr`: 0..255.
   int RtdCalcCrc(RtdLog& log);
-  /// The chip's own CRC over the same range. Nothing when the chip did not answer, or stayed busy
-  /// for too long: a link error then stands in the log.
+  /// The chip's own CRC over the same range, 0..255. Nothing when the chip did not answer, or
+  /// stayed busy for too long: a link error then stands in the log.
   std::optional<int> RtdReadCrc(Bank bank, RtdLog& log);
   /// False when the chip stayed busy for too long: a link error then stands in the log.
   bool RtdEraseChip(RtdLog& log);

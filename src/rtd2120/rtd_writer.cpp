@@ -16,17 +16,17 @@ bool CanBeWritten(const BankImage& image) { return image.maximum >= 0 && image.m
 
 }  // namespace
 
-void RtdWriter::Run(RtdView& view) {
+RunLine RtdWriter::Run(RtdView& view) {
   port_.StillThere();  // one that has gone is told, and nobody answers then
   line_ = {.chip = "RTD2120"};
   line_.operation = OperateMode == RtdOperateMode::EraseOnly ? "Erase" : "Auto";
   chipChanged_ = false;
   RtdLog log(view);
-  if (!ImagesAreMeant(view)) return;
+  if (!ImagesAreMeant(view)) return line_;
   report_.Begin();
   Operate(log, view);
   line_.result = log.Result();
-  if (chipChanged_) report_.End(line_);
+  return chipChanged_ ? report_.End(line_) : line_;
 }
 
 /// Asks when a file whose image would be written has changed since it was loaded.

@@ -38,7 +38,9 @@ class RtdWriter {
   }
 
   /// The "Run" button. ISP mode is left after an automatic run, not after an erase-only one.
-  void Run(RtdView& view);
+  /// Returns what came of it, the chip's CRCs included; only a run that sent an erase or a page is
+  /// told to the report.
+  RunLine Run(RtdView& view);
 
  private:
   bool ImagesAreMeant(RtdView& view);

@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::string_view kHeading =
-    "time,seconds,chip,operation,file,size,CRC,chip CRC,result,port,board\r\n";
+    "time,seconds,chip,operation,file,size,CRC,chip CRC,result,port,board,program\r\n";
 
 /// 2026-11-22T14:03:05Z
 std::string TimeText(RunLog::Time time) {
@@ -56,16 +56,16 @@ RunLog::RunLog(const fs::path& folder, std::function<Way()> way, Problem report,
 void RunLog::Append(const RunLine& line) {
   if (path_.empty()) return;
   RollOver();
-  const std::string problem = AppendToFile(path_, TextOf(line), std::string(kHeading));
-  if (problem.empty() || std::exchange(told_, true) || !report_) return;
-  report_("The log of runs cannot be written: " + PathText(path_) + " (" + problem +
+  const Status written = AppendToFile(path_, TextOf(line), std::string(kHeading));
+  if (written.Ok() || std::exchange(told_, true) || !report_) return;
+  report_("The log of runs cannot be written: " + PathText(path_) + " (" + written.Reason() +
           "). Programming is not affected.");
 }
 
 void RunLog::RollOver() const {
   std::error_code error;
   const bool full = fs::file_size(path_, error) >= kLargest && !error;
-  const std::string heading = ReadFile(path_, kHeading.size()).bytes;
+  const std::string heading = *ReadFile(path_, kHeading.size());
   if (!full && (heading.empty() || heading == kHeading)) return;
   fs::rename(path_, path_.parent_path() / "runs.old.csv", error);
 }
@@ -75,7 +75,8 @@ std::string RunLog::TextOf(const RunLine& line) const {
   const std::string size = line.file.empty() ? std::string() : std::to_string(line.size);
   std::string text = TimeText(now_()) + "," + DurationText(line.duration);
   for (const std::string& field : {line.chip, line.operation, line.file, size, line.crc,
-                                   line.chipCrc, ResultText(line.result), way.port, way.board}) {
+                                   line.chipCrc, ResultText(line.result), way.port, way.board,
+                                   way.program}) {
     text += "," + Field(field);
   }
   return text + "\r\n";

@@ -27,10 +27,12 @@ struct RunLine {
 class RunLog {
  public:
   using Time = std::chrono::system_clock::time_point;
-  /// What the chip is reached through: the port's address, hexadecimal, and the board's name.
+  /// What the chip is reached through: the port's address, hexadecimal, and the board's name; and
+  /// the program.
   struct Way {
     std::string port;
     std::string board;
+    std::string program;
   };
 
   /// `folder`: where "runs.csv" stands, made when the first line is written; empty for no log.

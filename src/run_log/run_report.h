@@ -19,12 +19,13 @@ class RunReport {
   /// A run begins. To be called behind the questions to the operator, which are no part of it.
   void Begin() { begun_ = clock_.FineTime(); }
 
-  /// The run has ended as `line` tells; its duration is set here. A line with an empty result text
-  /// is of a run that sent nothing, and nobody is told.
-  void End(RunLine line) const {
-    if (line.result.text.empty()) return;
+  /// The run has ended as `line` tells; returns it with its duration. A line with an empty result
+  /// text is of a run that sent nothing, and nobody is told.
+  RunLine End(RunLine line) const {
+    if (line.result.text.empty()) return line;
     line.duration = std::chrono::round<std::chrono::milliseconds>(clock_.FineTime() - begun_);
     Ended(line);
+    return line;
   }
 
  private:

@@ -30,7 +30,7 @@ class Cable final : public PortIo {
   /// Writes and reads of any port since the start.
   std::uint64_t Accesses() const { return accesses_; }
 
-  void UsePort(std::uint32_t base) override { portBase_ = base; }
+  void UsePort(const PortUse& use) override { portBase_ = use.base; }
   void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) override;
   std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t port) override;
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "simulator/faults.h"
@@ -24,6 +25,12 @@ class Flash {
     ++version_;
   }
   void EraseAll() { Erase(0, cells_.size()); }
+
+  /// The cells hold `content` from now on, as far as it goes.
+  void Restore(std::span<const std::uint8_t> content) {
+    std::copy_n(content.begin(), std::min(content.size(), cells_.size()), cells_.begin());
+    ++version_;
+  }
 
   /// `address`: within the flash. Returns what the cell holds afterwards.
   std::uint8_t Program(std::size_t address, std::uint8_t value) {

@@ -17,6 +17,7 @@ class SimulatedChip : public I2cTarget {
   virtual int FirstBankNumber() const { return 0; }
   /// `bank`: 0 or 1.
   const Flash& Bank(int bank) const { return banks_[static_cast<std::size_t>(bank)]; }
+  Flash& Bank(int bank) { return banks_[static_cast<std::size_t>(bank)]; }
   /// How ISP mode is entered, for instance "address 94, codes 5A A5".
   virtual std::string EntryText() const = 0;
 

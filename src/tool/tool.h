@@ -2,6 +2,7 @@
 // reference only what it needs.
 #pragma once
 
+#include <string>
 #include <utility>
 
 #include "bus/bus_timing.h"
@@ -27,8 +28,9 @@
 
 /// Large (half a megabyte of code buffers): keep it off the stack.
 struct Tool {
-  /// `report`: told what keeps the bus from being used.
-  Tool(PortIo& io, TickCounter& ticks, Directories where, Problem report)
+  /// `report`: told what keeps the bus from being used. `program`: who runs, for the log of runs.
+  Tool(PortIo& io, TickCounter& ticks, Directories where, Problem report,
+       const std::string& program = "isp-writer")
       : directories(std::move(where)),
         port(io, boards, report),
         portAddress(port, directories.settingsFolder),
@@ -43,8 +45,8 @@ struct Tool {
         rtdWriter(port, rtdLink, rtdOperations, timing, rtdImages, runReport),
         runLog(
             directories.stateFolder,
-            [this] {
-              return RunLog::Way{HexText(port.PortBase), boards.InUse().name};
+            [this, program] {
+              return RunLog::Way{HexText(port.PortBase), boards.InUse().name, program};
             },
             std::move(report)) {
     runReport.Ended = [this](const RunLine& line) { runLog.Append(line); };
@@ -53,6 +55,15 @@ struct Tool {
   ~Tool() { port.ReleaseLines(); }
   Tool(const Tool&) = delete;
   Tool& operator=(const Tool&) = delete;
+
+  /// What every start reads: the port's address, the board table and the board in use.
+  void LoadConfiguration(const IspBoards::Turn& turn) {
+    const auto initial = directories.programFolder / "Initial";
+    portAddress.LoadPortAddress();
+    port.InitPortShadows();
+    boards.LoadPortConfig(initial / "InitPort.csv", turn);
+    boards.LoadCurrentBoard(initial / "CurrIspBoard.csv", turn);
+  }
 
   const Directories directories;
   IspBoards boards;

@@ -82,13 +82,8 @@ void Main::Command4_Click() { QCoreApplication::exit(); }
 void Main::Form_Unload() { QCoreApplication::exit(); }
 
 void Main::Form_Load() {
-  const auto initial = tool_.directories.programFolder / "Initial";
-  const auto turn = [] { QCoreApplication::processEvents(); };
   WriterState = OpenWriter::None;
-  tool_.portAddress.LoadPortAddress();
-  tool_.port.InitPortShadows();
-  tool_.boards.LoadPortConfig(initial / "InitPort.csv", turn);
-  tool_.boards.LoadCurrentBoard(initial / "CurrIspBoard.csv", turn);
+  tool_.LoadConfiguration([] { QCoreApplication::processEvents(); });
   Init830And630();
   InitRTD2120();
 }
@@ -114,8 +109,7 @@ void Main::InitRTD2120() {
 
 void Main::check_file() {
   const auto path = tool_.directories.programFolder / "Initial" / "security.cod";
-  EnsureFile(path);
-  if (ReadFile(path, 1).bytes.empty()) {
+  if (ReadFile(path, 1)->empty()) {
     form3_ = std::make_unique<Form3>(path);
     PlaceBeside(*form3_, *this);
     form3_->show();

@@ -167,11 +167,22 @@ void RTD2120Write::CreateOperationOptions() {
 
 void RTD2120Write::SetStatusText(const std::string& text) {
   writeStatus_->setPlainText(TextOf(text));
-  announcer_->Speak(writeStatus_->toPlainText().trimmed().section(QLatin1Char('\n'), -1));
+  announcer_->Speak((errors_ + QStringList(LastLine())).join(QStringLiteral("; ")));
   writeStatus_->verticalScrollBar()->setValue(writeStatus_->verticalScrollBar()->maximum());
 }
 
-void RTD2120Write::SetStatusRed(bool red) { ShowLiveColour(writeStatus_, kMessages, red); }
+QString RTD2120Write::LastLine() const {
+  return writeStatus_->toPlainText().trimmed().section(QLatin1Char('\n'), -1);
+}
+
+void RTD2120Write::SetStatusRed(bool red) {
+  ShowLiveColour(writeStatus_, kMessages, red);
+  if (red) {
+    errors_ << LastLine();
+  } else {
+    errors_.clear();
+  }
+}
 
 void RTD2120Write::RefreshStatus() { writeStatus_->viewport()->repaint(); }
 

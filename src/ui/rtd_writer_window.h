@@ -46,6 +46,7 @@ class RTD2120Write final : public WriterWindow<tongxun2120::RtdView> {
   void SetStatusText(const std::string& text) override;
   void SetStatusRed(bool red) override;
   void RefreshStatus() override;
+  QString LastLine() const;
   void ShowBankRow(tongxun2120::Bank bank, const tongxun2120::RtdBankRow& row) override;
 
   struct BankBoxes {
@@ -68,5 +69,6 @@ class RTD2120Write final : public WriterWindow<tongxun2120::RtdView> {
   OptionButton* eraseOption_ = nullptr;
   QPushButton* runButton_ = nullptr;
   QPlainTextEdit* writeStatus_ = nullptr;
-  Announcer* announcer_ = nullptr;  // of the last line
+  Announcer* announcer_ = nullptr;  // of the last line, behind the errors before it
+  QStringList errors_;              // of this run: the lines that turned the box red
 };

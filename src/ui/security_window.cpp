@@ -5,6 +5,7 @@
 #include "vsk/entry_parameters.h"
 #include "widgets/dialogs.h"
 #include "widgets/guarded.h"
+#include "widgets/screen_space.h"
 
 namespace {
 
@@ -40,23 +41,24 @@ constexpr int kRangeLeft = 4320;
 Form3::Form3(std::filesystem::path parameterFile) : parameterFile_(std::move(parameterFile)) {
   setObjectName(QStringLiteral("Form3"));
   setWindowTitle(QStringLiteral("Form3"));
-  FixClientArea(this, 5715, 5265);
+  QWidget* client = ClientOf(*this, {PixelsOf(5715), PixelsOf(5265)});
 
-  QLabel* heading = AddLabel(this, "Label1", QStringLiteral("Security Check"), {0, 300, 5715, 375});
+  QLabel* heading =
+      AddLabel(client, "Label1", QStringLiteral("Security Check"), {0, 300, 5715, 375});
   heading->setAlignment(Qt::AlignCenter);
   for (std::size_t i = 0; i < boxes_.size(); ++i) {
     const Row& row = Rows()[i];
     const int top = kFirstRowTop + static_cast<int>(i) * kRowStep;
-    QLabel* label = AddLabel(this, row.label, row.caption, {kLabelLeft, top, 0, kBoxHeight});
+    QLabel* label = AddLabel(client, row.label, row.caption, {kLabelLeft, top, 0, kBoxHeight});
     const QByteArray box = "Text" + QByteArray::number(static_cast<int>(i) + 1);
     boxes_[i] =
-        AddTextBox(this, box.constData(), row.caption, {kBoxLeft, top, kBoxWidth, kBoxHeight});
+        AddTextBox(client, box.constData(), row.caption, {kBoxLeft, top, kBoxWidth, kBoxHeight});
     label->setBuddy(boxes_[i]);
-    AddLabel(this, "Label8", row.range, {kRangeLeft, top, 0, kBoxHeight});
+    AddLabel(client, "Label8", row.range, {kRangeLeft, top, 0, kBoxHeight});
   }
 
-  checkButton_ = AddButton(this, "Command1", QStringLiteral("Check"), {1320, 4680});
-  exitButton_ = AddButton(this, "Command2", QStringLiteral("Exit"), {3360, 4680});
+  checkButton_ = AddButton(client, "Command1", QStringLiteral("Check"), {1320, 4680});
+  exitButton_ = AddButton(client, "Command2", QStringLiteral("Exit"), {3360, 4680});
   boxes_[0]->setFocus();
   Connect();
 }
@@ -80,7 +82,7 @@ void Form3::Command1_Click() {
   for (std::size_t i = 0; i < entry.codes.size(); ++i) {
     entry.codes[i] = boxes_[2 + i]->text().toStdString();
   }
-  const fileop::SecurityCheck check = fileop::CheckSecurityEntry(entry, parameterFile_);
-  if (!check.message.empty()) ShowMessageBox(this, check.message, check.reason);
-  if (check.accepted) close();
+  const Status check = fileop::CheckSecurityEntry(entry, parameterFile_);
+  if (!check.Reason().empty()) ShowMessageBox(this, check.Reason(), check.Cause());
+  if (check.Ok()) close();
 }

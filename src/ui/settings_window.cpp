@@ -6,6 +6,7 @@
 #include "text/hex_text.h"
 #include "widgets/dialogs.h"
 #include "widgets/guarded.h"
+#include "widgets/screen_space.h"
 #include "widgets/thread_hold.h"
 
 namespace {
@@ -29,10 +30,13 @@ void SetHeadingFont(QLabel* label, const QString& caption, int pixels) {
 
 Form2::Form2(IicPort& port, PortAddressFile& portAddress, tongxun::BusTiming& timing,
              std::function<void()> closed)
-    : ClosesOnce(std::move(closed)), port_(port), portAddress_(portAddress), timing_(timing) {
+    : ClosesOnce(std::move(closed)),
+      client_(ClientOf(*this, {PixelsOf(4680), PixelsOf(6090)})),
+      port_(port),
+      portAddress_(portAddress),
+      timing_(timing) {
   setObjectName(QStringLiteral("Form2"));
   setWindowTitle(QStringLiteral("Setting"));
-  FixClientArea(this, 4680, 6090);
 
   CreateHeading();
   CreateAddress();
@@ -47,31 +51,31 @@ Form2::Form2(IicPort& port, PortAddressFile& portAddress, tongxun::BusTiming& ti
 void Form2::CreateHeading() {
   constexpr int kTwelvePoints = 16;  // logical pixels
   constexpr int kTenAndAHalfPoints = 14;
-  SetHeadingFont(AddLabel(this, "Label1", QString(), {480, 480, 3855, 375}),
+  SetHeadingFont(AddLabel(client_, "Label1", QString(), {480, 480, 3855, 375}),
                  QStringLiteral("Halvern VSK Isp Writer Program"), kTwelvePoints);
-  SetHeadingFont(AddLabel(this, "Label2", QString(), {1440, 960, 1335, 375}),
+  SetHeadingFont(AddLabel(client_, "Label2", QString(), {1440, 960, 1335, 375}),
                  QStringLiteral("Version V" ISP_WRITER_VERSION_DIGITS), kTenAndAHalfPoints);
-  SetHeadingFont(AddLabel(this, "Label3", QString(), {600, 1440, 3495, 375}),
+  SetHeadingFont(AddLabel(client_, "Label3", QString(), {600, 1440, 3495, 375}),
                  QStringLiteral("Halvern Technolog Information"), kTwelvePoints);
 }
 
 void Form2::CreateAddress() {
-  enterButton_ = AddButton(this, "Enter", QStringLiteral("Enter"), {480, 3840, 1095, 375});
-  backButton_ = AddButton(this, "Command1", QStringLiteral("Back"), {2760, 3840, 1095, 375});
+  enterButton_ = AddButton(client_, "Enter", QStringLiteral("Enter"), {480, 3840, 1095, 375});
+  backButton_ = AddButton(client_, "Command1", QStringLiteral("Back"), {2760, 3840, 1095, 375});
 
   const QString caption = QStringLiteral("PortAddress:");
-  AddLabel(this, "PortAddress", caption, {360, 5640, 1080, 180});
-  portAddressBox_ = AddTextBox(this, "Text3", caption, {1680, 5520, 2655, 375});
+  AddLabel(client_, "PortAddress", caption, {360, 5640, 1080, 180});
+  portAddressBox_ = AddTextBox(client_, "Text3", caption, {1680, 5520, 2655, 375});
   portAddressBox_->setMaxLength(4);
 }
 
 void Form2::CreateSpeed() {
   const QString caption = QStringLiteral("Speed Adjust");
-  AddLabel(this, "Speed", caption, {360, 4560, 1080, 180});
-  speedFactor_ = AddTextBox(this, "Text2", caption, {2760, 4560, 1095, 270});
+  AddLabel(client_, "Speed", caption, {360, 4560, 1080, 180});
+  speedFactor_ = AddTextBox(client_, "Text2", caption, {2760, 4560, 1095, 270});
   speedFactor_->setReadOnly(true);
 
-  slider_ = new QSlider(Qt::Horizontal, this);
+  slider_ = new QSlider(Qt::Horizontal, client_);
   slider_->setObjectName(QStringLiteral("HScroll1"));
   slider_->setAccessibleName(caption);
   slider_->setRange(kFastest, kSlowest);
@@ -126,9 +130,8 @@ bool Form2::ApplyPortAddress() {
   port_.PortBase = *address == 0 ? IicPort::kDefaultPortBase : static_cast<std::int32_t>(*address);
   port_.ReopenPort();  // whatever kept it from being used may have been mended
   if (*address == 0) ShowPortAddress();
-  const bool saved = portAddress_.SavePortAddress();
   ShowMessageBox(this, "Parallel Address Modify is 0x" + HexText(port_.PortBase),
-                 saved ? std::string() : portAddress_.UnsavedNotice());
+                 portAddress_.SavePortAddress().Reason());
   return true;
 }
 

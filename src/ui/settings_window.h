@@ -37,6 +37,7 @@ class Form2 final : public ClosesOnce<QWidget> {
   void ShowPortAddress();
   void ShowSpeedFactor(int speedFactor);
 
+  QWidget* const client_;
   IicPort& port_;
   PortAddressFile& portAddress_;
   tongxun::BusTiming& timing_;

@@ -1,5 +1,5 @@
 // The ISP entry parameters in "Initial/security.cod": the slave address and the security codes that
-// open ISP mode. Binary: address, number of codes n, the n codes, and a 0 byte when n is 1.
+// open ISP mode, laid out as `vsk_protocol.h` tells.
 #pragma once
 
 #include <array>
@@ -8,11 +8,15 @@
 #include <span>
 #include <string>
 
+#include "platform/status.h"
+#include "vsk/vsk_protocol.h"
+
 namespace fileop {
 
-/// Reads at most 11 bytes into `params` and sets the entry behind the last one to 0; entries behind
-/// that keep their values. A missing file is created empty.
-void ReadSecurityFile(const std::filesystem::path& path, std::span<std::int16_t, 11> params);
+/// Reads at most `kEntryCells` bytes into `params` and sets the entry behind the last one to 0;
+/// entries behind that keep their values. A missing file is created empty.
+void ReadSecurityFile(const std::filesystem::path& path,
+                      std::span<std::int16_t, tongxun::kEntryCells> params);
 
 /// What the operator typed into the Security Check window.
 struct SecurityEntry {
@@ -21,14 +25,9 @@ struct SecurityEntry {
   std::array<std::string, 4> codes;
 };
 
-struct SecurityCheck {
-  bool accepted = false;
-  std::string message = {};  // for a message box; empty when the refusal is silent
-  std::string reason = {};   // why the file could not be written
-};
-
-/// Writes a complete and valid entry to the file; deletes the file when the entry is refused. A
-/// file that cannot be written keeps what it holds, and the result says why.
-SecurityCheck CheckSecurityEntry(const SecurityEntry& entry, const std::filesystem::path& path);
+/// Writes a complete and valid entry to the file; deletes the file when the entry is refused, for a
+/// reason that is empty when the refusal is silent. A file that cannot be written keeps what it
+/// holds.
+Status CheckSecurityEntry(const SecurityEntry& entry, const std::filesystem::path& path);
 
 }  // namespace fileop

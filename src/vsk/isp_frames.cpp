@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "vsk/vsk_protocol.h"
-
 namespace tongxun {
 namespace {
 
@@ -76,12 +74,13 @@ bool IspFrames::IspWriteReadFrame(int address, int writeCount, int readCount) {
   return IspReadFrame(address, readCount);
 }
 
-void IspFrames::ReadHwCrc() {
+bool IspFrames::ReadHwCrc() {
   std::fill_n(IspRxBuf.begin(), kCrcReadBytes, 0);
   timing_.BitDelay();
   int count = kCrcReadBytes;
-  IspReadFrame(kCrcReadAddress, count);
+  const bool answered = IspReadFrame(kCrcReadAddress, count);
   HwCrc = 256 * IspRxBuf[3] + IspRxBuf[4];
+  return answered;
 }
 
 }  // namespace tongxun

@@ -8,6 +8,7 @@
 
 #include "bus/bus_timing.h"
 #include "bus/i2c_master.h"
+#include "vsk/vsk_protocol.h"
 
 namespace tongxun {
 
@@ -23,17 +24,16 @@ class IspFrames {
   std::array<std::int16_t, kBufferCells> IspTxBuf{};  // bytes that follow the address byte
   std::array<std::int32_t, kBufferCells> IspRxBuf{};  // bytes received, first one at index 0
 
-  /// ISP entry parameters: 0 the slave address A, 1 the number n of security codes, 2..n+1 the
-  /// codes. All 0 until the parameter file is read.
-  std::array<std::int16_t, 11> IspParams{};
+  /// ISP entry parameters, from `kEntryAddress` on. All 0 until the parameter file is read.
+  std::array<std::int16_t, kEntryCells> IspParams{};
 
   /// CRC read back from the chip, 0..0xFFFF; -1 before the first read.
   std::int32_t HwCrc = -1;
 
   /// Slave address of the frames that carry data.
-  int DataAddress() const { return IspParams[0]; }
+  int DataAddress() const { return IspParams[kEntryAddress]; }
   /// Slave address of the frames that carry a command.
-  int CommandAddress() const { return IspParams[0] | 0x02; }
+  int CommandAddress() const { return DataAddress() | 0x02; }
 
   // All frames below return true when every byte was acknowledged; a missing acknowledge ends the
   // frame with a STOP. `count` is consumed: 0 after a complete frame. A count that the buffers
@@ -55,8 +55,8 @@ class IspFrames {
   /// S address&FE bytes.. Sr address|01 [bytes..] P     result: the read phase's
   bool IspWriteReadFrame(int address, int writeCount, int readCount);
 
-  /// S 97 [5 bytes] P: `HwCrc` from the last two; 0 when nobody answers.
-  void ReadHwCrc();
+  /// S 97 [5 bytes] P: `HwCrc` from the last two; 0 when nobody answers, which returns false.
+  bool ReadHwCrc();
 
  private:
   bool WriteFrame(int firstByte, int& count, bool stop);

@@ -25,10 +25,11 @@ bool IspOperations::EnterIspMode(IspView& view) {
     return false;
   }
   const auto& params = frames_.IspParams;
-  const int codes = std::min<int>(params[1], kMostCodes);
-  if (codes > 1) std::copy_n(params.begin() + 3, codes - 1, frames_.IspTxBuf.begin());
-  int count = codes - 1;
-  IspModeOn = frames_.IspWriteFrame(params[2], count, true);
+  int count = std::min<int>(params[kEntryCodeCount], kMostCodes) - 1;  // behind the first
+  if (count > 0) {
+    std::copy_n(params.begin() + kEntryFirstCode + 1, count, frames_.IspTxBuf.begin());
+  }
+  IspModeOn = frames_.IspWriteFrame(params[kEntryFirstCode], count, true);
   ShowResult(view, StatusLabel::IspMode, IspModeOn, "isp mode is exist", "isp mode is no exist");
   return IspModeOn;
 }
@@ -87,25 +88,27 @@ RunResult IspOperations::ErasePageRange(std::int32_t start, std::int32_t end, Is
 
   report_.Begin();
   bool failed = false;
+  bool silent = false;
   for (auto page = static_cast<std::int16_t>(first); page <= std::min(last, kLastPage); ++page) {
-    frames_.Send(frames_.CommandAddress(), {kErasePage, page});
+    if (!frames_.Send(frames_.CommandAddress(), {kErasePage, page})) silent = true;
     failed = SendFollowUp();
     WaitBitDelays(kBitDelaysOfPageErase);
   }
   RunResult result =
       ShowResult(view, StatusLabel::Operation, !failed, "page erase ok", "page erase fail");
+  result.silent = silent;
   return first > last ? RunResult{} : result;  // without a page nothing was sent
 }
 
 // S C 00 page P, S A 00 Sr A|01 [page's bytes] P
-bool IspOperations::ReadChipPage(std::int32_t page, IspView& view) {
+PageRead IspOperations::ReadChipPage(std::int32_t page, IspView& view) {
   if (!frames_.Send(frames_.CommandAddress(), {kSelectPage, static_cast<std::int16_t>(page)})) {
     ShowStatus(view, StatusLabel::Operation, StatusColour::Red, "Page Read fail");
-    return false;
+    return PageRead::Refused;
   }
   frames_.IspTxBuf[0] = kData;
-  frames_.IspWriteReadFrame(frames_.DataAddress(), 1, Model().pageBytes);
-  return true;
+  const bool sent = frames_.IspWriteReadFrame(frames_.DataAddress(), 1, Model().pageBytes);
+  return sent ? PageRead::Done : PageRead::Silent;
 }
 
 void IspOperations::ShowReadPage(std::int32_t page, IspView& view) const {
@@ -115,18 +118,21 @@ void IspOperations::ShowReadPage(std::int32_t page, IspView& view) const {
 }
 
 // per page: S C command page P, S A 00 data.. P
-bool IspOperations::SendPages(const VskBank& bank, std::int32_t maximum, IspView& view) {
+std::optional<std::int32_t> IspOperations::SendPages(const VskBank& bank, std::int32_t maximum,
+                                                     IspView& view) {
   int shown = 0;
-  bool acknowledged = false;
+  std::optional<std::int32_t> refused = 0;
   for (std::int32_t page = 0; page <= maximum / Model().pageBytes; ++page) {
-    if (page > kLastPage) return false;
+    if (page > kLastPage) return page;
     const std::int16_t pageNumber = static_cast<std::int16_t>(page);
     if (!frames_.Send(frames_.CommandAddress(), {bank.command, pageNumber}, bank.addressByte)) {
-      return false;
+      return page;
     }
-    acknowledged = SendPage(bank, page, maximum, shown, view);
+    const std::int32_t percent = 100 * page * Model().pageBytes / std::max(maximum, 1);
+    view.Programmed(percent / bank.percentDivisor + bank.percentOffset);
+    refused = SendPage(bank, page, maximum, shown, view) ? std::nullopt : std::optional(page);
   }
-  return acknowledged;
+  return refused;
 }
 
 // S A 00 data.. P
@@ -162,14 +168,15 @@ void IspOperations::ShowProgress(const VskBank& bank, std::int32_t address, std:
 
 // the pages of each bank, the chip's CRC, quit
 RunResult IspOperations::ProgramImage(IspView& view) {
-  bool programmed = false;
+  std::optional<std::int32_t> refused;
   for (const VskBank& bank : Model().banks) {
-    programmed = SendPages(bank, images_.*bank.maximum, view);
+    refused = SendPages(bank, images_.*bank.maximum, view);
   }
   RunResult result =
-      ShowResult(view, StatusLabel::Operation, programmed, "programcode ok", "programcode fail");
+      ShowResult(view, StatusLabel::Operation, !refused, "programcode ok", "programcode fail");
+  if (refused) result.place = "page " + HexText(*refused);
   view.RepaintStatus(StatusLabel::Operation);
-  frames_.ReadHwCrc();
+  result.silent = !frames_.ReadHwCrc();
   ReportedCrc = frames_.HwCrc;
   view.ShowHardwareCrc(HexText(ReportedCrc));
   QuitIspMode(view);
@@ -218,5 +225,5 @@ void IspOperations::DoPageRead(std::int32_t& page, IspView& view) {
   const auto asked = AskPageNumber(view);
   if (!asked) return;
   page = *asked;
-  if (ReadChipPage(page, view)) ShowReadPage(page, view);
+  if (ReadChipPage(page, view) != PageRead::Refused) ShowReadPage(page, view);
 }

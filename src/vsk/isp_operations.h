@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 #include "bus/bus_timing.h"
@@ -11,6 +12,13 @@
 #include "vsk/isp_view.h"
 #include "vsk/vsk_images.h"
 #include "vsk/vsk_model.h"
+
+/// What came of reading a page.
+enum class PageRead {
+  Refused,  // the page could not be selected, and "Page Read fail" is shown
+  Silent,   // selected, but nothing was sent: `IspRxBuf` holds what it held
+  Done,
+};
 
 class IspOperations {
  public:
@@ -46,8 +54,8 @@ class IspOperations {
   /// shown of the programming.
   RunResult ProgramImage(IspView& view);
 
-  /// Reads page 0..255 into `IspRxBuf`. True when the page-select frame was acknowledged.
-  bool ReadChipPage(std::int32_t page, IspView& view);
+  /// Reads page 0..255 into `IspRxBuf`.
+  PageRead ReadChipPage(std::int32_t page, IspView& view);
   /// Shows `IspRxBuf` in the data display as page 0..255.
   void ShowReadPage(std::int32_t page, IspView& view) const;
 
@@ -64,8 +72,9 @@ class IspOperations {
   bool SendFollowUp();
   RunResult EraseAndShow(IspView& view);
   void WaitBitDelays(int count);
-  /// True when every command and the last data frame were acknowledged.
-  bool SendPages(const VskBank& bank, std::int32_t maximum, IspView& view);
+  /// Nothing when every command and the last data frame were acknowledged, else the page of the one
+  /// that was not.
+  std::optional<std::int32_t> SendPages(const VskBank& bank, std::int32_t maximum, IspView& view);
   bool SendPage(const VskBank& bank, std::int32_t page, std::int32_t maximum, int& shown,
                 IspView& view);
   void ShowProgress(const VskBank& bank, std::int32_t address, std::int32_t maximum, int& shown,

@@ -62,8 +62,8 @@ void Load_Vsk630_NormalFile(const std::string& name, std::int32_t lastCell,
     const loadfile::ImageFile file0(name, format, last);
     const loadfile::ImageFile file1(std::string(WithoutLastCharacter(name)) + "1", format, last,
                                     loadfile::Missing::Empty);
-    if (file0.Refused()) return file0.Refuse(view);
-    if (file1.Refused()) return file1.Refuse(view);
+    if (!file0.Ok()) return file0.Refuse(view);
+    if (!file1.Ok()) return file1.Refuse(view);
 
     view.ClearPrintedLines();
     LoadBank(file0, lastCell, images, images.CodeBank0, images.CodeBank0Max, view);

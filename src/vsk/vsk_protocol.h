@@ -1,6 +1,7 @@
 // The ISP protocol of the VSK chips: command bytes and fixed addresses, as they go out on the wire.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 namespace tongxun {
@@ -25,7 +26,11 @@ inline constexpr int kCrcReadBytes = 5;
 inline constexpr std::int32_t kLastPage = 255;
 inline constexpr std::int32_t kErasePageBytes = 128;
 
-/// Security codes that the parameter table holds at most.
-inline constexpr int kMostCodes = 9;
+/// Where the ISP entry parameters stand, in "Initial/security.cod" byte by byte and in `IspParams`.
+inline constexpr std::size_t kEntryAddress = 0;    // the slave address A
+inline constexpr std::size_t kEntryCodeCount = 1;  // the number n of security codes
+inline constexpr std::size_t kEntryFirstCode = 2;  // the n codes; a 0 byte behind a single one
+inline constexpr std::size_t kEntryCells = 11;     // taken at most
+inline constexpr int kMostCodes = kEntryCells - kEntryFirstCode;
 
 }  // namespace tongxun

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <span>
+#include <utility>
 
 #include "image/cells.h"
 #include "image/page_text.h"
@@ -42,11 +43,11 @@ void VskWriter::StepPage(RunChoice step, RunChoice behind, IspView& view) {
   IspOperate = behind;
 }
 
-void VskWriter::Run(IspView& view) {
+RunLine VskWriter::Run(IspView& view) {
   BeginOnPort();
   if (!isp_.IspModeOn) {
     view.SetStatusText(StatusLabel::IspMode, "isp mode is not exist");
-    return;
+    return {};
   }
   view.SetStatusText(StatusLabel::IspMode, "isp mode is exist");
 
@@ -56,21 +57,28 @@ void VskWriter::Run(IspView& view) {
     case RunChoice::EraseAll:
       return TellRun({.operation = "Erase All", .result = isp_.DoEraseAll(view)});
     case RunChoice::Program:
-      if (!images_.CodeLoaded) return view.ShowMessage("the hexfile is not load");
-      if (ImageIsMeant(view)) TellRun(ProgramImage(view));
-      return;
+      if (!images_.CodeLoaded) {
+        view.ShowMessage("the hexfile is not load");
+        break;
+      }
+      if (ImageIsMeant(view)) return TellRun(ProgramImage(view));
+      break;
     case RunChoice::PageRead:
       LoadPageView = false;
       ReadPageView = true;
-      return isp_.DoPageRead(ReadPage, view);
+      isp_.DoPageRead(ReadPage, view);
+      break;
     case RunChoice::PageLoad:
       if (PrepareLoadPage(view)) ShowLoadPage(view);
-      return;
+      break;
     case RunChoice::NextPage:
-      return ShowNeighbour(+1, view);
+      ShowNeighbour(+1, view);
+      break;
     case RunChoice::PreviousPage:
-      return ShowNeighbour(-1, view);
+      ShowNeighbour(-1, view);
+      break;
   }
+  return {};
 }
 
 /// Asks when a file of the image has changed since it was loaded.
@@ -79,9 +87,9 @@ bool VskWriter::ImageIsMeant(IspView& view) const {
                             [&view](std::string_view question) { return view.Confirm(question); });
 }
 
-void VskWriter::TellRun(RunLine line) {
+RunLine VskWriter::TellRun(RunLine line) {
   line.chip = isp_.Model().name;
-  report_.End(line);
+  return report_.End(std::move(line));
 }
 
 RunLine VskWriter::ProgramImage(IspView& view) {

@@ -43,8 +43,9 @@ class VskWriter {
   void GoToIspMode(IspView& view);
   void QuitIspMode(IspView& view);
 
-  /// The "Run" button.
-  void Run(IspView& view);
+  /// The "Run" button. Returns what came of it; the result is empty for a run that sent neither an
+  /// erase nor an image.
+  RunLine Run(IspView& view);
   /// The menu commands "Erase all" and "Program": `operation` at once, and for later runs too.
   void RunFromMenu(RunChoice operation, IspView& view);
 
@@ -55,7 +56,7 @@ class VskWriter {
  private:
   void BeginOnPort();
   bool ImageIsMeant(IspView& view) const;
-  void TellRun(RunLine line);
+  RunLine TellRun(RunLine line);
   RunLine ProgramImage(IspView& view);
   bool PrepareLoadPage(IspView& view);
   void ShowNeighbour(int step, IspView& view);

@@ -1,15 +1,23 @@
 #include "widgets/screen_space.h"
 
-#include <QLayout>
 #include <QMenuBar>
 #include <QScreen>
 #include <QStyle>
+#include <QVBoxLayout>
 #include <algorithm>
 
 namespace {
 
 constexpr QMargins kWindowFrame(8, 36, 8, 8);  // what a window manager draws around, at most
 constexpr int kGap = 24;                       // between the launcher and a window beside it
+
+/// As large as the screen allows, for a content of this size behind scroll bars.
+void ResizeScrolled(QWidget& window, const QSize& whole) {
+  // A pixel more, for the rounding on a screen of fractional scale.
+  const int bar = window.style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 1;
+  window.setMaximumSize(whole + QSize(bar, bar));
+  window.resize((whole + QSize(bar, 0)).boundedTo(ScreenSpace(window).size()));
+}
 
 }  // namespace
 
@@ -42,18 +50,27 @@ QScrollArea* Scrolled(QWidget* content) {
   return scroll;
 }
 
+QWidget* ClientOf(QWidget& window, const QSize& size) {
+  if (size.boundedTo(ScreenSpace(window).size()) == size) {
+    window.setFixedSize(size);
+    return &window;
+  }
+  auto* client = new QWidget;
+  client->setFixedSize(size);
+  auto* rows = new QVBoxLayout(&window);
+  rows->setContentsMargins({});
+  rows->addWidget(Scrolled(client));
+  ResizeScrolled(window, size);
+  return client;
+}
+
 void ShowWholeOrScrolled(QMainWindow& window, QWidget* client) {
-  const QSize space = ScreenSpace(window).size();
   const QSize whole = client->size() + QSize(0, window.menuBar()->sizeHint().height());
-  if (whole.boundedTo(space) == whole) {
+  if (whole.boundedTo(ScreenSpace(window).size()) == whole) {
     window.setCentralWidget(client);
     window.layout()->setSizeConstraint(QLayout::SetFixedSize);
     return;
   }
-  QScrollArea* scroll = Scrolled(client);
-  window.setCentralWidget(scroll);
-  // A pixel more, for the rounding on a screen of fractional scale.
-  const int bar = scroll->style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 1;
-  window.setMaximumSize(whole + QSize(bar, bar));
-  window.resize((whole + QSize(bar, 0)).boundedTo(space));
+  window.setCentralWidget(Scrolled(client));
+  ResizeScrolled(window, whole);
 }

@@ -19,6 +19,10 @@ QSize SpaceBeside(const QWidget& launcher);
 /// is inside, never to the bars.
 QScrollArea* Scrolled(QWidget* content);
 
+/// Where the controls of a window of this size go: into the window itself, which cannot be resized
+/// then, where the screen has the space, else behind scroll bars.
+QWidget* ClientOf(QWidget& window, const QSize& size);
+
 /// Makes `client`, of fixed size, the central widget: as a whole where the screen has the space,
 /// else behind scroll bars. The menu bar must be complete.
 void ShowWholeOrScrolled(QMainWindow& window, QWidget* client);

@@ -17,8 +17,10 @@ class PortLog final : public PortIo {
   bool there = true;
 
   bool StillThere() override { return there; }
-  void UsePort(std::uint32_t base) override { Word("use ", base, ""); }
-  void Sample(std::uint8_t bits) override { Word("sample ", bits, ""); }
+  void UsePort(const PortUse& use) override {
+    Word("use ", use.base, "");
+    Word("sample ", use.sampled, " released " + HexText(use.data) + "," + HexText(use.control));
+  }
   void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) override {
     Word("", port, "=" + HexText(value));
   }
@@ -117,17 +119,17 @@ TEST_F(IicPortTest, AChangedBoardOrAddressCountsAtTheNextCallAndAPortIsAnnounced
   port.PortBase = 0xEC00;
   port.SdaIsLow();
   port.SetSclLow();
-  EXPECT_EQ(io.Take(), "378=7F 378=FF use EC00 sample 40 EC01? EC02=0");
+  EXPECT_EQ(io.Take(), "378=7F 378=FF use EC00 sample 40 released FF,1 EC01? EC02=0");
 
   port.PortBase = 0xEC02;  // its data register is the old control register
   port.SetSclLow();
   port.PortBase = 0;  // never used, never announced
   port.PortBase = 0xEC02;
   port.SetSdaHigh();
-  EXPECT_EQ(io.Take(), "use EC02 sample 40 EC04=0 EC02=FF");
+  EXPECT_EQ(io.Take(), "use EC02 sample 40 released FF,1 EC04=0 EC02=FF");
   port.ReopenPort();
   port.SetSdaHigh();
-  EXPECT_EQ(io.Take(), "use EC02 sample 40 EC02=FF");
+  EXPECT_EQ(io.Take(), "use EC02 sample 40 released FF,1 EC02=FF");
 }
 
 TEST_F(IicPortTest, LinesAreReleasedOnlyOnAPortInUse) {

@@ -61,16 +61,17 @@ TEST_F(BoardFilesTest, TheAddressFile) {
   address.LoadPortAddress();
   EXPECT_EQ(folder.Read("cfg/chipport.log"), "\x03\x78") << "missing: created";
   port.PortBase = 0xABCD;
-  EXPECT_TRUE(address.SavePortAddress());
+  EXPECT_TRUE(address.SavePortAddress().Ok());
   EXPECT_EQ(folder.Read("cfg/chipport.log"), "\xAB\xCD");
 
   std::filesystem::remove_all(folder / "cfg");
   folder.Write("cfg", "a file where the folder should be");
-  EXPECT_FALSE(address.SavePortAddress());
   const std::string file = PathText(folder / "cfg" / "chipport.log");
-  EXPECT_EQ(address.UnsavedNotice(),
+  EXPECT_EQ(address.SavePortAddress().Reason(),
             "It could not be saved in " + file + " (Not a directory) and holds for this run only.");
-  EXPECT_EQ(address.UnsavedNotice(), "") << "told once";
+  const Status again = address.SavePortAddress();
+  EXPECT_FALSE(again.Ok());
+  EXPECT_EQ(again.Reason(), "") << "told once";
   EXPECT_EQ(port.PortBase, 0xABCD);
   address.LoadPortAddress();
   EXPECT_EQ(port.PortBase, 0x378);

@@ -168,9 +168,9 @@ TEST_F(ReadersTest, WhatAMakerHardlyMeantIsTold) {
   for (const Case& c : cases) {
     SCOPED_TRACE(c.text);
     const auto check = loadfile::CheckHex(c.text, 65536);
-    EXPECT_EQ(check.notes, c.notes);
+    EXPECT_EQ(*check, c.notes);
     view.notes.clear();
-    EXPECT_EQ(Hex(c.text), check.problem.empty());
+    EXPECT_EQ(Hex(c.text), check.Ok());
     EXPECT_EQ(view.notes.empty(), c.words.empty()) << view.notes;
     if (!c.words.empty()) {
       EXPECT_THAT(view.notes, HasSubstr("\n" + (folder / "f.hex").string()));

@@ -14,21 +14,22 @@ struct Files : testing::Test {
   TempFolder folder;
 
   std::string Write(const char* name, const std::string& text) {
-    return WriteAtStart(folder / name, std::vector<std::uint8_t>(text.begin(), text.end()));
+    const std::vector<std::uint8_t> bytes(text.begin(), text.end());
+    return WriteAtStart(folder / name, bytes).Reason();
   }
 };
 
 TEST_F(Files, SayWhyTheyCannotBeRead) {
-  EXPECT_EQ(ReadFile(folder / "none", 9).problem, "the file does not exist");
-  EXPECT_TRUE(ReadFile(folder / "none", 9).missing);
-  EXPECT_EQ(ReadFile(folder.Path(), 9).problem, "it is a folder, not a file");
+  EXPECT_EQ(ReadFile(folder / "none", 9).Reason(), "the file does not exist");
+  EXPECT_TRUE(ReadFile(folder / "none", 9).IsMissing());
+  EXPECT_EQ(ReadFile(folder.Path(), 9).Reason(), "it is a folder, not a file");
 }
 
 TEST_F(Files, WritingAtTheStartKeepsWhatFollows) {
   folder.Write("a", "12345");
   EXPECT_EQ(Write("a", "xy"), "");
   EXPECT_EQ(folder.Read("a"), "xy345");
-  EXPECT_EQ(ReadFile(folder / "a", 3).bytes, "xy3");
+  EXPECT_EQ(*ReadFile(folder / "a", 3), "xy3");
   EXPECT_EQ(Write("new/b", "z"), "");
   EXPECT_EQ(folder.Read("new/b"), "z");
   EXPECT_NE(Write("new", "z"), "") << "a folder";

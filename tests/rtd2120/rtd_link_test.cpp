@@ -85,6 +85,19 @@ TEST_F(RtdLinkTest, ARefusedReadEndsAtOnceWithBothLinesHigh) {
   EXPECT_EQ(link->RtdRxBuf[0], 5);
 }
 
+TEST_F(RtdLinkTest, CountsBeyondTheBuffersTouchNoLine) {
+  for (const int beyond : {-1, 22}) {
+    EXPECT_EQ(link->RtdReadRegisters(0x94, 0x90, beyond), 1);
+    EXPECT_EQ(link->RtdWriteBytes(beyond, 3), 1);
+  }
+  for (const int beyond : {-1, 260}) EXPECT_EQ(link->RtdWritePage(beyond, 3), 1);
+  EXPECT_EQ(lines.Take(), "");
+  Acknowledge(21 + 1 + 259 + 1 + 2);
+  EXPECT_EQ(link->RtdWriteBytes(21, 3), 0);
+  EXPECT_EQ(link->RtdWritePage(259, 3), 0);
+  EXPECT_EQ(link->RtdReadRegisters(0x94, 0x90, 21), 0);
+}
+
 TEST_F(RtdLinkTest, PageWriteWaitsLongerForEachAcknowledge) {
   link->RtdPageIndex = 3;
   link->RtdPageTable[3] = {0x94, 0x94, 0xA5};

@@ -10,13 +10,13 @@ namespace {
 using namespace std::chrono;
 
 const std::string kHeading =
-    "time,seconds,chip,operation,file,size,CRC,chip CRC,result,port,board\r\n";
+    "time,seconds,chip,operation,file,size,CRC,chip CRC,result,port,board,program\r\n";
 
 struct RunLogTest : testing::Test {
   TempFolder folder;
   RunLog::Time now = sys_days(2026y / 11 / 2) + 4h + 3min + 5s + 900ms;
   std::vector<std::string> told;
-  const RunLog::Way way{"378", "ISP-1, plain"};
+  const RunLog::Way way{"378", "ISP-1, plain", "isp-write"};
   RunLog log{folder / "state", [this] { return way; },
              [this](const std::string& message) { told.push_back(message); },
              [this] { return now; }};
@@ -32,8 +32,8 @@ TEST_F(RunLogTest, OneLineARun) {
   EXPECT_EQ(folder.Read("state/runs.csv"),
             kHeading +
                 "2026-11-02T04:03:05Z,0.7,VSK830,Program,\"C:\\a \"\"b\"\".hex\",300,AEE7,0,CRC "
-                "Error,378,\"ISP-1, plain\"\r\n"
-                "2026-11-03T04:03:05Z,64.0,VSK630,Erase All,,,,,Blank ok,378,\"ISP-1, plain\"\r\n");
+                "Error,378,\"ISP-1, plain\",isp-write\r\n"
+                "2026-11-03T04:03:05Z,64.0,VSK630,Erase All,,,,,Blank ok,378,\"ISP-1, plain\",isp-write\r\n");
   EXPECT_TRUE(told.empty());
 }
 
@@ -54,8 +54,8 @@ TEST_F(RunLogTest, AFullLogOrOneOfAnotherVersionBecomesTheOldOne) {
     log.Append({.chip = "VSK830"});
     EXPECT_EQ(folder.Read("state/runs.old.csv"), old);
     EXPECT_EQ(folder.Read("state/runs.csv"),
-              kHeading + "2026-11-02T04:03:05Z,0.0,RTD2120,,,,,,,378,\"ISP-1, plain\"\r\n" +
-                  "2026-11-02T04:03:05Z,0.0,VSK830,,,,,,,378,\"ISP-1, plain\"\r\n");
+              kHeading + "2026-11-02T04:03:05Z,0.0,RTD2120,,,,,,,378,\"ISP-1, plain\",isp-write\r\n" +
+                  "2026-11-02T04:03:05Z,0.0,VSK830,,,,,,,378,\"ISP-1, plain\",isp-write\r\n");
   }
 }
 

@@ -1,7 +1,7 @@
-// A kernel with parallel ports, as far as the port code sees it. It keeps a record of the calls,
-// fails those it is told to fail, and holds to the real one's rules: the claim sets the control
-// register to 0x0C, an exclusive claim is refused when other drivers are registered, and a shared
-// claim on a held port sleeps.
+// A kernel with parallel ports and GPIO chips, as far as the port code sees it. It keeps a record
+// of the calls, fails those it is told to fail, and holds to the real one's rules: the claim sets
+// the control register to 0x0C, an exclusive claim is refused when other drivers are registered,
+// and a shared claim on a held port sleeps.
 #pragma once
 
 #include <linux/ppdev.h>
@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "platform/linux/linux_parallel_port.h"
+#include "support/fake_gpio.h"
 
 struct FakeKernel {
   std::map<std::string, int> failures;  // errno by the call's name, without its arguments
@@ -29,6 +30,7 @@ struct FakeKernel {
   bool othersRegistered = false;  // drivers on the usual port, idle or not
   bool registeredAlone = false;   // the one of them that is idle allows no other
   int opensUntilHeld = 0;         // at this call of open another driver takes the usual port
+  FakeGpio gpio;
 
   bool open = false;
   bool exclusive = false;
@@ -54,20 +56,26 @@ struct FakeKernel {
 };
 
 struct FakePortSystem final : PortSystem {
-  explicit FakePortSystem(FakeKernel& kernel) : kernel_(kernel) {}
+  explicit FakePortSystem(FakeKernel& kernel) : kernel_(kernel) {
+    kernel_.gpio.call = [&kernel](auto& name, auto& with) { return kernel.Call(name, with); };
+  }
 
   int Open(const std::string& path) override {
+    if (path.starts_with("/dev/gpio")) return kernel_.gpio.Open(path);
     const int failed = kernel_.Call("open", ":" + path);
     if (--kernel_.opensUntilHeld == 0) kernel_.holder = "lp\n";
     kernel_.open = failed == 0;
     return kernel_.open ? kDescriptor : failed;
   }
   void Close(int descriptor) override {
+    if (kernel_.gpio.Has(descriptor)) return kernel_.gpio.Close(descriptor);
     kernel_.Call("close");
     if (descriptor == kDescriptor) kernel_.open = kernel_.exclusive = false;
   }
 
-  int Ioctl(int descriptor, unsigned long request, std::uint8_t* byte) override {
+  int Ioctl(int descriptor, unsigned long request, void* carried) override {
+    if (kernel_.gpio.Has(descriptor)) return kernel_.gpio.Ioctl(descriptor, request, carried);
+    auto* const byte = static_cast<std::uint8_t*>(carried);
     static const std::map<unsigned long, std::pair<const char*, std::size_t>> kRequests{
         {PPEXCL, {"PPEXCL", 0}},   {PPCLAIM, {"PPCLAIM", 0}},      {PPRELEASE, {"PPRELEASE", 0}},
         {PPRDATA, {"PPRDATA", 0}}, {PPRSTATUS, {"PPRSTATUS", 1}},  {PPRCONTROL, {"PPRCONTROL", 2}},
@@ -109,6 +117,7 @@ struct FakePortSystem final : PortSystem {
     return kernel_.texts[path];
   }
   std::vector<std::string> ListFolder(const std::string& path) override {
+    if (path == "/dev") return Nodes();
     return kernel_.folders[path];
   }
   std::string GroupOf(const std::string&) override { return kernel_.group; }
@@ -116,6 +125,12 @@ struct FakePortSystem final : PortSystem {
 
  private:
   static constexpr int kDescriptor = 7;
+
+  std::vector<std::string> Nodes() const {
+    std::vector<std::string> names{"null", "tty"};
+    for (const FakeGpioChip& chip : kernel_.gpio.chips) names.push_back(chip.node.substr(5));
+    return names;
+  }
 
   static std::string Hex(std::uint32_t number) {
     std::array<char, 16> text{};
@@ -134,20 +149,23 @@ struct FakePortSystem final : PortSystem {
   FakeKernel& kernel_;
 };
 
-/// The real port code over such a kernel, and what it told the operator.
+/// The real port code over such a kernel on a PC, and what it told the operator.
 struct PortRig {
+  explicit PortRig(const std::filesystem::path& boardFolder = "boards") : folder(boardFolder) {}
+
+  const std::filesystem::path folder;
   FakeKernel kernel;
   std::vector<std::string> told;
-  std::unique_ptr<PortIo> io =
-      std::make_unique<LinuxParallelPort>(std::make_unique<FakePortSystem>(kernel), "boards",
-                                          [this](auto& text) { told.push_back(text); });
+  std::unique_ptr<PortIo> io = std::make_unique<LinuxParallelPort>(
+      std::make_unique<FakePortSystem>(kernel), folder,
+      [this](auto& text) { told.push_back(text); }, kX86PortWays);
 
   std::string Calls() { return std::exchange(kernel.calls, {}); }
   void AddUsualPort() { kernel.AddPort("parport0", "888\t1912\n"); }
   /// With the usual port in use and its calls forgotten.
   void UseUsualPort() {
     AddUsualPort();
-    io->UsePort(0x378);
+    io->UsePort({.base = 0x378});
     Calls();
   }
 };

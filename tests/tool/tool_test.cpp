@@ -44,9 +44,10 @@ TEST(Tool, RunsOfBothWritersAreLogged) {
   tool->rtdWriter.OperateMode = tongxun2120::RtdOperateMode::EraseOnly;
   tool->rtdWriter.Run(rtdView);
 
-  EXPECT_THAT(folder.Read("state/runs.csv"),
-              testing::ContainsRegex("Z,0.1,VSK830,Erase All,,,,,Blank ok,378,a board\r\n[^\n]*"
-                                     "Z,0.1,RTD2120,Erase,,,,,Erase MCU OK.,378,a board\r\n$"));
+  EXPECT_THAT(
+      folder.Read("state/runs.csv"),
+      testing::ContainsRegex("Z,0.1,VSK830,Erase All,,,,,Blank ok,378,a board,isp-writer\r\n[^\n]*"
+                             "Z,0.1,RTD2120,Erase,,,,,Erase MCU OK.,378,a board,isp-writer\r\n$"));
 }
 
 TEST(Tool, TheEndReleasesBothLines) {

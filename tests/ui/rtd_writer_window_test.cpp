@@ -40,6 +40,21 @@ class RtdWriterWindowTest : public WindowTest {
     QVERIFY(bar->maximum() > 0 && bar->value() == bar->maximum());
   }
 
+  void aBankThatFailedIsSpokenBeforeTheLastLine() {
+    for (const char* bank : {"Com64K", "Com64_96K"}) {
+      ChooseFile(QStringLiteral(SOURCE_FOLDER "/samples/rtd2120/panel-bank1.hex"));
+      kRtdWriter.Press(bank);
+    }
+    kRtdWriter.Press("BothBank");
+    desk_->board.faults.flippedBit = {.bank = 0, .address = 0, .bit = 0};
+    ScreenReader reader;
+    kRtdWriter.Press("Run");
+    QCOMPARE(reader.Spoken(), QStringLiteral("CRC FAIL.; CRC OK. (Messages of the run, in red)"));
+    desk_->board.faults = {};
+    kRtdWriter.Press("Run");
+    QCOMPARE(reader.Spoken(), QStringLiteral("CRC OK. (Messages of the run)"));
+  }
+
   void reopeningKeepsTheImagesAndResetsTheModes() {
     auto& writer = desk_->tool.rtdWriter;
     desk_->tool.rtdImages.Bank1Loaded = true;

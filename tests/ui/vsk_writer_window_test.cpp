@@ -79,6 +79,7 @@ class VskWriterWindowTest : public WindowTest {
 
   void tabAndArrowKeysInTheOptionGroups() {
     kVskWriter.Activate();
+    QCOMPARE(kVskWriter.Shown()->focusWidget(), kVskWriter.Find("Command1"));
     const auto next = [](const char* from) {
       kVskWriter.Find(from)->setFocus();
       QTest::keyClick(kVskWriter.Find(from), Qt::Key_Tab);
@@ -106,22 +107,6 @@ class VskWriterWindowTest : public WindowTest {
     kVskWriter.Press("Option4");
     kVskWriter.Press("Option5");
     QVERIFY(kVskWriter.IsOn("Option5") && !kVskWriter.IsOn("Option4"));
-  }
-
-  void onASmallScreenTheWindowScrollsAndTheFirstControlHasTheFocus() {
-    QCOMPARE(kVskWriter.Shown()->focusWidget(), kVskWriter.Find("Command1"));
-    QCOMPARE(kVskWriter.Shown()->findChild<QScrollArea*>(), nullptr);
-    auto* client = new QWidget;
-    auto* first = AddButton(client, "First", QStringLiteral("First"), {120, 240, 1815, 495});
-    FixClientArea(client, 60000, 60000);
-    QMainWindow window;
-    ShowWholeOrScrolled(window, client);
-    window.show();
-    QVERIFY(window.screen()->availableGeometry().contains(window.frameGeometry()));
-    QVERIFY(window.findChild<QScrollArea*>()->verticalScrollBar()->isVisible());
-    window.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&window));
-    QCOMPARE(window.focusWidget(), first);  // not the scroll area
   }
 
   void optionsChooseWhatRunDoesAndTheCloseBoxKeepsTheState() {

@@ -51,24 +51,24 @@ TEST_F(EntryParametersTest, TheSecurityCheck) {
   for (const Case& c : cases) {
     const auto path = folder.Write("security.cod", "");
     const auto check = fileop::CheckSecurityEntry(Typed(c.typed), path);
-    EXPECT_EQ(check.accepted, !c.file.empty()) << c.typed;
-    EXPECT_EQ(check.message, c.message) << c.typed;
-    EXPECT_EQ(std::filesystem::exists(path), check.accepted) << c.typed;
+    EXPECT_EQ(check.Ok(), !c.file.empty()) << c.typed;
+    EXPECT_EQ(check.Reason(), c.message) << c.typed;
+    EXPECT_EQ(std::filesystem::exists(path), check.Ok()) << c.typed;
     EXPECT_EQ(folder.Read("security.cod"), c.file) << c.typed;
   }
 }
 
 TEST_F(EntryParametersTest, AFileIsOverwrittenButNotCutAndStaysWhenItCannotBeWritten) {
   const auto path = folder.Write("security.cod", "abcdefgh");
-  EXPECT_TRUE(fileop::CheckSecurityEntry(Typed("94|01|5A"), path).accepted);
+  EXPECT_TRUE(fileop::CheckSecurityEntry(Typed("94|01|5A"), path).Ok());
   EXPECT_EQ(folder.Read("security.cod"), std::string("\x94\x01\x5A\0efgh", 8));
 
   folder.Write("security.cod", "abc");
   std::filesystem::create_directory(folder / "security.cod.part");
   const auto check = fileop::CheckSecurityEntry(Typed("94|01|5A"), path);
-  EXPECT_FALSE(check.accepted);
-  EXPECT_EQ(check.message, "the entry parameters could not be written to " + path);
-  EXPECT_NE(check.reason, "");
+  EXPECT_FALSE(check.Ok());
+  EXPECT_EQ(check.Reason(), "the entry parameters could not be written to " + path);
+  EXPECT_NE(check.Cause(), "");
   EXPECT_EQ(folder.Read("security.cod"), "abc");
 }
 

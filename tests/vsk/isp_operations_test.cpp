@@ -175,7 +175,8 @@ TEST_F(Vsk830Test, OnlyTheLastFollowUpDecidesAPageErase) {
   // follow-up, the awaited one, is acknowledged.
   rig->frames.Send(0x96, {0x68, 0x00});
   rig->board.faults.refusedByte = {rig->board.wire.FramesSeen() + 1, 0};
-  EXPECT_EQ(isp.ErasePageRange(0, 0xFF, view), RunResult{"page erase ok"});
+  EXPECT_EQ(isp.ErasePageRange(0, 0xFF, view), (RunResult{"page erase ok", "", "", true}))
+      << "nobody answered page 0's command";
   EXPECT_THAT(Frames(),
               ElementsAre("S 96 68 00 P", "S 96- P", "S 94 00 00 P", "S 96 30 01 P", "S 94- P"));
   EXPECT_EQ(view.operationText, "page erase ok");

@@ -1,5 +1,7 @@
-// The tool's own port code on a real kernel: takes the port at 0x378 as the tool does, does one
-// small thing, and ends in one of the tool's ways. It prints what the operator would be told.
+// The tool's own port code on a real kernel: takes a port as the tool does, does one small thing,
+// and ends in one of the tool's ways. It prints what the operator would be told. The port is the
+// one at 0x378; or, at the address TRIAL_PORT, one of board 0 and of the files in the folder
+// TRIAL_FOLDER.
 //
 //   byte            START, the byte A5, STOP, normal end
 //   exit            the same, then EXIT: the event loop is left
@@ -8,6 +10,8 @@
 //   writes SECONDS  writes SDA ten times a second, and says how many writes came back
 //   lost            goes to ISP mode; tries to go on when there is a file /tmp/gone; sends the byte
 //                   when there is a file /tmp/back
+//   held FILE       the byte, while "pull-down" is written to the file at each sample of SDA
+//   ports           lists the ports of GPIO lines, and the machine's GPIO chips
 //   claim SECONDS   what another program does: a plain claim, kept for the time
 //   bound           a plain claim that is held, and then the tool's bounded claim
 //   mark NUMBER     EE DD NUMBER on the data lines, to be found in a trace; root only
@@ -24,13 +28,17 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
 #include <memory>
+#include <optional>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include "app/quit_signals.h"
 #include "bus/i2c_master.h"
 #include "bus/iic_port.h"
+#include "platform/linux/gpio_access.h"
 #include "platform/linux/port_system.h"
 #include "support/transcript.h"
 #include "tool/tool.h"
@@ -55,23 +63,40 @@ IspBoard Wiring() {
   return board;
 }
 
-void SendByte(tongxun::I2cMaster& master) {
+std::filesystem::path BoardFolder() {
+  const char* folder = std::getenv("TRIAL_FOLDER");
+  return folder ? folder : "";
+}
+
+std::unique_ptr<PortIo> Port() { return SystemParallelPort(BoardFolder(), Tell); }
+
+void UsePort(IicPort& port, IspBoards& boards) {
+  if (const char* address = std::getenv("TRIAL_PORT")) {
+    port.PortBase = static_cast<std::int32_t>(std::strtol(address, nullptr, 16));
+    boards.LoadPortConfig(BoardFolder() / "InitPort.csv", [] {});
+  } else {
+    boards.BoardTable[0] = Wiring();
+  }
+  port.InitPortShadows();
+}
+
+bool SendByte(tongxun::I2cMaster& master) {
   master.I2cStart();
-  master.I2cWriteByte(0xA5);
+  const bool acknowledged = master.I2cWriteByte(0xA5);
   master.I2cStop();
+  return acknowledged;
 }
 
 struct Bus {
   IspBoards boards;
-  std::unique_ptr<PortIo> io = SystemParallelPort({}, Tell);
+  std::unique_ptr<PortIo> io;
   IicPort port{*io, boards, Say};
   std::unique_ptr<TickCounter> ticks = SystemTickCounter();
   tongxun::BusTiming timing{*ticks};
   tongxun::I2cMaster master{port, timing};
 
-  Bus() {
-    boards.BoardTable[0] = Wiring();
-    port.InitPortShadows();
+  explicit Bus(std::unique_ptr<PortIo> used = Port()) : io(std::move(used)) {
+    UsePort(port, boards);
   }
   ~Bus() { port.ReleaseLines(); }
   Bus(const Bus&) = delete;
@@ -94,14 +119,15 @@ void WaitForFile(const char* name) {
   }
 }
 
-/// The board's status reads 1 on its SDA bit while the port is there, which acknowledges, and 0
-/// when it has gone, which acknowledges after the polarity was turned round.
+/// SDA reads 1 while the port is there, which acknowledges on a direct input. A parallel port that
+/// has gone reads 0, which acknowledges after the polarity was turned round.
 int Lost() {
-  const auto io = SystemParallelPort({}, Tell);
+  const auto io = Port();
   const auto ticks = SystemTickCounter();
   const auto tool = std::make_unique<Tool>(*io, *ticks, Directories{}, Tell);
-  tool->boards.BoardTable[0] = Wiring();
-  tool->port.InitPortShadows();
+  UsePort(tool->port, tool->boards);
+  const IspBoard board = tool->boards.InUse();
+  tool->boards.BoardTable[0].SdaIn.polarity = true;
   tool->frames.IspParams = {0x94, 2, 0x5A, 0xA5};
   tool->vskWriter.IspOperate = RunChoice::EraseAll;
   Transcript view;
@@ -115,7 +141,7 @@ int Lost() {
   tool->vskWriter.GoToIspMode(view);
   Say("go to: " + view.modeText);
   WaitForFile("/tmp/back");
-  tool->boards.BoardTable[0] = Wiring();
+  tool->boards.BoardTable[0] = board;
   tool->port.ReopenPort();
   SendByte(tool->master);
   Say("sent");
@@ -144,6 +170,41 @@ int Writes(int seconds) {
     if (written == 5) Say("writing");
   }
   Say("written " + std::to_string(written));
+  return 0;
+}
+
+/// A target that holds SDA low whenever it is sampled: a simulated line is pulled down from
+/// outside.
+class HeldLow final : public PortIo {
+ public:
+  explicit HeldLow(const char* pull) : pull_(pull) {}
+
+  void UsePort(const PortUse& use) override { io_->UsePort(use); }
+  void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) override {
+    io_->DlPortWritePortUchar(port, value);
+  }
+  std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t port) override {
+    std::ofstream(pull_) << "pull-down" << std::flush;
+    return io_->DlPortReadPortUchar(port);
+  }
+
+ private:
+  const char* pull_;
+  std::unique_ptr<PortIo> io_ = Port();
+};
+
+int Held(const char* pull) {
+  Bus bus(std::make_unique<HeldLow>(pull));
+  Say(SendByte(bus.master) ? "acknowledged" : "not acknowledged");
+  return 0;
+}
+
+int Ports() {
+  const auto system = LinuxPortSystem();
+  for (const PortNote& note : GpioPorts(*system, BoardFolder())) {
+    if (note.base) std::printf("%X through ", *note.base);
+    Say(note.device + (note.problem.empty() ? "" : ": " + note.problem));
+  }
   return 0;
 }
 
@@ -192,6 +253,8 @@ int main(int argc, char** argv) {
   if (what == "exit") return RunLoop(argc, argv, 0);
   if (what == "hold") return RunLoop(argc, argv, number);
   if (what == "writes") return Writes(number);
+  if (what == "held" && argc > 2) return Held(argv[2]);
+  if (what == "ports") return Ports();
   if (what == "claim") return ClaimFor(number);
   if (what == "bound") return Bound();
   if (what == "mark") return Mark(number);

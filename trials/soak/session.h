@@ -22,7 +22,7 @@ class BoundedPort final : public PortIo {
   void BeginRun() { left_ = 20'000'000; }
   bool Exhausted() const { return left_ == 0; }
 
-  void UsePort(std::uint32_t base) override { port_.UsePort(base); }
+  void UsePort(const PortUse& use) override { port_.UsePort(use); }
   void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) override {
     Count();
     port_.DlPortWritePortUchar(port, value);

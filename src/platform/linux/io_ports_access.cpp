@@ -67,7 +67,7 @@ TakenPort Refused(PortSystem& system, std::uint32_t base, PortFault fault) {
 }  // namespace
 
 TakenPort TakeIoPorts(PortSystem& system, const PortPlace& place) {
-  const std::uint32_t base = place.base;
+  const std::uint32_t base = place.use.base;
   const int result = system.IoPerm(base, kRegisters, true);
   if (result < 0) return Refused(system, base, {"ioperm", -result});
   if (NothingAnswers(system, base)) {

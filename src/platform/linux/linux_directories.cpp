@@ -25,7 +25,7 @@ fs::path ExecutableFolder() {
 
 }  // namespace
 
-Directories SystemDirectories(std::string_view programName) {
+Directories SystemDirectories(std::string_view programName, std::string_view deliveredName) {
   const fs::path beside = ExecutableFolder();
   const fs::path config = Home("XDG_CONFIG_HOME", ".config") / programName;
   std::error_code missing;
@@ -33,6 +33,6 @@ Directories SystemDirectories(std::string_view programName) {
   if (fs::is_directory(beside / "Initial", missing)) return {beside, config, {}, state};
   return {.programFolder = Home("XDG_DATA_HOME", ".local/share") / programName,
           .settingsFolder = config,
-          .deliveredFolder = beside.parent_path() / "share" / programName,
+          .deliveredFolder = beside.parent_path() / "share" / deliveredName,
           .stateFolder = state};
 }

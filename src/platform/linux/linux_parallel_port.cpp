@@ -3,6 +3,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/linux/known_ports.h"
 #include "platform/linux/port_messages.h"
 
 namespace {
@@ -22,28 +23,25 @@ LinuxParallelPort::LinuxParallelPort(std::unique_ptr<PortSystem> system,
 
 LinuxParallelPort::~LinuxParallelPort() { GiveBack(); }
 
-void LinuxParallelPort::UsePort(std::uint32_t base) {
+void LinuxParallelPort::UsePort(const PortUse& use) {
   GiveBack();
-  place_.base = base;
+  place_.use = use;
   failed_ = false;
   lostTold_ = false;
   TakePort();
-}
-
-void LinuxParallelPort::Sample(std::uint8_t bits) {
-  if (Usable()) NoteLost(PortRegister::Status, bits);
+  if (Usable()) NoteLost(PortRegister::Status, use.sampled);
 }
 
 bool LinuxParallelPort::StillThere() {
   if (Usable() && access_->Gone()) {
     access_.reset();
-    report_(port_messages::Gone(place_.base, device_));
+    report_(port_messages::Gone(place_.use.base, device_));
   }
   return Usable();
 }
 
 void LinuxParallelPort::DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) {
-  const auto which = static_cast<PortRegister>(port - place_.base);
+  const auto which = static_cast<PortRegister>(port - place_.use.base);
   const bool isWritten = which == PortRegister::Data || which == PortRegister::Control;
   if (!Usable() || !isWritten) return;
   NoteLost(which, value);
@@ -52,15 +50,19 @@ void LinuxParallelPort::DlPortWritePortUchar(std::uint32_t port, std::uint8_t va
 
 std::optional<std::uint8_t> LinuxParallelPort::DlPortReadPortUchar(std::uint32_t /*port*/) {
   std::uint8_t status = 0;  // the status register is the only one that is read
+  // What a bit without a pin reads could be an acknowledge.
+  if (Usable() && Lost(PortRegister::Status, place_.use.sampled) != 0) return std::nullopt;
   if (Usable()) NoteFault(access_->ReadStatus(status));
   return Usable() ? std::optional(status) : std::nullopt;
 }
 
+int LinuxParallelPort::Lost(PortRegister which, std::uint8_t value) const {
+  return (value ^ AtRest(which)) & ~access_->Carried(which);
+}
+
 void LinuxParallelPort::NoteLost(PortRegister which, std::uint8_t value) {
-  const std::uint8_t carried = access_->Carried(which);
-  const int lost = (value ^ AtRest(which)) & ~carried;
-  if (lost == 0 || std::exchange(lostTold_, true)) return;
-  report_(port_messages::BitsLost(place_.base, device_, which, value, carried));
+  if (Lost(which, value) == 0 || std::exchange(lostTold_, true)) return;
+  report_(port_messages::BitsLost(place_.use.base, device_, which, value, access_->Carried(which)));
 }
 
 void LinuxParallelPort::TakePort() {
@@ -72,6 +74,9 @@ void LinuxParallelPort::TakePort() {
     if (access_) return;
     if (problem.empty()) problem = taken.problem;  // of the first way that knows such a port
     if (!taken.othersMayTry) break;
+  }
+  if (problem.empty()) {
+    problem = port_messages::NoSuchPort(place_.use.base, KnownPorts(*system_), std::nullopt);
   }
   report_(problem);
 }
@@ -85,7 +90,8 @@ void LinuxParallelPort::GiveBack() {
 void LinuxParallelPort::NoteFault(PortFault fault) {
   if (!fault || failed_) return;
   failed_ = true;
-  report_(port_messages::AccessFailed(place_.base, device_, fault));
+  const std::string words = access_->Words(place_.use.base, device_, fault);
+  report_(words.empty() ? port_messages::AccessFailed(place_.use.base, device_, fault) : words);
 }
 
 std::unique_ptr<PortIo> SystemParallelPort(const std::filesystem::path& boardFolder,

@@ -21,10 +21,9 @@ class LinuxParallelPort final : public PortIo {
   /// Gives the port back.
   ~LinuxParallelPort() override;
 
-  /// Gives the present port back and takes the one at `base`. When that fails there is no port
+  /// Gives the present port back and takes this one. When that fails there is no port
   /// until the next call, and `report` has been told why.
-  void UsePort(std::uint32_t base) override;
-  void Sample(std::uint8_t bits) override;
+  void UsePort(const PortUse& use) override;
 
   /// A port that has gone is let go, and told.
   bool StillThere() override;
@@ -37,8 +36,9 @@ class LinuxParallelPort final : public PortIo {
   void GiveBack();
 
   bool Usable() const { return access_ != nullptr && !failed_; }
-  /// Told once for each use of a port: bits to be written, or to be sampled, that it does not
-  /// carry.
+  /// The bits to be written, or to be sampled, that the port does not carry.
+  int Lost(PortRegister which, std::uint8_t value) const;
+  /// Told once for each use of a port.
   void NoteLost(PortRegister which, std::uint8_t value);
   /// The first fault is told, and ends the use of the port: what it answers from then on would be
   /// guesswork.

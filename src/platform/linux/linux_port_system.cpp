@@ -63,8 +63,8 @@ class RunningKernel final : public PortSystem {
     return OrError(open(path.c_str(), O_RDWR | O_CLOEXEC));
   }
   void Close(int descriptor) override { close(descriptor); }
-  int Ioctl(int descriptor, unsigned long request, std::uint8_t* byte) override {
-    return OrError(ioctl(descriptor, request, byte));
+  int Ioctl(int descriptor, unsigned long request, void* carried) override {
+    return OrError(ioctl(descriptor, request, carried));
   }
 
   int IoctlWithin(int descriptor, unsigned long request, std::uint32_t longest_ms) override {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <span>
 #include <string>
 
 #include "platform/linux/port_system.h"
@@ -20,12 +21,12 @@ struct PortFault {
 
 /// What a way is told of the port that it is to reach.
 struct PortPlace {
-  std::uint32_t base = 0;        // I/O address of its data register
+  PortUse use = {};
   std::filesystem::path folder;  // of the board table: a way's own file stands beside it
 };
 
-/// The three registers of a port that is ours. The data and control registers are read when the
-/// port is taken and put back when it is given back.
+/// The three registers of a port that is ours. Where the data and control registers can be read,
+/// they are put back as they were when it is given back.
 class PortAccess {
  public:
   /// Gives the port back if that has not been done.
@@ -42,8 +43,16 @@ class PortAccess {
   /// The bits of a register that reach the port's pins.
   virtual std::uint8_t Carried(PortRegister /*which*/) const { return 0xFF; }
 
-  /// Puts control and data back, in this order, and leaves the port. Every step is tried; the first
-  /// fault is returned. The access is dead afterwards; a second call does nothing.
+  /// What the operator is told of a fault of this access; empty for the usual words. `device`: the
+  /// port's, with its `base`.
+  virtual std::string Words(std::uint32_t /*base*/, const std::string& /*device*/,
+                            PortFault /*fault*/) const {
+    return {};
+  }
+
+  /// Puts control and data back, or their lines to rest, in this order, and leaves the port. Every
+  /// step is tried; the first fault is returned. The access is dead afterwards; a second call does
+  /// nothing.
   virtual PortFault GiveBack() = 0;
 };
 
@@ -62,8 +71,22 @@ using PortWay = TakenPort (*)(PortSystem& system, const PortPlace& place);
 /// By the kernel's ppdev driver. Waits at most two seconds for a port that another driver holds.
 TakenPort TakePpdev(PortSystem& system, const PortPlace& place);
 
+/// The ports that the driver has, each with why it could not be taken now. Takes none of them.
+std::vector<PortNote> PpdevPorts(PortSystem& system);
+
 /// By in and out instructions on the base and the two addresses behind it, past any driver.
 TakenPort TakeIoPorts(PortSystem& system, const PortPlace& place);
 
-/// In the order in which they are tried.
-inline constexpr std::array<PortWay, 2> kPortWays{TakePpdev, TakeIoPorts};
+/// As lines of GPIO chips, at an address that "GpioPort.csv" describes. No other way may be tried
+/// there.
+TakenPort TakeGpio(PortSystem& system, const PortPlace& place);
+
+/// In the order in which they are tried: by an x86 processor, and by others, which have no in and
+/// out instructions.
+inline constexpr std::array<PortWay, 3> kX86PortWays{TakeGpio, TakePpdev, TakeIoPorts};
+inline constexpr std::array<PortWay, 2> kOtherPortWays{TakeGpio, TakePpdev};
+#if defined(__x86_64__) || defined(__i386__)
+inline constexpr std::span<const PortWay> kPortWays = kX86PortWays;
+#else
+inline constexpr std::span<const PortWay> kPortWays = kOtherPortWays;
+#endif

@@ -4,27 +4,23 @@
 #include <cerrno>
 #include <cstdio>
 
+#include "platform/port_advice.h"
 #include "platform/problem.h"
 
 namespace {
 
+using port_messages::Hex;
+using port_messages::Reason;
 using port_messages::Rights;
 
-// Not "the bus reads as empty": on a board with a direct SDA input 0xFF is an acknowledge.
-constexpr const char* kUntilThen =
-    "\n\nThe program goes on without a port: what it writes goes nowhere, and nothing it reads "
-    "comes from a chip.";
-constexpr const char* kThenEnter = "Then enter the address again in the Setting window.";
+using port_advice::kThenEnter;
+using port_advice::kUntilThen;
 
-std::string Hex(std::uint32_t number) {
-  std::array<char, 16> text{};
-  std::snprintf(text.data(), text.size(), "0x%02X", number);
-  return text.data();
-}
-
-std::string Reason(PortFault fault) {
-  return std::string(fault.call) + ": " + ErrorText(fault.error);
-}
+// For a machine that is no PC.
+constexpr const char* kLinesInstead =
+    "Linux knows no parallel port on this machine. GPIO lines can take the place of one: the file "
+    "GpioPort.csv beside the board table tells which, and under which address. Enter that address "
+    "in the Setting window.";
 
 /// "/dev/parport0 (port 0x378)"
 std::string Named(const std::string& device, std::uint32_t base) {
@@ -42,8 +38,7 @@ std::string ListOf(const std::vector<KnownPort>& known) {
 
 std::string WhatExists(const std::vector<KnownPort>& known) {
   if (!known.empty()) {
-    return "These ports exist: " + ListOf(known) +
-           ". Enter one of these addresses in the Setting window.";
+    return "These ports exist: " + ListOf(known) + ". " + port_advice::kEnterOne;
   }
   return "Linux knows no parallel port on this PC. If there is one, load its drivers:\n"
          "    sudo modprobe -a parport_pc ppdev\n" +
@@ -82,9 +77,27 @@ std::string HowToGetIt(const Rights& rights) {
 
 namespace port_messages {
 
-std::string NoSuchPort(std::uint32_t base, const std::vector<KnownPort>& known, PortFault direct) {
-  return "There is no parallel port at " + Hex(base) + ": no /dev/parportN has this address. " +
-         DirectAccess(direct) + "\n\n" + WhatExists(known) + kUntilThen;
+std::string Hex(std::uint32_t number) {
+  std::array<char, 16> text{};
+  std::snprintf(text.data(), text.size(), "0x%02X", number);
+  return text.data();
+}
+
+std::string Reason(PortFault fault) {
+  return std::string(fault.call) + ": " + ErrorText(fault.error);
+}
+
+std::string WithoutPort(const std::string& problem) {
+  return problem + " " + kThenEnter + kUntilThen;
+}
+
+std::string NoSuchPort(std::uint32_t base, const std::vector<KnownPort>& known,
+                       std::optional<PortFault> direct) {
+  const std::string none =
+      "There is no parallel port at " + Hex(base) + ": no /dev/parportN has this address.";
+  if (direct) return none + " " + DirectAccess(*direct) + "\n\n" + WhatExists(known) + kUntilThen;
+  const std::string cure = known.empty() ? kLinesInstead : WhatExists(known);
+  return none + "\n\n" + cure + kUntilThen;
 }
 
 std::string DirectAccessRefusedToRoot(std::uint32_t base, const std::vector<KnownPort>& known,
@@ -133,17 +146,17 @@ std::string NotTaken(const KnownPort& port, PortFault fault) {
 std::string AccessFailed(std::uint32_t base, const std::string& device, PortFault fault) {
   return Named(device, base) + " has failed (" + Reason(fault) +
          "). What was written may not have reached the cable, and what is read does not come from "
-         "a chip.\n\nThe program goes on without a port until the address is entered again "
-         "in the Setting window.";
+         "a chip." +
+         port_advice::kUntilEntered;
 }
 
 std::string Gone(std::uint32_t base, const std::string& device) {
   return Named(device, base) +
-         " has gone: its card was pulled out, or its driver was unloaded or unbound. What was "
+         " has gone: its card or adapter was pulled out, or its driver was unloaded or unbound. "
+         "What was "
          "written last may not have reached the cable, and what was read last may not come from a "
          "chip.\n\nBring the port back. " +
-         kThenEnter +
-         " Until then the program goes on without a port. A chip must go to ISP mode again.";
+         kThenEnter + port_advice::kWithoutPort;
 }
 
 std::string BitsLost(std::uint32_t base, const std::string& device, PortRegister which,

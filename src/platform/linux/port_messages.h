@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,9 +12,17 @@
 
 namespace port_messages {
 
+/// "0x378"
+std::string Hex(std::uint32_t number);
+/// "PPCLAIM: Input/output error"
+std::string Reason(PortFault fault);
+/// Why there is no port, with how to try again and what holds until then.
+std::string WithoutPort(const std::string& problem);
+
 /// The kernel knows no port at `base`, and direct access failed with `direct`, or found nothing
-/// there when `direct` holds no fault.
-std::string NoSuchPort(std::uint32_t base, const std::vector<KnownPort>& known, PortFault direct);
+/// there when `direct` holds no fault; null where there is no such way.
+std::string NoSuchPort(std::uint32_t base, const std::vector<KnownPort>& known,
+                       std::optional<PortFault> direct);
 
 /// Direct access was refused although the program runs as root. `lockdown`: the kernel's own word
 /// on its lockdown, empty when it has none.

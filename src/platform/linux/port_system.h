@@ -1,4 +1,4 @@
-// The system calls that reach a parallel port on Linux, one method a call, so that tests can stand
+// The system calls that reach a port on Linux, one method a call, so that tests can stand
 // in for the kernel. Knows nothing of ports, ways or messages.
 #pragma once
 
@@ -15,9 +15,9 @@ class PortSystem {
   /// Opens a device node for reading and writing. A descriptor >= 0, or minus errno.
   virtual int Open(const std::string& path) = 0;
   virtual void Close(int descriptor) = 0;
-  /// `request`: a PP... number of <linux/ppdev.h>. `byte`: what the request carries; null for those
-  /// that carry nothing. 0, or minus errno.
-  virtual int Ioctl(int descriptor, unsigned long request, std::uint8_t* byte) = 0;
+  /// `request`: a number of <linux/ppdev.h> or <linux/gpio.h>. `carried`: the byte or the structure
+  /// of that request; null for those that carry nothing. 0, or minus errno.
+  virtual int Ioctl(int descriptor, unsigned long request, void* carried) = 0;
 
   /// The same for a request that carries nothing and may sleep: -EINTR once it has slept for
   /// `longest_ms`.

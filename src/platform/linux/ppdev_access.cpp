@@ -129,10 +129,29 @@ port_messages::Rights RightsTo(PortSystem& system, const KnownPort& port) {
 
 }  // namespace
 
+std::vector<PortNote> PpdevPorts(PortSystem& system) {
+  std::vector<PortNote> notes;
+  for (const KnownPort& port : KnownPorts(system)) {
+    PortNote note{port.base, port.Node(), {}};
+    const auto holder = HolderOf(system, port);
+    const int descriptor = system.Open(port.Node());
+    if (descriptor >= 0) system.Close(descriptor);
+    if (descriptor < 0) {
+      note.problem =
+          port_messages::NodeNotOpened(port, {kOpen, -descriptor}, RightsTo(system, port));
+    } else if (holder && !holder->empty()) {
+      note.problem = port_messages::Held(port, *holder);
+    }
+    notes.push_back(std::move(note));
+  }
+  return notes;
+}
+
 TakenPort TakePpdev(PortSystem& system, const PortPlace& place) {
   const auto known = KnownPorts(system);
-  const auto port = std::find_if(known.begin(), known.end(),
-                                 [&](const KnownPort& each) { return each.base == place.base; });
+  const auto port = std::find_if(known.begin(), known.end(), [&](const KnownPort& each) {
+    return each.base == place.use.base;
+  });
   if (port == known.end()) return {.othersMayTry = true};
   const auto held = [&port](const std::string& by) {
     return TakenPort{.problem = port_messages::Held(*port, by)};

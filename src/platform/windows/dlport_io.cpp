@@ -5,6 +5,8 @@
 #include <memory>
 #include <utility>
 
+#include "platform/port_advice.h"
+
 namespace {
 
 constexpr const char* kLibrary = "dlportio.dll";
@@ -36,7 +38,7 @@ Entry EntryPoint(void* library, const char* name) {
 
 }  // namespace
 
-void DlPortIo::UsePort(std::uint32_t /*base*/) {
+void DlPortIo::UsePort(const PortUse& /*use*/) {
   if (library_ == nullptr) tried_ = false;
 }
 
@@ -57,9 +59,8 @@ void DlPortIo::LoadOnce() {
   if (problem.empty()) return;
   Release();
   report_("The parallel port cannot be reached: the port driver library " + std::string(kLibrary) +
-          " " + problem +
-          ". Put the 64-bit library beside isp-writer.exe, and then press \"Enter\" " +
-          "in the Setting window. Until then the program goes on without a port.");
+          " " + problem + ". Put the 64-bit library beside isp-writer.exe" +
+          port_advice::kThenPress);
 }
 
 std::string DlPortIo::Bind() {
@@ -84,4 +85,9 @@ void DlPortIo::Release() {
 std::unique_ptr<PortIo> SystemParallelPort(const std::filesystem::path& /*boardFolder*/,
                                            Problem report) {
   return std::make_unique<DlPortIo>(std::move(report));
+}
+
+// Any address can be reached; which of them belong to a port the library does not tell.
+std::vector<PortNote> SystemPorts(const std::filesystem::path& /*boardFolder*/) {
+  return {{{}, std::string(kLibrary) + ", any address", {}}};
 }

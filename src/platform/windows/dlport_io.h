@@ -21,7 +21,7 @@ class DlPortIo final : public PortIo {
   DlPortIo(const DlPortIo&) = delete;
   DlPortIo& operator=(const DlPortIo&) = delete;
 
-  void UsePort(std::uint32_t base) override;
+  void UsePort(const PortUse& use) override;
   void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) override;
   std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t port) override;
 

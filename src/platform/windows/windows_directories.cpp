@@ -40,7 +40,8 @@ fs::path WindowsFolderInLowerCase() {
 
 }  // namespace
 
-Directories SystemDirectories(std::string_view programName) {
+Directories SystemDirectories(std::string_view programName,
+                              std::string_view /*deliveredName*/) {
   const wchar_t* local = _wgetenv(L"LOCALAPPDATA");
   return {.programFolder = ProgramFolder(),
           .settingsFolder = WindowsFolderInLowerCase(),

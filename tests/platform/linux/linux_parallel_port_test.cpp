@@ -31,7 +31,7 @@ TEST_F(LinuxParallelPortTest, NodeFromFirstAccessToExit) {
   io->DlPortWritePortUchar(0x378, 0);
   EXPECT_EQ(io->DlPortReadPortUchar(0x379), std::nullopt);
   EXPECT_EQ(Calls(), "") << "nothing is touched before a port is used";
-  io->UsePort(0x378);
+  io->UsePort({.base = 0x378});
   EXPECT_EQ(Calls(), "open:/dev/parport0" + kTaken);
 
   io->DlPortWritePortUchar(0x378, 0x7E);
@@ -48,7 +48,7 @@ TEST_F(LinuxParallelPortTest, NodeFromFirstAccessToExit) {
 }
 
 TEST_F(LinuxParallelPortTest, DirectAccessFromFirstAccessToExit) {
-  io->UsePort(0xD000);
+  io->UsePort({.base = 0xD000});
   EXPECT_EQ(Calls(), "ioperm:D000+03 in:D000 in:D000 in:D002");
   io->DlPortWritePortUchar(0xD000, 0x7E);
   io->DlPortWritePortUchar(0xD002, 0x10);
@@ -62,7 +62,7 @@ TEST_F(LinuxParallelPortTest, DirectAccessFromFirstAccessToExit) {
 TEST_F(LinuxParallelPortTest, SharedClaimGoesOnAFreshDescriptor) {
   AddUsualPort();
   kernel.othersRegistered = true;
-  io->UsePort(0x378);
+  io->UsePort({.base = 0x378});
   EXPECT_EQ(Calls(),
             "open:/dev/parport0 PPEXCL within:2000 PPCLAIM close "
             "open:/dev/parport0 within:2000 PPCLAIM PPRDATA PPRCONTROL");
@@ -72,7 +72,7 @@ TEST_F(LinuxParallelPortTest, AddressChangeGivesTheOldPortBackFirst) {
   kernel.AddPort("parport1", "890\t0\n");  // its data register: the first one's control
   UseUsualPort();
   io->DlPortWritePortUchar(0x37A, 0x01);
-  io->UsePort(0x37A);
+  io->UsePort({.base = 0x37A});
   io->DlPortWritePortUchar(0x37A, 0x01);
   EXPECT_EQ(Calls(),
             "PPWCONTROL=01 " + kGivenBack + " open:/dev/parport1" + kTaken + " PPWDATA=01");
@@ -111,7 +111,7 @@ TEST_F(LinuxParallelPortTest, APortThatHasGoneIsLetGoAndToldWhenItIsLookedFor) {
     EXPECT_EQ(rig.Calls(), kGivenBack);
     ExpectTold(rig, {kNode + " has gone|Bring the port back. Then enter the address again"});
     if (!another) rig.AddUsualPort();
-    rig.io->UsePort(0x378);
+    rig.io->UsePort({.base = 0x378});
     EXPECT_EQ(rig.Calls(), "open:/dev/parport0" + kTaken);
     EXPECT_TRUE(rig.io->StillThere());
   }
@@ -134,7 +134,7 @@ TEST_F(LinuxParallelPortTest, WhatIsWrongIsToldOnceForEachUseOfAnAddress) {
   EXPECT_EQ(Calls(), "PPWCONTROL=0F PPWCONTROL=0F PPWCONTROL=0F");
   kernel.failures = {{"PPRSTATUS", EIO}, {"ioperm", ENOSYS}};
   for (const std::uint32_t base : {0x378U, 0x278U, 0x100U, 0x200U, 0x100U}) {
-    if (base != 0x378) io->UsePort(base);
+    if (base != 0x378) io->UsePort({.base = base});
     io->DlPortWritePortUchar(base + 2, 0x1F);
     io->DlPortReadPortUchar(base + 1);
   }
@@ -163,8 +163,7 @@ TEST(LinuxPortWays, AWaySaysItselfWhichBitsItCarries) {
       std::make_unique<FakePortSystem>(rig.kernel), "boards",
       [&](auto& text) { rig.told.push_back(text); }, ways);
   const auto use = [&](std::uint8_t sampled, std::uint8_t data, std::uint8_t control) {
-    rig.io->UsePort(0x378);
-    rig.io->Sample(sampled);
+    rig.io->UsePort({.base = 0x378, .sampled = sampled});
     rig.io->DlPortWritePortUchar(0x378, data);
     rig.io->DlPortWritePortUchar(0x37A, control);
   };
@@ -177,6 +176,20 @@ TEST(LinuxPortWays, AWaySaysItselfWhichBitsItCarries) {
                    "and carries only the bits 0x40. |whose SDA in mask lies within 0x40.",
                    "drives SDA by|data register|write 0x7E|SDA out mask lies within 0x80.",
                    "drives SCL by|control register|write 0x02|SCL mask lies within 0x01."});
+}
+
+TEST(LinuxPortWays, AMachineWithoutIoInstructionsNeverTriesThem) {
+  for (const bool knowsPorts : {false, true}) {
+    PortRig rig;
+    if (knowsPorts) rig.AddUsualPort();
+    rig.io = std::make_unique<LinuxParallelPort>(
+        std::make_unique<FakePortSystem>(rig.kernel), "boards",
+        [&](auto& text) { rig.told.push_back(text); }, kOtherPortWays);
+    rig.io->UsePort({.base = 0x278});
+    EXPECT_EQ(rig.Calls(), "");
+    ExpectTold(rig, {"no parallel port at 0x278: no /dev/parportN has this address.\n\n|" +
+                     std::string(knowsPorts ? "exist: 0x378 (/dev/parport0)" : "GpioPort.csv")});
+  }
 }
 
 const std::string kRule = "70-isp-writer-ppdev.rules";
@@ -272,7 +285,7 @@ TEST(LinuxPortWays, ThePortIsReachedOrTheOperatorIsTold) {
     const bool node = machine.result == "node", direct = machine.result == "direct";
     PortRig rig;
     Prepare(machine, rig.kernel);
-    rig.io->UsePort(0x378);
+    rig.io->UsePort({.base = 0x378});
     EXPECT_EQ(rig.kernel.open, node) << "a descriptor was left open";
     EXPECT_EQ(rig.kernel.ioPorts, direct ? 0x378U : 0U);
     EXPECT_EQ(rig.io->StillThere(), node || direct);

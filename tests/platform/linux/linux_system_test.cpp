@@ -59,7 +59,7 @@ TEST(LinuxPortSystem, ReadsTextsFoldersAndGroups) {
 }
 
 TEST(LinuxFiles, DevicesAreNotRead) {
-  EXPECT_EQ(ReadFile("/dev/zero", 9).problem, "the file cannot be read: it is not a regular file");
+  EXPECT_EQ(ReadFile("/dev/zero", 9).Reason(), "the file cannot be read: it is not a regular file");
 }
 
 TEST(LinuxFiles, OnAFullDiskTheOldContentIsKept) {
@@ -72,7 +72,8 @@ TEST(LinuxFiles, OnAFullDiskTheOldContentIsKept) {
   setrlimit(RLIMIT_FSIZE, &full);
   const std::array<std::uint8_t, 6> longer{1, 2, 3, 4, 5, 6};
   std::vector<std::string> problems;
-  for (const char* name : {"a", "b"}) problems.push_back(WriteAtStart(folder / name, longer));
+  for (const char* name : {"a", "b"})
+    problems.push_back(WriteAtStart(folder / name, longer).Reason());
   setrlimit(RLIMIT_FSIZE, &before);
   EXPECT_THAT(problems, ElementsAre("File too large", "File too large"));
   EXPECT_EQ(folder.Read("a"), "old");
@@ -87,7 +88,7 @@ TEST(LinuxFiles, WritingKeepsLinksAndPermissions) {
   fs::create_symlink("far/real", folder / "link");
   for (const auto rights : {fs::perms::owner_read | fs::perms::owner_write, fs::perms{0664}}) {
     fs::permissions(real, rights);
-    EXPECT_EQ(WriteAtStart(folder / "link", bytes), "");
+    EXPECT_TRUE(WriteAtStart(folder / "link", bytes).Ok());
     EXPECT_EQ(fs::read_symlink(folder / "link"), "far/real");
     EXPECT_EQ(folder.Read("far/real"), "xy345");
     EXPECT_EQ(fs::status(real).permissions(), rights);

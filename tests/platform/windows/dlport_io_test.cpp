@@ -50,7 +50,7 @@ struct DlPortIoTest : testing::Test {
 
 TEST_F(DlPortIoTest, EveryAccessReachesTheLibraryUnchangedAndInOrder) {
   SearchIn(Substitute("complete"));
-  io->UsePort(0x378);
+  io->UsePort({.base = 0x378});
   EXPECT_EQ(Calls(), "no library is loaded") << "it is held from the first access";
   for (int i = 0; i < 2; ++i) io->DlPortWritePortUchar(0x37A, 0x7F);
   EXPECT_EQ(io->DlPortReadPortUchar(0x379), 0x00);
@@ -84,7 +84,7 @@ TEST_F(DlPortIoTest, WithoutAUsableLibraryThereIsNoPortUntilItIsUsedAnew) {
         Row{Substitute("without_read"), "has no entry point DlPortReadPortUchar"}}) {
     for (const bool readFirst : {false, true}) {
       SearchIn(searched);
-      io->UsePort(0x378);
+      io->UsePort({.base = 0x378});
       if (!readFirst) io->DlPortWritePortUchar(0x378, 0x7F);
       EXPECT_EQ(io->DlPortReadPortUchar(0x379), std::nullopt);
       SearchIn(Substitute("complete"));
@@ -95,7 +95,7 @@ TEST_F(DlPortIoTest, WithoutAUsableLibraryThereIsNoPortUntilItIsUsedAnew) {
       told.clear();
     }
   }
-  io->UsePort(0x378);
+  io->UsePort({.base = 0x378});
   io->DlPortWritePortUchar(0x378, 0x7D);
   EXPECT_EQ(Calls(), "378=7D ");
   EXPECT_THAT(told, ElementsAre());

@@ -33,7 +33,7 @@ TEST(WindowsTickCounter, GivesTheSystemsValuesAsTheyAre) {
 
 TEST(WindowsFiles, DevicesAreNotRead) {
   for (const char* device : {"NUL", "CON", "COM1", "LPT1", "C:\\CON"}) {
-    const FileContent content = ReadFile(device, 9);
-    EXPECT_TRUE(!content.Ok() && content.bytes.empty()) << device;
+    const Result<std::string> content = ReadFile(device, 9);
+    EXPECT_TRUE(!content.Ok() && content->empty()) << device;
   }
 }

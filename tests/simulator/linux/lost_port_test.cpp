@@ -11,6 +11,8 @@
 namespace {
 
 /// A status that never changes acknowledges everything: so does the driver of a port that has gone.
+using Command = std::function<void(VskWriter&, IspView&)>;
+
 struct Session : PortRig {
   FakeTicks ticks{4};
   const std::unique_ptr<Tool> tool = std::make_unique<Tool>(*io, ticks, Directories{}, Problem{});
@@ -26,16 +28,17 @@ struct Session : PortRig {
     EXPECT_EQ(After(&VskWriter::GoToIspMode), "isp mode is exist");
     Calls();
   }
-  std::string After(void (VskWriter::*command)(IspView&)) {
-    (writer.*command)(view);
+  std::string After(const Command& command) {
+    command(writer, view);
     return view.modeText;
   }
 };
 
 TEST(LostPort, EndsIspModeWithTheNextCommandAndIsToldOnce) {
-  for (const auto& [first, shown] : {std::pair{&VskWriter::Run, "isp mode is not exist"},
-                                     {&VskWriter::GoToIspMode, "isp mode is no exist"},
-                                     {&VskWriter::QuitIspMode, "isp mode is out"}}) {
+  for (const auto& [first, shown] :
+       {std::pair<Command, const char*>{&VskWriter::Run, "isp mode is not exist"},
+        {&VskWriter::GoToIspMode, "isp mode is no exist"},
+        {&VskWriter::QuitIspMode, "isp mode is out"}}) {
     Session session;
     session.kernel.RemoveUsualPort();
     EXPECT_EQ(session.After(first), shown);

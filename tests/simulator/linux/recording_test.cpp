@@ -8,6 +8,7 @@
 #include "simulator/bus_log.h"
 #include "simulator/simulated_board.h"
 #include "support/fake_ticks.h"
+#include "support/gpio_rig.h"
 #include "support/images.h"
 #include "support/rtd_transcript.h"
 #include "support/temp_folder.h"
@@ -60,7 +61,8 @@ void Write(Tool& tool, ConnectedChip chip) {
   if (chip == ConnectedChip::Rtd2120) {
     tool.rtdWriter.BankMode = tongxun2120::RtdBankMode::Both;
     RtdTranscript view;
-    return tool.rtdWriter.Run(view);
+    tool.rtdWriter.Run(view);
+    return;
   }
   tool.isp.ChipSelect = chip == ConnectedChip::Vsk830 ? VskChip::Vsk830 : VskChip::Vsk630;
   tool.frames.IspParams = {0x94, 2, 0x5A, 0xA5};
@@ -77,32 +79,46 @@ void LeaveOutAcknowledge(std::string& frame) {
   if (at != std::string::npos) frame.insert(at + 5, "-");
 }
 
+/// A run on a chip, through the cable's parallel port or through the lines of a GPIO chip.
+void ExpectRead(ConnectedChip chip, bool gpio) {
+  const TempFolder folder;
+  const IspBoard wiring = gpio ? PlainWires() : simulator::CableWiring();
+  const auto board = std::make_unique<simulator::SimulatedBoard>(wiring);
+  board->Connect(chip);
+  simulator::FrameLog log;
+  board->wire.ListenTo(&log);
+  GpioRig lines;
+  lines.Wire(*board);
+  {
+    std::ofstream cableFile(folder / "cable.vcd");
+    simulator::VcdRecorder recorder(cableFile);
+    board->cable.ListenTo(&recorder);
+    std::uint64_t now_ns = 0;
+    RecordingPort port(gpio ? *lines.io : board->cable, folder / "port.vcd", {},
+                       [&] { return now_ns += 1000; });
+    FakeTicks ticks{4};
+    const auto tool = std::make_unique<Tool>(port, ticks, Directories{}, Problem{});
+    port.FollowBoards(tool->boards);
+    tool->boards.BoardTable[0] = wiring;
+    tool->port.InitPortShadows();
+    if (gpio) tool->port.PortBase = GpioRig::kBase;
+    Write(*tool, chip);
+  }
+  std::vector<std::string> frames = log.Lines();
+  ASSERT_GT(frames.size(), 10U);
+  EXPECT_EQ(Decoded(folder / "cable.vcd"), frames);
+  if (chip == ConnectedChip::Rtd2120) std::ranges::for_each(frames, LeaveOutAcknowledge);
+  EXPECT_EQ(Decoded(folder / "port.vcd"), frames);
+  EXPECT_TRUE(!gpio || FlashEquals(board->vsk830.Bank(0), Image(300)));
+  EXPECT_EQ(lines.Requested(), gpio ? "gpiochip0:17 gpiochip0:27 " : "");
+  EXPECT_TRUE(lines.told.empty());
+}
+
 TEST(Recording, IsReadAsTheFramesThatPassed) {
   for (const auto chip : {ConnectedChip::Vsk830, ConnectedChip::Vsk630, ConnectedChip::Rtd2120}) {
-    const TempFolder folder;
-    const auto board = std::make_unique<simulator::SimulatedBoard>(simulator::CableWiring());
-    board->Connect(chip);
-    simulator::FrameLog log;
-    board->wire.ListenTo(&log);
-    {
-      std::ofstream cableFile(folder / "cable.vcd");
-      simulator::VcdRecorder recorder(cableFile);
-      board->cable.ListenTo(&recorder);
-      std::uint64_t now_ns = 0;
-      RecordingPort port(board->cable, folder / "port.vcd", {}, [&] { return now_ns += 1000; });
-      FakeTicks ticks{4};
-      const auto tool = std::make_unique<Tool>(port, ticks, Directories{}, Problem{});
-      port.FollowBoards(tool->boards);
-      tool->boards.BoardTable[0] = simulator::CableWiring();
-      tool->port.InitPortShadows();
-      Write(*tool, chip);
-    }
-    std::vector<std::string> frames = log.Lines();
-    ASSERT_GT(frames.size(), 10U);
-    EXPECT_EQ(Decoded(folder / "cable.vcd"), frames);
-    if (chip == ConnectedChip::Rtd2120) std::ranges::for_each(frames, LeaveOutAcknowledge);
-    EXPECT_EQ(Decoded(folder / "port.vcd"), frames);
+    ExpectRead(chip, false);
   }
+  ExpectRead(ConnectedChip::Vsk830, true);
 }
 
 /// A port that is not there.
@@ -127,7 +143,7 @@ TEST(PortRecording, IsBoundedShowsNoPortAsUnknownAndIsToldOnceWhenItCannotBeWrit
       RecordingPort port(
           board.cable, row.file, [&](const std::string& text) { told.push_back(text); },
           [] { return 0; }, row.reason == nullptr ? 4 : 100);
-      port.UsePort(0x378);
+      port.UsePort({.base = 0x378});
       for (int i = 0; i < 9; ++i) port.DlPortWritePortUchar(0x378, static_cast<std::uint8_t>(i));
       EXPECT_TRUE(port.DlPortReadPortUchar(0x379).has_value());
     }

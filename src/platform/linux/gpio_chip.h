@@ -1,0 +1,96 @@
+// A chip of GPIO lines, and a line of it, through the kernel's character device (interface v2).
+// Knows nothing of ports and registers.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/linux/port_access.h"
+#include "platform/linux/port_system.h"
+
+/// A descriptor that is closed at the end.
+class Descriptor {
+ public:
+  Descriptor(PortSystem& system, int number) : system_(&system), number_(number) {}
+  Descriptor(Descriptor&& other) noexcept
+      : system_(other.system_), number_(std::exchange(other.number_, -1)) {}
+  Descriptor& operator=(Descriptor&&) = delete;
+  ~Descriptor() {
+    if (number_ >= 0) system_->Close(number_);
+  }
+
+  PortFault Call(const char* name, unsigned long request, void* argument) const {
+    const int result = system_->Ioctl(number_, request, argument);
+    return result < 0 ? PortFault{name, -result} : PortFault{};
+  }
+
+ private:
+  PortSystem* system_;
+  int number_;
+};
+
+/// What a line does at its pin.
+struct LineSetting {
+  bool output = false;
+  bool high = false;  // the level of an output, or to which an input is pulled where it can be
+
+  bool operator==(const LineSetting&) const = default;
+};
+
+/// A line that was requested: nobody else can until it is destroyed. Each method is one system
+/// call.
+class GpioLine {
+ public:
+  explicit GpioLine(Descriptor descriptor) : descriptor_(std::move(descriptor)) {}
+
+  PortFault Configure(LineSetting setting);
+  /// The level of an output.
+  PortFault Set(bool high);
+  /// `high` is untouched when the reading failed.
+  PortFault Get(bool& high) const;
+
+ private:
+  Descriptor descriptor_;
+};
+
+class GpioChip {
+ public:
+  struct Opened {
+    std::unique_ptr<GpioChip> chip = {};  // null: `fault` says why
+    PortFault fault = {};
+  };
+  /// Opens the node and asks for the chip's facts; requests no line. ENOTTY: it is no GPIO chip.
+  static Opened Open(PortSystem& system, const std::string& node);
+
+  std::string node;
+  std::string name;  // the kernel's, "gpiochip0", whatever the node is called
+  std::string label;
+  std::uint32_t lines = 0;
+
+  /// "/dev/gpiochip0 (pinctrl-bcm2835, 54 lines)"
+  std::string Text() const;
+
+  struct LineInfo {
+    std::string name;      // may be empty
+    std::string consumer;  // of a line in use; may be empty
+    bool used = false;
+  };
+  /// `line`: 0 to `lines` - 1.
+  PortFault Look(std::uint32_t line, LineInfo& info) const;
+  /// Takes the line for "isp-writer", with this setting from the first moment on.
+  PortFault Request(std::uint32_t line, LineSetting setting, std::optional<GpioLine>& taken) const;
+
+ private:
+  GpioChip(PortSystem& system, std::string path, int descriptor)
+      : node(std::move(path)), system_(system), descriptor_(system, descriptor) {}
+
+  PortSystem& system_;
+  Descriptor descriptor_;
+};
+
+/// The nodes of all chips, sorted.
+std::vector<std::string> GpioNodes(PortSystem& system);

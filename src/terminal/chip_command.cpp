@@ -1,0 +1,216 @@
+#include "terminal/chip_command.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "image/hex_writer.h"
+#include "platform/files.h"
+#include "terminal/port_words.h"
+#include "text/hex_text.h"
+#include "vsk/entry_parameters.h"
+
+namespace fs = std::filesystem;
+
+namespace terminal {
+namespace {
+
+std::optional<std::int16_t> BoardNumber(const IspBoards& boards, const std::string& text) {
+  std::int16_t number = 0;
+  const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
+  const bool isNumber = read.ec == std::errc() && read.ptr == text.data() + text.size();
+  if (isNumber && number >= 0 && number < boards.BoardCount) return number;
+  if (isNumber) return std::nullopt;
+
+  const auto table = std::span(boards.BoardTable);
+  const auto begins = [&](const IspBoard& board) {
+    return UpperCase(board.name).starts_with(UpperCase(text));
+  };
+  const auto found = std::ranges::find_if(table, begins);
+  if (found == table.end() || std::ranges::count_if(table, begins) > 1) return std::nullopt;
+  return static_cast<std::int16_t>(found - table.begin());
+}
+
+std::string Unwritable(const std::string& file, const Status& status) {
+  return file + ": it cannot be written (" + status.Reason() + ")";
+}
+
+bool IsHexName(const std::string& name) { return UpperCase(name).ends_with(".HEX"); }
+
+}  // namespace
+
+bool ChipCommand::Refuse(int status, const std::string& why) {
+  outcome_.status = status;
+  outcome_.failure = why;
+  return false;
+}
+
+Outcome ChipCommand::Execute() {
+  outcome_.command = line_.name;
+  outcome_.chip = line_.chip;
+  outcome_.simulated = line_.simulated;
+  if (!Prepare()) return outcome_;
+
+  tool_->timing.SpeedFactor = line_.speed;
+  tool_->timing.CalibrateSpeed();
+  if (!Interrupted()) Work();
+
+  // The lines are released and the registers put back before anything is said to be done.
+  tool_.reset();
+  recording_.reset();
+  port_.reset();
+  if (!portProblem_.empty()) Refuse(kNoPort, portProblem_);
+  if (simulated_) {
+    const Status saved = simulated_->SaveFlash();
+    if (!saved.Ok()) Refuse(kBadFile, line_.flash + ": " + saved.Reason());
+  }
+  if (Interrupted()) outcome_.status = kSignalled + with_.signal();
+  if (outcome_.Good() && line_.command == Command::Read) WriteOutput();
+  return outcome_;
+}
+
+bool ChipCommand::Prepare() {
+  if (!CheckOutput()) return false;
+  if (line_.simulated) {
+    simulated_ = std::make_unique<SimulatedPort>(line_);
+    const Status faults = simulated_->SwitchFaultsOn();
+    if (!faults.Ok()) return Refuse(kBadCommandLine, faults.Reason());
+  }
+  OpenPort();
+  return ChooseBoard() && ReadCodes() && OpenFlash() && LoadImages() && HoldThePort();
+}
+
+void ChipCommand::OpenPort() {
+  Directories directories = with_.directories;
+  const auto tell = [this](const std::string& message) { narrator_.Say(message); };
+  if (simulated_) {
+    directories.stateFolder = with_.simulatedStateFolder;
+  } else {
+    FillProgramFolder(directories, tell);
+    port_ =
+        with_.openPort(directories.programFolder / "Initial", [this](const std::string& message) {
+          if (portProblem_.empty()) portProblem_ = InTerminalWords(message);
+        });
+  }
+  PortIo& io = simulated_ ? simulated_->Io() : *port_;
+  if (!with_.recording.empty()) {
+    recording_ = std::make_unique<RecordingPort>(io, PathOf(with_.recording), tell);
+  }
+  tool_ = std::make_unique<Tool>(recording_ ? *recording_ : io, with_.ticks, directories, tell,
+                                 "isp-write");
+  if (recording_) recording_->FollowBoards(tool_->boards);
+}
+
+/// A file that could not be written would be told only when the chip has been read.
+bool ChipCommand::CheckOutput() {
+  if (line_.command != Command::Read) return true;
+  const std::string name = UpperCase(line_.file);
+  if (!name.ends_with(".HEX") && !name.ends_with(".BIN")) {
+    return Refuse(kBadCommandLine, line_.file + ": the file's name must end in .hex or .bin");
+  }
+  const Status writable = CanReplace(PathOf(line_.file));
+  return writable.Ok() || Refuse(kBadFile, Unwritable(line_.file, writable));
+}
+
+bool ChipCommand::ChooseBoard() {
+  tool_->LoadConfiguration([] {});
+  IspBoards& boards = tool_->boards;
+  if (line_.port) tool_->port.PortBase = *line_.port;
+  if (simulated_) {
+    if (!line_.board.empty()) {
+      return Refuse(kBadCommandLine, "--board: the simulated board has a cable of its own");
+    }
+    boards.CurrentBoard = 0;
+    boards.BoardTable[0] = simulator::CableWiring();
+  } else if (!line_.board.empty()) {
+    const auto number = BoardNumber(boards, line_.board);
+    if (!number) {
+      return Refuse(kBadCommandLine, "--board " + line_.board +
+                                         ": no board, or more than one, is called so; \"isp-write "
+                                         "boards\" lists them");
+    }
+    boards.CurrentBoard = *number;
+  }
+  outcome_.board = boards.InUse().name;
+  outcome_.port = HexText(tool_->port.PortBase);
+  return boards.InUse().Complete() || Refuse(kBadFile, boards.MissingWiring());
+}
+
+bool ChipCommand::ReadCodes() {
+  if (!line_.model) return true;
+  auto& params = tool_->frames.IspParams;
+  const fs::path file = line_.codes.empty()
+                            ? tool_->directories.programFolder / "Initial" / "security.cod"
+                            : PathOf(line_.codes);
+  if (simulated_ && line_.codes.empty()) {
+    const simulator::VskIdentity identity;
+    params[0] = identity.address;
+    params[1] = static_cast<std::int16_t>(identity.codes.size());
+    std::copy(identity.codes.begin(), identity.codes.end(), params.begin() + 2);
+    return true;
+  }
+  const auto content = ReadFile(file, params.size());
+  if (content->empty()) {
+    return Refuse(kBadFile, "no security codes: " + PathText(file) + " " +
+                                (content.Ok() ? "is empty" : "(" + content.Reason() + ")") +
+                                ". Enter them once in the window that isp-writer shows at its "
+                                "first start, or name a file with --codes");
+  }
+  fileop::ReadSecurityFile(file, params);
+  const bool whole = params[1] >= 1 && params[1] <= tongxun::kMostCodes &&
+                     content->size() >= static_cast<std::size_t>(params[1]) + 2;
+  return whole || Refuse(kBadFile, PathText(file) + ": it is no file of security codes");
+}
+
+bool ChipCommand::OpenFlash() {
+  const Status loaded = simulated_ ? simulated_->LoadFlash() : Status();
+  return loaded.Ok() || Refuse(kBadFile, line_.flash + ": " + loaded.Reason());
+}
+
+bool ChipCommand::LoadImages() {
+  bool loaded = false, noted = false;
+  if (line_.model) {
+    vsk_ = std::make_unique<VskJob>(*tool_, line_, narrator_, [this] { return Interrupted(); });
+    loaded = vsk_->Load(outcome_);
+    noted = vsk_->Noted();
+  } else {
+    rtd_ = std::make_unique<RtdJob>(*tool_, line_, narrator_);
+    loaded = rtd_->Load(outcome_);
+    noted = rtd_->Noted();
+  }
+  if (!loaded) return Refuse(kBadFile, "the file was not taken");
+  if (noted && line_.strict) return Refuse(kBadFile, "--strict: the file is not as it was meant");
+  return true;
+}
+
+bool ChipCommand::HoldThePort() {
+  if (simulated_ && line_.flash.empty()) return true;
+  std::error_code missing;
+  const std::string flash = PathText(fs::absolute(PathOf(line_.flash), missing));
+  const std::string what =
+      simulated_ ? "flash-" + std::to_string(loadfile::ContentHash(flash)) : outcome_.port;
+  alone_ = HoldAlone("isp-write-" + what);
+  if (alone_) return true;
+  return Refuse(simulated_ ? kBadFile : kNoPort,
+                (simulated_ ? line_.flash : "port " + outcome_.port) +
+                    " is in use by another isp-write: wait for its end, or end it");
+}
+
+void ChipCommand::Work() {
+  if (vsk_) {
+    vsk_->Run(outcome_);
+  } else {
+    rtd_->Run(outcome_);
+  }
+  tool_->port.StillThere();  // one that has gone meanwhile is told
+}
+
+void ChipCommand::WriteOutput() {
+  const auto& cells = vsk_->Cells();
+  const std::string content = IsHexName(line_.file)
+                                  ? loadfile::HexFileText(vsk_->Range().first, cells)
+                                  : std::string(cells.begin(), cells.end());
+  const Status written = ReplaceFile(PathOf(line_.file), content);
+  if (!written.Ok()) Refuse(kBadFile, Unwritable(line_.file, written));
+}
+
+}  // namespace terminal

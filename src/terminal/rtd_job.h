@@ -1,0 +1,36 @@
+// What a command does with an RTD2120: the writer's own run in the windows' order.
+#pragma once
+
+#include "terminal/command_line.h"
+#include "terminal/narrator.h"
+#include "terminal/outcome.h"
+#include "terminal/terminal_view.h"
+#include "tool/tool.h"
+
+namespace terminal {
+
+class RtdJob {
+ public:
+  RtdJob(Tool& tool, const CommandLine& line, Narrator& narrator)
+      : tool_(tool), line_(line), narrator_(narrator), view_(narrator) {}
+
+  /// Loads the images that the command needs; touches no port. False when a file was refused, or
+  /// holds nothing that the chip could be programmed with: that has been told.
+  bool Load(Outcome& outcome);
+  /// Leaves ISP mode at the end, whatever happened.
+  void Run(Outcome& outcome);
+
+  /// Of a file that was loaded: it is not as its maker meant.
+  bool Noted() const { return view_.noted; }
+  const std::vector<ImageFacts>& Facts() const { return view_.banks; }
+
+ private:
+  bool Load(const std::string& file, tongxun2120::Bank bank, Outcome& outcome);
+
+  Tool& tool_;
+  const CommandLine& line_;
+  Narrator& narrator_;
+  RtdTerminalView view_;
+};
+
+}  // namespace terminal

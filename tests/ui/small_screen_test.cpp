@@ -1,0 +1,46 @@
+// The windows on a screen that has no space for all of them.
+#include "ui/window_test.h"
+
+namespace {
+
+/// Read when the application begins: Qt's offscreen screen has 800 x 800 pixels, 400 x 400 then.
+const bool halved = qputenv("QT_SCALE_FACTOR", "2");
+
+}  // namespace
+
+class SmallScreenTest : public WindowTest {
+  Q_OBJECT
+
+ private slots:
+  void initTestCase() { QCOMPARE(QGuiApplication::primaryScreen()->size(), QSize(400, 400)); }
+
+  void theyScrollToTheLastControlAndTheFirstHasTheFocus() {
+    struct Row {
+      const char* launcherButton;
+      NamedWindow window;
+      const char *first, *last;
+    };
+    for (const Row& row : {Row{"Command1", kVskWriter, "Command1", "Label2"},
+                           Row{"Command3", kRtdWriter, "Com64K", "Run"},
+                           Row{"Command1", kSettings, "Text3", "Text3"}}) {
+      StartWriter(row.launcherButton, simulator::ConnectedChip::None);
+      if (row.window.name == kSettings.name) kVskWriter.Choose("about");
+      const QWidget* shown = row.window.Shown();
+      QVERIFY2(shown->screen()->availableGeometry().contains(shown->frameGeometry()),
+               row.window.name);
+      row.window.Activate();
+      QCOMPARE(shown->focusWidget(), row.window.Find(row.first));  // not the scroll area
+      const auto* scroll = shown->findChild<QScrollArea*>();
+      QVERIFY2(scroll != nullptr, row.window.name);
+      const auto* last = row.window.Find(row.last);
+      QVERIFY2(last->visibleRegion().isEmpty(), row.window.name);
+      for (auto* bar : {scroll->horizontalScrollBar(), scroll->verticalScrollBar()}) {
+        bar->setValue(bar->maximum());
+      }
+      QVERIFY2(last->visibleRegion().boundingRect() == last->rect(), row.window.name);
+    }
+  }
+};
+
+QTEST_MAIN(SmallScreenTest)
+#include "small_screen_test.moc"
