@@ -6,10 +6,10 @@
 #include <memory>
 #include <numeric>
 
-#include "image/readers.h"
 #include "support/images.h"
 #include "support/temp_folder.h"
 #include "support/transcript.h"
+#include "vsk/vsk_load.h"
 
 namespace {
 

@@ -1,6 +1,7 @@
 #include "bus/bus_timing.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace tongxun {
@@ -12,11 +13,33 @@ using std::chrono::nanoseconds;
 constexpr std::uint32_t kCalibration_ms = 1000;
 // Short enough to lie between two moments in which another process has the processor, long enough
 // for the clock's own reading to be lost in it.
-constexpr std::int64_t kBurst = 20'000;
+constexpr std::int64_t kBurst = 10'000;
+constexpr std::chrono::milliseconds kBetweenBursts{1};  // so that they tell of the whole second
+// One burst in so many may be shorter than the one that counts. The shortest is not the usual one
+// where the processor is quicker now and then. The middle one might be a disturbed one, and a bus
+// that was measured with it too fast.
+constexpr std::size_t kQuickShare = 8;
 // What a bit delay grows by with each unit of `SpeedFactor`. The default factor, 2, then gives 70
 // kHz on a port whose access takes 1 us, and read bits, which have only three delays, stay below
 // 100 kHz.
 constexpr double kDelayPerFactor_ns = 1250;
+
+class BurstTimes {
+ public:
+  void Add(nanoseconds time) {
+    if (count_ < times_.size()) times_[count_++] = time;
+  }
+  /// To be called last: it changes their order.
+  nanoseconds Usual() {
+    const auto usual = times_.begin() + count_ / kQuickShare;
+    std::nth_element(times_.begin(), usual, times_.begin() + count_);
+    return *usual;
+  }
+
+ private:
+  std::array<nanoseconds, 1024> times_{};  // more than there are in a calibration's second
+  std::size_t count_ = 0;
+};
 
 }  // namespace
 
@@ -33,12 +56,17 @@ void BusTiming::WaitMilliseconds(std::uint32_t duration_ms) {
 void BusTiming::CalibrateSpeed() {
   std::uint32_t now = ticks_.GetTickCount();
   const std::uint32_t begin = now;
-  auto leastBurst = nanoseconds::max();
-  // While another process has the processor nothing is counted and a burst takes longer. So the
-  // largest count and the shortest burst are the undisturbed ones.
+  BurstTimes bursts;
+  nanoseconds nextBurst = ticks_.FineTime();
+  // A tick of bursts and a tick of readings, in turns. While another process has the processor
+  // nothing is counted, so the largest count is the undisturbed one.
   TickPollCount = 0;
   while (now - begin < kCalibration_ms) {
-    leastBurst = std::min(leastBurst, TimeBurst());
+    for (const std::uint32_t tick = now; now == tick; now = ticks_.GetTickCount()) {
+      if (ticks_.FineTime() < nextBurst) continue;
+      bursts.Add(TimeBurst());
+      nextBurst = ticks_.FineTime() + kBetweenBursts;
+    }
     TickPollCount = std::max(TickPollCount, PollOneTick(now));
   }
   TickPollCount = std::max(TickPollCount, PollOneTick(now));
@@ -49,10 +77,11 @@ void BusTiming::CalibrateSpeed() {
   BitDelayCount = unit * SpeedFactor;
   incrementsPerStep_ = 1;
   const std::int32_t steps = BitDelayCount - 1;
-  if (steps < 1 || leastBurst == nanoseconds::max()) return;
+  const nanoseconds usual = bursts.Usual();
+  if (steps < 1 || usual == nanoseconds::max()) return;
   // The steps of a bit delay together take its time, however many they are: many short ones where
   // the tick counter is quick to read, few long ones where it is slow.
-  const double increments_per_ns = kBurst / static_cast<double>(leastBurst.count());
+  const double increments_per_ns = kBurst / static_cast<double>(usual.count());
   incrementsPerStep_ = increments_per_ns * kDelayPerFactor_ns * SpeedFactor / steps;
 }
 

@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QScreen>
 #include <QShortcut>
+#include <utility>
 
 #include "platform/files.h"
 #include "ui/manual.h"
@@ -92,7 +93,6 @@ void Main::Init830And630() {
   tool_.isp.ChipSelect = VskChip::Vsk830;
   tool_.vskWriter.IspOperate = RunChoice::Program;
   tool_.timing.SpeedFactor = 2;
-  CreateForm1();  // the calibration writes into its data display
   tool_.timing.CalibrateSpeed();
   tool_.vskImages.CodeBuffer.fill(0xFF);
   tool_.vskWriter.LoadPage = 0;
@@ -124,6 +124,10 @@ void Main::CreateForm1() {
         WriterState = OpenWriter::None;
         form1_.release()->deleteLater();
       });
+  // The first one shows what was measured before it was there.
+  if (std::exchange(showsCalibration_, false)) {
+    form1_->ShowCalibration(tool_.timing.TickPollCount);
+  }
 }
 
 void Main::OpenVskWriter(VskChip chip) {

@@ -58,7 +58,8 @@ class Main final : public QWidget {
   std::array<QPushButton*, kVskModels.size()> vskButtons_{};
   QPushButton* rtdButton_ = nullptr;
   QPushButton* exitButton_ = nullptr;
-  std::unique_ptr<Form1> form1_;  // hidden from start-up until the launcher shows it
+  std::unique_ptr<Form1> form1_;
+  bool showsCalibration_ = true;  // the next VSK writer, when it opens
   std::unique_ptr<Form2> form2_;
   std::unique_ptr<RTD2120Write> rtdWrite_;
   std::unique_ptr<Form3> form3_;

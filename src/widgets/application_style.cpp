@@ -4,7 +4,7 @@
 #include <QAccessibleWidget>
 #include <QApplication>
 #include <QDir>
-#include <QIcon>
+#include <QIconEngine>
 #include <QPlainTextEdit>
 #include <QProxyStyle>
 #include <QStyleOption>
@@ -86,13 +86,30 @@ QAccessibleInterface* InterfaceFor(const QString& className, QObject* object) {
   return plainWindow ? new QAccessibleWidget(widget, QAccessible::Window) : nullptr;
 }
 
-/// One picture a size, so that none is scaled.
-QIcon ProgramIcon() {
-  QIcon icon;
-  const QDir pictures(QStringLiteral(":/icon"));
-  for (const QString& name : pictures.entryList()) icon.addFile(pictures.filePath(name));
-  return icon;
-}
+/// One picture a size, so that none is scaled. They are decoded when one is asked for: that takes
+/// longer than all controls of the launcher.
+class ProgramIcon final : public QIconEngine {
+ public:
+  void paint(QPainter* painter, const QRect& at, QIcon::Mode mode, QIcon::State state) override {
+    Pictures().paint(painter, at, Qt::AlignCenter, mode, state);
+  }
+  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+    return Pictures().pixmap(size, 1, mode, state);  // in pixels of the screen, not of the windows
+  }
+  QList<QSize> availableSizes(QIcon::Mode mode, QIcon::State state) override {
+    return Pictures().availableSizes(mode, state);
+  }
+  QIconEngine* clone() const override { return new ProgramIcon; }
+
+ private:
+  QIcon& Pictures() {
+    if (!pictures_.isNull()) return pictures_;
+    const QDir folder(QStringLiteral(":/icon"));
+    for (const QString& name : folder.entryList()) pictures_.addFile(folder.filePath(name));
+    return pictures_;
+  }
+  QIcon pictures_;
+};
 
 }  // namespace
 
@@ -104,7 +121,7 @@ void DrawBorderLine(QPainter& painter, const QPalette& palette, const QRectF& re
 
 void ApplyApplicationStyle() {
   QAccessible::installFactory(InterfaceFor);
-  QApplication::setWindowIcon(ProgramIcon());
+  QApplication::setWindowIcon(QIcon(new ProgramIcon));
   QApplication::setStyle(new ToolStyle);
   QApplication::setPalette(LightPalette());
   QFont font;

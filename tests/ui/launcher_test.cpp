@@ -43,8 +43,6 @@ class LauncherTest : public WindowTest {
     Start();
     kLauncher.Press("Command1");
     QWidget* writer = kVskWriter.Shown();
-    const auto count = desk_->tool.timing.TickPollCount;
-    QCOMPARE(kVskWriter.Text("Text1"), QStringLiteral(" %1").arg(count));
     kLauncher.Press("Command2");
     QCOMPARE(kVskWriter.Shown(), writer);
     QCOMPARE(desk_->tool.isp.ChipSelect, VskChip::Vsk630);
@@ -60,7 +58,30 @@ class LauncherTest : public WindowTest {
     QVERIFY(kVskWriter.Shown() == nullptr);
     kLauncher.Press("Command1");
     QCOMPARE(desk_->tool.isp.ChipSelect, VskChip::Vsk830);
-    QCOMPARE(kVskWriter.Text("Text1"), QString());
+  }
+
+  /// The first VSK writer shows the last calibration, also one made before it was there, and each
+  /// one those that are made while it is open.
+  void theVskWriterShowsTheCalibration() {
+    Start();
+    auto& timing = desk_->tool.timing;
+    QVERIFY(timing.TickPollCount > 0);
+    for (const bool first : {true, false}) {
+      if (!first) kVskWriter.Shown()->close();
+      kLauncher.Press("Command1");
+      QCOMPARE(kVskWriter.Text("Text1"),
+               first ? QStringLiteral(" %1").arg(timing.TickPollCount) : QString());
+      timing.Calibrated(4711);
+      QCOMPARE(kVskWriter.Text("Text1"), QStringLiteral(" 4711"));
+    }
+
+    init();
+    Start();
+    kLauncher.Press("Command3");
+    desk_->tool.timing.TickPollCount = 815;
+    desk_->tool.timing.Calibrated(815);
+    kLauncher.Press("Command1");
+    QCOMPARE(kVskWriter.Text("Text1"), QStringLiteral(" 815"));
   }
 
   void oneWriterAtATime() {
