@@ -56,21 +56,24 @@ void VskWriter::Run(IspView& view) {
     case RunChoice::EraseAll:
       return TellRun({.operation = "Erase All", .result = isp_.DoEraseAll(view)});
     case RunChoice::Program:
-      if (!images_.CodeLoaded) return view.ShowMessage("the hexfile is not load");
-      if (ImageIsMeant(view)) TellRun(ProgramImage(view));
+      if (ImageIsLoaded(view) && ImageIsMeant(view)) TellRun(ProgramImage(view));
       return;
     case RunChoice::PageRead:
       LoadPageView = false;
       ReadPageView = true;
       return isp_.DoPageRead(ReadPage, view);
     case RunChoice::PageLoad:
-      if (PrepareLoadPage(view)) ShowLoadPage(view);
-      return;
+      return DoPageLoad(view);
     case RunChoice::NextPage:
       return ShowNeighbour(+1, view);
     case RunChoice::PreviousPage:
       return ShowNeighbour(-1, view);
   }
+}
+
+bool VskWriter::ImageIsLoaded(IspView& view) const {
+  if (!images_.CodeLoaded) view.ShowMessage("the hexfile is not load");
+  return images_.CodeLoaded;
 }
 
 /// Asks when a file of the image has changed since it was loaded.
@@ -96,17 +99,14 @@ RunLine VskWriter::ProgramImage(IspView& view) {
   return line;
 }
 
-bool VskWriter::PrepareLoadPage(IspView& view) {
-  if (!images_.CodeLoaded) {
-    view.ShowMessage("the hexfile is not load");
-    return false;
-  }
+void VskWriter::DoPageLoad(IspView& view) {
+  if (!ImageIsLoaded(view)) return;
   ReadPageView = false;
   LoadPageView = true;
   const auto page = AskPageNumber(view);
-  if (!page) return false;
+  if (!page) return;
   LoadPage = *page;
-  return true;
+  ShowLoadPage(view);
 }
 
 /// Shows the page `step` (+1 or -1) further in the active view, within 0..255.

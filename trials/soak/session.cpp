@@ -11,10 +11,10 @@
 #include <array>
 #include <stdexcept>
 
+#include "session/by_name.h"
 #include "soak/image_files.h"
 #include "soak/verdict.h"
 #include "text/hex_text.h"
-#include "widgets/by_name.h"
 
 namespace {
 
