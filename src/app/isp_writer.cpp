@@ -11,7 +11,7 @@
 #include "tool/tool.h"
 #include "ui/launcher.h"
 #include "widgets/application_style.h"
-#include "widgets/problem_box.h"
+#include "widgets/dialogs.h"
 
 namespace {
 

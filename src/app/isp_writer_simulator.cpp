@@ -7,14 +7,14 @@
 #include <QApplication>
 #include <memory>
 
-#include "app/demo_session.h"
 #include "app/options.h"
+#include "session/demo_session.h"
 #include "simulator/simulated_board.h"
 #include "simulator_window/board_window.h"
 #include "tool/tool.h"
 #include "ui/launcher.h"
 #include "widgets/application_style.h"
-#include "widgets/problem_box.h"
+#include "widgets/dialogs.h"
 
 int main(int argc, char** argv) {
   if (AnswerOption(

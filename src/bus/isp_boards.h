@@ -14,6 +14,9 @@ struct LineSpec {
   std::int32_t address = 0;  // register address as the board file gives it; stored only
   bool polarity = false;     // true: "+" in the board file, or anything but "-"
   std::int16_t mask = 0;     // the line's bit, 1..255; 0 for a line that the board file left open
+
+  /// The level that an output has at this value of its register; the opposite of an input's.
+  bool Level(std::uint8_t value) const { return ((value & mask) != 0) == polarity; }
 };
 
 /// One row of the board table.

@@ -25,8 +25,6 @@ std::string Declarations() {
   return text;
 }
 
-bool IsSet(std::uint8_t value, const LineSpec& line) { return (value & line.mask) != 0; }
-
 }  // namespace
 
 std::uint64_t RecordingPort::SteadyTime() {
@@ -78,7 +76,7 @@ void RecordingPort::Note(std::uint32_t port, std::optional<std::uint8_t> value) 
   const IspBoard* board = boards_ == nullptr ? nullptr : &boards_->InUse();
   const auto role = static_cast<PortRegister>(which);
   if (role == PortRegister::Status && value && board != nullptr) {
-    sda_ = IsSet(*value, board->SdaIn) != board->SdaIn.polarity;
+    sda_ = !board->SdaIn.Level(*value);
   }
   EndClockRise();
   time_ns_ = now_ns;
@@ -100,9 +98,9 @@ void RecordingPort::WriteRegister(std::size_t which, std::optional<std::uint8_t>
 void RecordingPort::NoteLines(PortRegister which, std::uint8_t value, const IspBoard& board) {
   const bool wasHigh = scl_;
   if (which == PortRegister::Data) {
-    drivenSda_ = sda_ = IsSet(value, board.SdaOut) == board.SdaOut.polarity;
+    drivenSda_ = sda_ = board.SdaOut.Level(value);
   } else if (which == PortRegister::Control) {
-    scl_ = IsSet(value, board.SclOut) == board.SclOut.polarity;
+    scl_ = board.SclOut.Level(value);
     clockRises_ = scl_ && !wasHigh;
     if (clockRises_) return;
   }

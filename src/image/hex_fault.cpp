@@ -7,12 +7,6 @@ namespace loadfile {
 namespace {
 
 constexpr std::string_view kLineBreaks = "\r\n";
-constexpr const char* kLineFeedAdvice =
-    "convert the file to line ends of carriage return and line feed, for example with unix2dos";
-constexpr const char* kCarriageReturnAdvice =
-    "convert the file to line ends of carriage return and line feed, for example with mac2unix and "
-    "then unix2dos";
-constexpr const char* kUpperCaseAdvice = "its digits a-f must be in upper case, A-F";
 
 std::string Shown(char c) {
   if (c == '\r') return "a carriage return";
@@ -63,12 +57,10 @@ std::string WrongLineEnds(std::string_view text) {
   const bool lineFeeds = text.find('\n') != std::string_view::npos;
   if (carriageReturns == lineFeeds) return {};
   return std::string("the file's lines end with a ") +
-         (lineFeeds ? "line feed" : "carriage return") + " only; " +
-         (lineFeeds ? kLineFeedAdvice : kCarriageReturnAdvice);
-}
-
-bool HasLowerCaseDigits(std::string_view text) {
-  return text.find_first_of("abcdef") != std::string_view::npos;
+         (lineFeeds ? "line feed" : "carriage return") +
+         " only; convert the file to line ends of carriage return and line feed, for example "
+         "with " +
+         (lineFeeds ? "unix2dos" : "mac2unix and then unix2dos");
 }
 
 /// The line end before `record` as a fault of its own; `record` when it is as it should be. A
@@ -133,8 +125,9 @@ std::string Explain(const HexFault& fault, std::string_view text, std::int32_t l
   const bool shifted = !lineEnds.empty() && text.find_first_of(kLineBreaks) < fault.at;
   if (shifted || (!lineEnds.empty() && fault.kind == HexFault::Kind::LineEnd)) {
     const std::size_t firstEnd = text.find_first_of(kLineBreaks);
+    const bool lowerCase = text.find_first_of("abcdef") != std::string_view::npos;
     return Place(text, firstEnd) + lineEnds +
-           (HasLowerCaseDigits(text) ? std::string("; and ") + kUpperCaseAdvice : std::string());
+           (lowerCase ? "; and its digits a-f must be in upper case, A-F" : "");
   }
   std::string problem = BadBeginning(text, fault.record);
   if (problem.empty()) problem = OwnFault(fault, text, lastCell);

@@ -31,13 +31,10 @@ const Format kHex{.isText = true, .largest = kLargestHex, .check = CheckHex, .st
 const Format kBinary{
     .isText = false, .largest = kLargestBinary, .check = TakeAnything, .store = StoreBinary};
 
-bool IsShown(std::string_view name, std::string_view filters) {
-  // Each description ends with its pattern in parentheses, which stands again behind it.
-  for (std::size_t at = 0; (at = filters.find("|*", at)) != std::string_view::npos; ++at) {
-    const std::string_view ending = filters.substr(at + 2, filters.find('|', at + 2) - at - 2);
-    if (UpperCase(name).ends_with(UpperCase(ending))) return true;
-  }
-  return false;
+bool IsShown(std::string_view name, Formats formats) {
+  return std::ranges::any_of(formats, [&](const FormatRow& each) {
+    return UpperCase(name).ends_with("." + std::string(each.ending));
+  });
 }
 
 const Format& FormatOf(std::string_view name, Formats formats) {

@@ -37,21 +37,19 @@ extern const Format kBinary;
 /// format, and all others in the last row's.
 struct FormatRow {
   std::string_view ending;  // upper case
+  const char* filter;       // of the file dialog
   const Format* format;
 };
 using Formats = std::span<const FormatRow>;
-inline constexpr std::array<FormatRow, 2> kOneFileFormats{{{"HEX", &kHex}, {"BIN", &kBinary}}};
-inline constexpr std::array<FormatRow, 2> kPairFormats{{{"H00", &kHex}, {"B00", &kBinary}}};
+/// Of an image in one file, and of the first file of a two-bank pair.
+inline constexpr std::array<FormatRow, 2> kOneFileFormats{
+    {{"HEX", "Hexfile (*.hex)", &kHex}, {"BIN", "Binfile (*.bin)", &kBinary}}};
+inline constexpr std::array<FormatRow, 2> kPairFormats{
+    {{"H00", "H00file (*.H00)", &kHex}, {"B00", "B00file (*.B00)", &kBinary}}};
 
 const Format& FormatOf(std::string_view name, Formats formats);
-
-/// The filter lists for the same names: of an image in one file, and of the first file of a
-/// two-bank pair.
-inline constexpr std::string_view kOneFileFilters = "Hexfile (*.hex)|*.hex|Binfile (*.bin)|*.bin";
-inline constexpr std::string_view kPairFilters = "H00file (*.H00)|*.H00|B00file (*.B00)|*.B00";
-
-/// Whether a file of this name is one of those that a filter list shows, in either case.
-bool IsShown(std::string_view name, std::string_view filters);
+/// Whether a filter shows a file of this name, in either case.
+bool IsShown(std::string_view name, Formats formats);
 
 /// What a file that does not exist is, unless it is a text: that is refused.
 enum class Missing { Refused, Empty };

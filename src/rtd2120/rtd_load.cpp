@@ -4,20 +4,6 @@
 
 #include "text/hex_text.h"
 
-namespace loadfile {
-
-std::optional<LoadedFile> ReadRtdHexFile(const std::string& name, tongxun2120::RtdImages& images,
-                                         WriterView& view) {
-  return ReadImage(name, kHex, {images.RtdLoadBuffer, images.RtdLoadMax}, view);
-}
-
-std::optional<LoadedFile> ReadRtdBinFile(const std::string& name, tongxun2120::RtdImages& images,
-                                         WriterView& view) {
-  return ReadImage(name, kBinary, {images.RtdLoadBuffer, images.RtdLoadMax}, view);
-}
-
-}  // namespace loadfile
-
 namespace tongxun2120 {
 
 void Load_RTD2120_NormalFile(const std::string& name, Bank bank, RtdImages& images, RtdView& view) {

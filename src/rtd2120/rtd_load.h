@@ -1,7 +1,6 @@
 // The load command of the RTD2120 writer window.
 #pragma once
 
-#include <optional>
 #include <string>
 
 #include "image/readers.h"
@@ -18,11 +17,14 @@ void Load_RTD2120_NormalFile(const std::string& name, Bank bank, RtdImages& imag
 
 namespace loadfile {
 
-/// Fill `RtdLoadBuffer` and `RtdLoadMax`. Nothing when the file was refused; nothing has changed
-/// then.
-std::optional<LoadedFile> ReadRtdHexFile(const std::string& name, tongxun2120::RtdImages& images,
-                                         WriterView& view);
-std::optional<LoadedFile> ReadRtdBinFile(const std::string& name, tongxun2120::RtdImages& images,
-                                         WriterView& view);
+// Fill `RtdLoadBuffer` and `RtdLoadMax`.
+inline auto ReadRtdHexFile(const std::string& name, tongxun2120::RtdImages& images,
+                           WriterView& view) {
+  return ReadImage(name, kHex, {images.RtdLoadBuffer, images.RtdLoadMax}, view);
+}
+inline auto ReadRtdBinFile(const std::string& name, tongxun2120::RtdImages& images,
+                           WriterView& view) {
+  return ReadImage(name, kBinary, {images.RtdLoadBuffer, images.RtdLoadMax}, view);
+}
 
 }  // namespace loadfile

@@ -1,22 +1,15 @@
 #include "simulator/cable.h"
 
 namespace simulator {
-namespace {
-
-bool Level(std::uint8_t value, const LineSpec& line) {
-  return ((value & line.mask) != 0) == line.polarity;
-}
-
-}  // namespace
 
 void Cable::DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) {
   ++accesses_;
   switch (static_cast<PortRegister>(port - portBase_)) {
     case PortRegister::Data:
-      masterSda_ = Level(value, wiring_.SdaOut);
+      masterSda_ = wiring_.SdaOut.Level(value);
       break;
     case PortRegister::Control:
-      masterScl_ = Level(value, wiring_.SclOut);
+      masterScl_ = wiring_.SclOut.Level(value);
       break;
     default:
       return;

@@ -40,15 +40,14 @@ std::size_t FlashModel::AddressOf(const QModelIndex& index) const {
 
 QVariant FlashModel::data(const QModelIndex& index, int role) const {
   const bool characters = index.column() == kBytesPerRow;
+  const std::size_t address = AddressOf(index);
   if (role == Qt::DisplayRole) {
-    const std::size_t address = AddressOf(index);
     return characters ? Characters(address - kBytesPerRow) : PaddedHex(shown_[address], 2);
   }
   if (role == Qt::TextAlignmentRole) {
     return QVariant(Qt::AlignVCenter | (characters ? Qt::AlignLeft : Qt::AlignHCenter));
   }
   if (characters) return {};
-  const std::size_t address = AddressOf(index);
   const bool changed = shown_[address] != before_[address];
   if (role == Qt::BackgroundRole && changed) return kChanged;
   if (role == Qt::AccessibleDescriptionRole && changed) return QStringLiteral("changed");

@@ -23,6 +23,14 @@ FilePlaces PlacesOf(const Directories& directories) {
   return {directories.programFolder, std::filesystem::exists(own, unreadable) ? own : delivered};
 }
 
+/// What opens the writer for a model of `kVskModels`, in their order.
+struct VskButton {
+  const char* name;
+  int topTwips;
+};
+constexpr VskButton kVskButtons[] = {{"Command1", 480}, {"Command2", 1440}};
+static_assert(std::size(kVskButtons) == kVskModels.size(), "each model has its button");
+
 }  // namespace
 
 Main::Main(Tool& tool) : tool_(tool), places_(PlacesOf(tool.directories)) {
@@ -37,13 +45,7 @@ Main::Main(Tool& tool) : tool_(tool), places_(PlacesOf(tool.directories)) {
 
 Main::~Main() { tool_.timing.Calibrated = nullptr; }
 
-const Main::VskButton Main::kVskButtons[] = {
-    {"Command1", 480, &Main::Command1_Click},
-    {"Command2", 1440, &Main::Command2_Click},
-};
-
 void Main::CreateButtons() {
-  static_assert(std::size(kVskButtons) == kVskModels.size(), "each model has its button");
   const auto add = [this](const char* name, const QString& caption, int topTwips) {
     return AddButton(this, name, caption, {600, topTwips, 2175, 615});
   };
@@ -59,8 +61,9 @@ void Main::Connect() {
   const auto onClick = [this](QPushButton* button, void (Main::*handler)()) {
     connect(button, &QPushButton::clicked, this, Asked(this, handler));
   };
-  for (std::size_t i = 0; i < kVskModels.size(); ++i) {
-    onClick(vskButtons_[i], kVskButtons[i].clicked);
+  for (std::size_t i = 0; i < vskButtons_.size(); ++i) {  // Command1_Click, Command2_Click
+    const auto open = [this, i] { OpenVskWriter(static_cast<VskChip>(i)); };
+    connect(vskButtons_[i], &QPushButton::clicked, this, Asked(this, open));
   }
   onClick(rtdButton_, &Main::Command3_Click);
   onClick(exitButton_, &Main::Command4_Click);
@@ -72,10 +75,6 @@ void Main::Connect() {
     if (form1_) form1_->ShowCalibration(tickPollCount);
   };
 }
-
-void Main::Command1_Click() { OpenVskWriter(VskChip::Vsk830); }
-
-void Main::Command2_Click() { OpenVskWriter(VskChip::Vsk630); }
 
 void Main::Command4_Click() { QCoreApplication::exit(); }
 

@@ -28,19 +28,9 @@ class Main final : public QWidget {
   void closeEvent(QCloseEvent* event) override;
 
  private:
-  /// What opens the writer for a model of `kVskModels`.
-  struct VskButton {
-    const char* name;
-    int topTwips;
-    void (Main::*clicked)();
-  };
-  static const VskButton kVskButtons[];
-
   void CreateButtons();
   void Connect();
   void Form_Load();
-  void Command1_Click();  // VSK830V
-  void Command2_Click();  // VSK630V
   void Command3_Click();  // RTD2120
   void Command4_Click();  // EXIT
   void Form_Unload();

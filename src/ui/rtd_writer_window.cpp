@@ -77,7 +77,7 @@ void RTD2120Write::Run_Click() {
 
 void RTD2120Write::ChooseAndLoad(Bank bank) {
   const ThreadHold hold;
-  Load(ChooseFile(loadfile::kOneFileFilters), bank);
+  Load(ChooseFile(loadfile::kOneFileFormats), bank);
 }
 
 void RTD2120Write::Load(const std::string& file, Bank bank) {
@@ -90,7 +90,7 @@ RTD2120Write::LoadCommand RTD2120Write::LoadCommandAt(QPoint place) {
     const QRect box = banks_[static_cast<std::size_t>(bank)].file->geometry();
     if (place.y() >= box.top() && place.y() <= box.bottom()) {
       return {[this, bank](const std::string& file) { Load(file, bank); },
-              loadfile::kOneFileFilters};
+              loadfile::kOneFileFormats};
     }
   }
   return {};
@@ -122,16 +122,13 @@ void RTD2120Write::CreateBankRows() {
     const Row& row = kRows[index];
     BankBoxes& boxes = banks_[index];
     const QString suffix = QStringLiteral(" of bank %1").arg(index + 1);
-    boxes.file = AddTextBox(surface_, row.file, QStringLiteral("File Name") + suffix,
-                            {120, row.top, 4935, 375});
+    boxes.file = AddReadOnlyBox(surface_, row.file, QStringLiteral("File Name") + suffix,
+                                {120, row.top, 4935, 375});
     boxes.maximumAddress =
-        AddTextBox(surface_, row.maximumAddress, QStringLiteral("Max Address") + suffix,
-                   {5160, row.top, 735, 375});
-    boxes.checksum = AddTextBox(surface_, row.checksum, QStringLiteral("CheckSum") + suffix,
-                                {6000, row.top, 855, 375});
-    for (QLineEdit* box : {boxes.file, boxes.maximumAddress, boxes.checksum}) {
-      box->setReadOnly(true);
-    }
+        AddReadOnlyBox(surface_, row.maximumAddress, QStringLiteral("Max Address") + suffix,
+                       {5160, row.top, 735, 375});
+    boxes.checksum = AddReadOnlyBox(surface_, row.checksum, QStringLiteral("CheckSum") + suffix,
+                                    {6000, row.top, 855, 375});
     boxes.load =
         AddButton(surface_, row.button, QLatin1String(row.caption), {6960, row.top, 1215, 375});
     boxes.load->setAccessibleDescription(
@@ -140,12 +137,8 @@ void RTD2120Write::CreateBankRows() {
 }
 
 void RTD2120Write::CreateStatus() {
-  writeStatus_ = new QPlainTextEdit(surface_);
-  writeStatus_->setObjectName(QStringLiteral("WriteStatus"));
-  writeStatus_->setAccessibleName(QStringLiteral("Write status"));
-  writeStatus_->setReadOnly(true);
-  writeStatus_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-  Place(writeStatus_, {120, 1920, 3735, 3375});
+  writeStatus_ = AddTextDisplay(surface_, "WriteStatus", QStringLiteral("Write status"),
+                                {120, 1920, 3735, 3375});
   announcer_ = new Announcer(writeStatus_);
 }
 

@@ -11,22 +11,19 @@ namespace {
 
 struct Row {
   const char* label;
-  QString caption;
-  QString range;
+  const char* caption;
+  const char* range;
 };
 
 // A full-width colon (U+FF1A) ends all captions but the first.
-const std::array<Row, 6>& Rows() {
-  static const std::array<Row, 6> rows{{
-      {"Label2", QStringLiteral("Slave Address:"), QStringLiteral(" (00-FF)")},
-      {"Label3", QStringLiteral("Nember Of Security Codes："), QStringLiteral(" (01-04)")},
-      {"Label4", QStringLiteral("First Security Code："), QStringLiteral(" (00-FF)")},
-      {"Label5", QStringLiteral("Second Security Code："), QStringLiteral(" (00-FF)")},
-      {"Label6", QStringLiteral("Third Security Code："), QStringLiteral(" (00-FF)")},
-      {"Label7", QStringLiteral("Fourth Security Code："), QStringLiteral(" (00-FF)")},
-  }};
-  return rows;
-}
+constexpr std::array<Row, 6> kRows{{
+    {"Label2", "Slave Address:", " (00-FF)"},
+    {"Label3", "Nember Of Security Codes：", " (01-04)"},
+    {"Label4", "First Security Code：", " (00-FF)"},
+    {"Label5", "Second Security Code：", " (00-FF)"},
+    {"Label6", "Third Security Code：", " (00-FF)"},
+    {"Label7", "Fourth Security Code：", " (00-FF)"},
+}};
 
 constexpr int kFirstRowTop = 960;  // twips, as all below
 constexpr int kRowStep = 600;
@@ -47,14 +44,15 @@ Form3::Form3(std::filesystem::path parameterFile) : parameterFile_(std::move(par
       AddLabel(client, "Label1", QStringLiteral("Security Check"), {0, 300, 5715, 375});
   heading->setAlignment(Qt::AlignCenter);
   for (std::size_t i = 0; i < boxes_.size(); ++i) {
-    const Row& row = Rows()[i];
+    const Row& row = kRows[i];
+    const QString caption = QString::fromUtf8(row.caption);
     const int top = kFirstRowTop + static_cast<int>(i) * kRowStep;
-    QLabel* label = AddLabel(client, row.label, row.caption, {kLabelLeft, top, 0, kBoxHeight});
+    QLabel* label = AddLabel(client, row.label, caption, {kLabelLeft, top, 0, kBoxHeight});
     const QByteArray box = "Text" + QByteArray::number(static_cast<int>(i) + 1);
     boxes_[i] =
-        AddTextBox(client, box.constData(), row.caption, {kBoxLeft, top, kBoxWidth, kBoxHeight});
+        AddTextBox(client, box.constData(), caption, {kBoxLeft, top, kBoxWidth, kBoxHeight});
     label->setBuddy(boxes_[i]);
-    AddLabel(client, "Label8", row.range, {kRangeLeft, top, 0, kBoxHeight});
+    AddLabel(client, "Label8", QLatin1String(row.range), {kRangeLeft, top, 0, kBoxHeight});
   }
 
   checkButton_ = AddButton(client, "Command1", QStringLiteral("Check"), {1320, 4680});

@@ -72,8 +72,7 @@ void Form2::CreateAddress() {
 void Form2::CreateSpeed() {
   const QString caption = QStringLiteral("Speed Adjust");
   AddLabel(client_, "Speed", caption, {360, 4560, 1080, 180});
-  speedFactor_ = AddTextBox(client_, "Text2", caption, {2760, 4560, 1095, 270});
-  speedFactor_->setReadOnly(true);
+  speedFactor_ = AddReadOnlyBox(client_, "Text2", caption, {2760, 4560, 1095, 270});
 
   slider_ = new QSlider(Qt::Horizontal, client_);
   slider_->setObjectName(QStringLiteral("HScroll1"));

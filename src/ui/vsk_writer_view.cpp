@@ -23,7 +23,10 @@ void Form1::ShowData(std::string_view text) {
   dataDisplay_->setPlainText(TextOf(text));
 }
 
-void Form1::ShowHardwareCrc(std::string_view text) { ShowLiveText(hardwareCrc_, TextOf(text)); }
+void Form1::ShowInBox(ImageBox box, std::string_view text) {
+  const auto show = box == ImageBox::FileName ? ShowLiveTextEnd : ShowLiveText;
+  show(imageBoxes_[static_cast<std::size_t>(box)], TextOf(text));
+}
 
 void Form1::SelectQuitOption() { quitOption_->setChecked(true); }
 
@@ -37,13 +40,3 @@ std::string Form1::AskText(std::string_view prompt, std::string_view title,
                            std::string_view answer) {
   return ShowInputBox(this, prompt, title, answer);
 }
-
-void Form1::ShowFileName(std::string_view text) { ShowLiveTextEnd(fileName_, TextOf(text)); }
-
-void Form1::ShowMaximumAddress(std::string_view text) {
-  ShowLiveText(maximumAddress_, TextOf(text));
-}
-
-void Form1::ShowChecksum(std::string_view text) { ShowLiveText(checksum_, TextOf(text)); }
-
-void Form1::ShowSoftwareCrc(std::string_view text) { ShowLiveText(softwareCrc_, TextOf(text)); }

@@ -10,13 +10,30 @@ QMenu* Named(QMenu* menu, const char* name) {
   return menu;
 }
 
-QLineEdit* AddReadOnlyBox(QWidget* client, const char* labelName, const char* boxName,
-                          const QString& caption, int topTwips, int widthTwips) {
-  AddLabel(client, labelName, caption, {120, topTwips});
-  QLineEdit* box = AddTextBox(client, boxName, caption, {1320, topTwips, widthTwips, 270});
-  box->setReadOnly(true);
-  return box;
-}
+/// What "Run" does.
+struct OperationOption {
+  const char *name, *caption;
+  Twips at;
+  RunChoice choice;
+};
+constexpr std::array<OperationOption, 5> kOperationOptions{{
+    {"Option6", "Page Erase", {120, 240, 1575, 255}, RunChoice::PageErase},
+    {"Option7", "Erase All", {120, 600, 1575, 180}, RunChoice::EraseAll},
+    {"Option8", "Program", {120, 960, 1575, 180}, RunChoice::Program},
+    {"Option9", "Page Read", {120, 1320, 1575, 180}, RunChoice::PageRead},
+    {"Option10", "Page Load", {120, 1680, 1575, 180}, RunChoice::PageLoad},
+}};
+
+/// What selects a model of `kVskModels`, in their order.
+struct ChipOption {
+  const char* name;
+  Twips at;
+};
+constexpr ChipOption kChipOptions[] = {
+    {"Option1", {120, 240, 1455, 255}},
+    {"Option2", {120, 600, 1575, 255}},
+};
+static_assert(std::size(kChipOptions) == kVskModels.size(), "each model has its option");
 
 }  // namespace
 
@@ -46,22 +63,20 @@ void Form1::Connect() {
   const auto onClick = [this](QPushButton* button, void (Form1::*handler)()) {
     connect(button, &QPushButton::clicked, this, Asked(this, handler));
   };
-  const auto onSelected = [this](OptionButton* option, void (Form1::*handler)()) {
-    option->OnSelected([this, handler] { (this->*handler)(); });
-  };
   const auto onChosen = [this](QAction* item, void (Form1::*handler)()) {
     OnChosen(item, Asked(this, handler));
   };
   onClick(loadButton_, &Form1::Command1_Click);
   onClick(runButton_, &Form1::Command4_Click);
-  for (std::size_t i = 0; i < chips_.size(); ++i) onSelected(chips_[i], kChipOptions[i].selected);
+  for (std::size_t i = 0; i < chips_.size(); ++i) {  // Option1_Click, Option2_Click
+    chips_[i]->OnSelected([this, i] { isp_.ChipSelect = static_cast<VskChip>(i); });
+  }
+  for (std::size_t i = 0; i < operations_.size(); ++i) {  // Option6_Click to Option10_Click
+    operations_[i]->OnSelected(
+        [this, choice = kOperationOptions[i].choice] { writer_.IspOperate = choice; });
+  }
   enterOption_->OnSelected(Asked(this, &Form1::Option4_Click));
   quitOption_->OnSelected(Asked(this, &Form1::Option5_Click));
-  onSelected(pageEraseOption_, &Form1::Option6_Click);
-  onSelected(eraseAllOption_, &Form1::Option7_Click);
-  onSelected(programOption_, &Form1::Option8_Click);
-  onSelected(pageReadOption_, &Form1::Option9_Click);
-  onSelected(pageLoadOption_, &Form1::Option10_Click);
   onChosen(loadNormal_, &Form1::Lnf_Click);
   onChosen(exit_, &Form1::Exit_Click);
   onChosen(eraseAll_, &Form1::Blank_Entire_Click);
@@ -103,24 +118,15 @@ void Form1::CreateActionMenu() {
 void Form1::CreateOperationOptions(QWidget* client) {
   QGroupBox* frame =
       AddFrame(client, "Frame3", QStringLiteral("isp operate"), {120, 960, 1815, 2055});
-  const auto add = [frame](const char* name, const char* caption, const Twips& at) {
-    return AddOption(frame, name, QLatin1String(caption), at);
-  };
-  pageEraseOption_ = add("Option6", "Page Erase", {120, 240, 1575, 255});
-  eraseAllOption_ = add("Option7", "Erase All", {120, 600, 1575, 180});
-  programOption_ = add("Option8", "Program", {120, 960, 1575, 180});
-  pageReadOption_ = add("Option9", "Page Read", {120, 1320, 1575, 180});
-  pageLoadOption_ = add("Option10", "Page Load", {120, 1680, 1575, 180});
-  programOption_->setChecked(true);
+  for (std::size_t i = 0; i < operations_.size(); ++i) {
+    const OperationOption& row = kOperationOptions[i];
+    operations_[i] = AddOption(frame, row.name, QLatin1String(row.caption), row.at);
+    operations_[i]->setChecked(row.choice == RunChoice::Program);
+    if (row.choice == RunChoice::PageRead) pageReadOption_ = operations_[i];
+  }
 }
 
-const Form1::ChipOption Form1::kChipOptions[] = {
-    {"Option1", {120, 240, 1455, 255}, &Form1::Option1_Click},
-    {"Option2", {120, 600, 1575, 255}, &Form1::Option2_Click},
-};
-
 void Form1::CreateChipOptions(QWidget* client) {
-  static_assert(std::size(kChipOptions) == kVskModels.size(), "each model has its option");
   QGroupBox* frame = AddFrame(client, "Frame1", QStringLiteral("Select"), {120, 3120, 1815, 975});
   for (std::size_t i = 0; i < kVskModels.size(); ++i) {
     const ChipOption& option = kChipOptions[i];
@@ -130,11 +136,8 @@ void Form1::CreateChipOptions(QWidget* client) {
 }
 
 void Form1::CreateImageBoxes(QWidget* client) {
-  dataDisplay_ = new QPlainTextEdit(client);
-  dataDisplay_->setObjectName(QStringLiteral("Text1"));
-  dataDisplay_->setAccessibleName(QStringLiteral("Data display"));
-  dataDisplay_->setReadOnly(true);
-  dataDisplay_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  dataDisplay_ =
+      AddTextDisplay(client, "Text1", QStringLiteral("Data display"), {2280, 1080, 5655, 3015});
   dataDisplay_->setLineWrapMode(QPlainTextEdit::NoWrap);
   dataDisplay_->document()->setDocumentMargin(2);
   QFont fixed;
@@ -143,14 +146,22 @@ void Form1::CreateImageBoxes(QWidget* client) {
   fixed.setStyleHint(QFont::Monospace);
   fixed.setPixelSize(9);  // all 59 columns and 17 lines of a page in the given size
   dataDisplay_->setFont(fixed);
-  Place(dataDisplay_, {2280, 1080, 5655, 3015});
 
-  fileName_ = AddReadOnlyBox(client, "Label7", "Text2", QStringLiteral("MCU File"), 4320, 6615);
-  maximumAddress_ =
-      AddReadOnlyBox(client, "Label8", "Text4", QStringLiteral("MaxAddress"), 4920, 1215);
-  checksum_ = AddReadOnlyBox(client, "checksum", "Text3", QStringLiteral("CheckSum"), 5280, 1215);
-  softwareCrc_ = AddReadOnlyBox(client, "Label9", "Text5", QStringLiteral("S/W CRC"), 5640, 1215);
-  hardwareCrc_ = AddReadOnlyBox(client, "Label10", "Text6", QStringLiteral("H/W CRC"), 6000, 1215);
+  struct Row {
+    const char *label, *box, *caption;
+    int top, width = 1215;
+  };
+  constexpr std::array<Row, 5> kRows{{{"Label7", "Text2", "MCU File", 4320, 6615},
+                                      {"Label8", "Text4", "MaxAddress", 4920},
+                                      {"checksum", "Text3", "CheckSum", 5280},
+                                      {"Label9", "Text5", "S/W CRC", 5640},
+                                      {"Label10", "Text6", "H/W CRC", 6000}}};
+  for (std::size_t i = 0; i < kRows.size(); ++i) {
+    const Row& row = kRows[i];
+    const QLatin1String caption(row.caption);
+    AddLabel(client, row.label, caption, {120, row.top});
+    imageBoxes_[i] = AddReadOnlyBox(client, row.box, caption, {1320, row.top, row.width, 270});
+  }
 }
 
 void Form1::CreateIspMode(QWidget* client) {
@@ -184,7 +195,7 @@ void Form1::SelectChip(VskChip chip) {
 
 void Form1::Lnf_Click() {
   const ThreadHold hold;
-  Load(ChooseFile(isp_.Model().filters));
+  Load(ChooseFile(isp_.Model().formats));
 }
 
 void Form1::Load(const std::string& file) {
@@ -195,7 +206,7 @@ void Form1::Load(const std::string& file) {
 void Form1::Command1_Click() { Lnf_Click(); }
 
 Form1::LoadCommand Form1::LoadCommandAt(QPoint) {
-  return {[this](const std::string& file) { Load(file); }, isp_.Model().filters};
+  return {[this](const std::string& file) { Load(file); }, isp_.Model().formats};
 }
 
 void Form1::Command4_Click() {
@@ -212,10 +223,6 @@ void Form1::Blank_Entire_Click() { RunFromMenu(RunChoice::EraseAll); }
 
 void Form1::Program_Click() { RunFromMenu(RunChoice::Program); }
 
-void Form1::Option1_Click() { isp_.ChipSelect = VskChip::Vsk830; }
-
-void Form1::Option2_Click() { isp_.ChipSelect = VskChip::Vsk630; }
-
 void Form1::Option4_Click() {
   const ThreadHold hold;
   writer_.GoToIspMode(*this);
@@ -225,16 +232,6 @@ void Form1::Option5_Click() {
   const ThreadHold hold;
   writer_.QuitIspMode(*this);
 }
-
-void Form1::Option6_Click() { writer_.IspOperate = RunChoice::PageErase; }
-
-void Form1::Option7_Click() { writer_.IspOperate = RunChoice::EraseAll; }
-
-void Form1::Option8_Click() { writer_.IspOperate = RunChoice::Program; }
-
-void Form1::Option9_Click() { writer_.IspOperate = RunChoice::PageRead; }
-
-void Form1::Option10_Click() { writer_.IspOperate = RunChoice::PageLoad; }
 
 void Form1::about_Click() { settingsAsked_(); }
 

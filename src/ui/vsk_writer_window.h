@@ -27,14 +27,6 @@ class Form1 final : public WriterWindow<IspView> {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  /// What selects a model of `kVskModels`.
-  struct ChipOption {
-    const char* name;
-    Twips at;
-    void (Form1::*selected)();
-  };
-  static const ChipOption kChipOptions[];
-
   void CreateMenus();
   void CreateFileMenu();
   void CreateActionMenu();
@@ -50,15 +42,8 @@ class Form1 final : public WriterWindow<IspView> {
 
   void Command1_Click();  // Load File
   void Command4_Click();  // Run
-  void Option1_Click();   // VSK830
-  void Option2_Click();   // VSK630
   void Option4_Click();   // go to isp mode
   void Option5_Click();   // quit isp mode
-  void Option6_Click();   // Page Erase
-  void Option7_Click();   // Erase All
-  void Option8_Click();   // Program
-  void Option9_Click();   // Page Read
-  void Option10_Click();  // Page Load
   void Lnf_Click();       // Load Normal File
   void Exit_Click();
   void Blank_Entire_Click();
@@ -72,15 +57,11 @@ class Form1 final : public WriterWindow<IspView> {
   void SetStatusColour(StatusLabel label, StatusColour colour) override;
   void SetStatusText(StatusLabel label, std::string_view text) override;
   void RepaintStatus(StatusLabel label) override;
-  void ShowHardwareCrc(std::string_view text) override;
+  void ShowInBox(ImageBox box, std::string_view text) override;
   void SelectQuitOption() override;
   void DeselectQuitOption() override;
   std::string AskText(std::string_view prompt, std::string_view title,
                       std::string_view answer) override;
-  void ShowFileName(std::string_view text) override;
-  void ShowMaximumAddress(std::string_view text) override;
-  void ShowChecksum(std::string_view text) override;
-  void ShowSoftwareCrc(std::string_view text) override;
 
   VskWriter& writer_;
   IspOperations& isp_;
@@ -95,19 +76,12 @@ class Form1 final : public WriterWindow<IspView> {
   QPushButton* loadButton_ = nullptr;
   QPushButton* runButton_ = nullptr;
   std::array<OptionButton*, kVskModels.size()> chips_{};  // by `VskChip`
-  OptionButton* pageEraseOption_ = nullptr;
-  OptionButton* eraseAllOption_ = nullptr;
-  OptionButton* programOption_ = nullptr;
-  OptionButton* pageReadOption_ = nullptr;
-  OptionButton* pageLoadOption_ = nullptr;
+  std::array<OptionButton*, 5> operations_{};
+  OptionButton* pageReadOption_ = nullptr;  // among them
   OptionButton* enterOption_ = nullptr;
   OptionButton* quitOption_ = nullptr;
   QPlainTextEdit* dataDisplay_ = nullptr;
-  QLineEdit* fileName_ = nullptr;
-  QLineEdit* maximumAddress_ = nullptr;
-  QLineEdit* checksum_ = nullptr;
-  QLineEdit* softwareCrc_ = nullptr;
-  QLineEdit* hardwareCrc_ = nullptr;
+  std::array<QLineEdit*, 5> imageBoxes_{};  // by `ImageBox`
   SpokenLabel* ispModeStatus_ = nullptr;
   SpokenLabel* operationStatus_ = nullptr;
 };

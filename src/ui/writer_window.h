@@ -20,7 +20,6 @@
 #include "widgets/controls.h"
 #include "widgets/dialogs.h"
 #include "widgets/guarded.h"
-#include "widgets/problem_box.h"
 #include "widgets/screen_space.h"
 #include "widgets/thread_hold.h"
 
@@ -43,7 +42,7 @@ class WriterWindow : public ClosesOnce<QMainWindow>, protected View {
 
   struct LoadCommand {
     std::function<void(const std::string& file)> run = {};  // none where nothing can be dropped
-    std::string_view filters = {};                          // of the files that it takes
+    loadfile::Formats formats = {};                         // of the files that it takes
   };
   /// For a file that is dropped there, in coordinates of the client area.
   virtual LoadCommand LoadCommandAt(QPoint place) = 0;
@@ -58,7 +57,9 @@ class WriterWindow : public ClosesOnce<QMainWindow>, protected View {
   }
 
   /// The operator's choice; empty for none.
-  std::string ChooseFile(std::string_view filters) {
+  std::string ChooseFile(loadfile::Formats formats) {
+    QStringList filters;
+    for (const loadfile::FormatRow& row : formats) filters << QLatin1String(row.filter);
     return ShowFileDialog(this, places_, filters);
   }
   void Beep() override { QApplication::beep(); }
@@ -80,7 +81,7 @@ class WriterWindow : public ClosesOnce<QMainWindow>, protected View {
     const bool oneFile = urls.size() == 1 && urls.first().isLocalFile();
     const LoadCommand command = CommandFor(event);
     const bool taken = oneFile && command.run &&
-                       loadfile::IsShown(urls.first().fileName().toStdString(), command.filters);
+                       loadfile::IsShown(urls.first().fileName().toStdString(), command.formats);
     event->setAccepted(taken);
     if (!taken) return false;
     event->setDropAction(Qt::CopyAction);

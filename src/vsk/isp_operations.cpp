@@ -160,7 +160,8 @@ void IspOperations::ShowProgress(const VskBank& bank, std::int32_t address, std:
   // An image of one byte is done with its first byte.
   const int percent = maximum == 0 ? 100 : 100 * address / maximum;
   if (percent != 10 * shown && maximum != 0) return;
-  const int ofAllBanks = percent / bank.percentDivisor + bank.percentOffset;
+  const std::span<const VskBank> banks = Model().banks;
+  const auto ofAllBanks = (percent + 100 * (&bank - banks.data())) / std::ssize(banks);
   view.SetStatusText(StatusLabel::Operation, "finish  " + std::to_string(ofAllBanks) + "%");
   view.RepaintStatus(StatusLabel::Operation);
   ++shown;
@@ -178,7 +179,7 @@ RunResult IspOperations::ProgramImage(IspView& view) {
   view.RepaintStatus(StatusLabel::Operation);
   result.silent = !frames_.ReadHwCrc();
   ReportedCrc = frames_.HwCrc;
-  view.ShowHardwareCrc(HexText(ReportedCrc));
+  view.ShowInBox(ImageBox::HardwareCrc, HexText(ReportedCrc));
   QuitIspMode(view);
   return result;
 }

@@ -17,6 +17,10 @@ enum class StatusLabel {
 
 enum class StatusColour { Black, Red };
 
+/// The boxes that describe the loaded image and what the chip made of it, from the top:
+/// "MCU File", "MaxAddress", "CheckSum", "S/W CRC", "H/W CRC".
+enum class ImageBox { FileName, MaximumAddress, Checksum, SoftwareCrc, HardwareCrc };
+
 class IspView : public WriterView {
  public:
   virtual void SetStatusColour(StatusLabel label, StatusColour colour) = 0;
@@ -26,17 +30,11 @@ class IspView : public WriterView {
 
   /// Replaces the whole text of the data display (`Text1`). Lines end with CR LF.
   virtual void ShowData(std::string_view text) = 0;
-  virtual void ShowHardwareCrc(std::string_view text) = 0;  // Text6, "H/W CRC"
+  virtual void ShowInBox(ImageBox box, std::string_view text) = 0;
 
   /// Selects the "quit isp mode" option, which runs its action when it was not selected before.
   virtual void SelectQuitOption() = 0;
   virtual void DeselectQuitOption() = 0;
-
-  /// The boxes that describe the loaded image.
-  virtual void ShowFileName(std::string_view text) = 0;        // Text2, "MCU File"
-  virtual void ShowMaximumAddress(std::string_view text) = 0;  // Text4, "MaxAddress"
-  virtual void ShowChecksum(std::string_view text) = 0;        // Text3, "CheckSum"
-  virtual void ShowSoftwareCrc(std::string_view text) = 0;     // Text5, "S/W CRC"
 
   /// A modal input box. Empty when the operator gave no answer or cancelled.
   virtual std::string AskText(std::string_view prompt, std::string_view title,

@@ -6,15 +6,10 @@
 
 namespace {
 
-loadfile::ReadTarget Staging(tongxun::VskImages& images, std::int32_t lastCell) {
-  const auto cells = static_cast<std::size_t>(lastCell) + 1;
-  return {std::span(images.CodeBuffer).first(cells), images.CodeMax};
-}
-
 /// Reads a checked file into `CodeBuffer` and moves the image into `bank`, leaving 0xFF behind.
 void LoadBank(const loadfile::ImageFile& file, std::int32_t lastCell, tongxun::VskImages& images,
               tongxun::VskCells& bank, std::int32_t& bankMaximum, WriterView& view) {
-  file.StoreInto(Staging(images, lastCell), view);
+  file.StoreInto(loadfile::CodeTarget(images, lastCell), view);
   bankMaximum = images.CodeMax;
   const auto image = images.CodeBuffer.begin();
   std::copy_n(image, bankMaximum + 1, bank.begin());
@@ -23,35 +18,22 @@ void LoadBank(const loadfile::ImageFile& file, std::int32_t lastCell, tongxun::V
 
 }  // namespace
 
-namespace loadfile {
-
-std::optional<LoadedFile> ReadHexFile(const std::string& name, std::int32_t lastCell,
-                                      tongxun::VskImages& images, WriterView& view) {
-  return ReadImage(name, kHex, Staging(images, lastCell), view);
-}
-
-std::optional<LoadedFile> ReadBinFile(const std::string& name, std::int32_t lastCell,
-                                      tongxun::VskImages& images, WriterView& view) {
-  return ReadImage(name, kBinary, Staging(images, lastCell), view);
-}
-
-}  // namespace loadfile
-
 void Load_Vsk830_NormalFile(const std::string& name, std::int32_t lastCell,
                             tongxun::VskImages& images, IspView& view) {
   if (!name.empty()) {
     const loadfile::Format& format = loadfile::FormatOf(name, loadfile::kOneFileFormats);
-    const auto file = loadfile::ReadImage(name, format, Staging(images, lastCell), view);
+    const auto file =
+        loadfile::ReadImage(name, format, loadfile::CodeTarget(images, lastCell), view);
     if (!file) return;
     images.CheckCode();
-    view.ShowMaximumAddress(HexText(images.CodeMax));
-    view.ShowSoftwareCrc(HexText(images.CodeCrc));
-    view.ShowChecksum(HexText(images.CodeSum));
-    view.ShowHardwareCrc("");
+    view.ShowInBox(ImageBox::MaximumAddress, HexText(images.CodeMax));
+    view.ShowInBox(ImageBox::SoftwareCrc, HexText(images.CodeCrc));
+    view.ShowInBox(ImageBox::Checksum, HexText(images.CodeSum));
+    view.ShowInBox(ImageBox::HardwareCrc, "");
     images.CodeLoaded = true;
     images.CodeFiles = {*file};
   }
-  view.ShowFileName(name);
+  view.ShowInBox(ImageBox::FileName, name);
 }
 
 void Load_Vsk630_NormalFile(const std::string& name, std::int32_t lastCell,
@@ -73,11 +55,12 @@ void Load_Vsk630_NormalFile(const std::string& name, std::int32_t lastCell,
     images.CodeLoaded = true;
     images.CodeFiles.clear();
     images.BankFiles = {file0.Loaded(), file1.Loaded()};
-    view.ShowMaximumAddress(HexText(images.CodeBank0Max) + "  " + HexText(images.CodeBank1Max));
-    view.ShowChecksum(HexText(images.CodeSum));
-    view.ShowSoftwareCrc(HexText(images.CodeCrc));
-    view.ShowHardwareCrc("");
+    view.ShowInBox(ImageBox::MaximumAddress,
+                   HexText(images.CodeBank0Max) + "  " + HexText(images.CodeBank1Max));
+    view.ShowInBox(ImageBox::Checksum, HexText(images.CodeSum));
+    view.ShowInBox(ImageBox::SoftwareCrc, HexText(images.CodeCrc));
+    view.ShowInBox(ImageBox::HardwareCrc, "");
     loadfile::TellNotes(file0.Notes() + file1.Notes(), view);
   }
-  view.ShowFileName(name);
+  view.ShowInBox(ImageBox::FileName, name);
 }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -27,11 +26,18 @@ void Load_Vsk630_NormalFile(const std::string& name, std::int32_t lastCell,
 
 namespace loadfile {
 
-/// Fill `CodeBuffer`[0..lastCell] and `CodeMax`. Nothing when the file was refused; nothing has
-/// changed then.
-std::optional<LoadedFile> ReadHexFile(const std::string& name, std::int32_t lastCell,
-                                      tongxun::VskImages& images, WriterView& view);
-std::optional<LoadedFile> ReadBinFile(const std::string& name, std::int32_t lastCell,
-                                      tongxun::VskImages& images, WriterView& view);
+/// `CodeBuffer`[0..lastCell] and `CodeMax`, which the readers below fill.
+inline ReadTarget CodeTarget(tongxun::VskImages& images, std::int32_t lastCell) {
+  const auto cells = static_cast<std::size_t>(lastCell) + 1;
+  return {std::span(images.CodeBuffer).first(cells), images.CodeMax};
+}
+inline auto ReadHexFile(const std::string& name, std::int32_t lastCell, tongxun::VskImages& images,
+                        WriterView& view) {
+  return ReadImage(name, kHex, CodeTarget(images, lastCell), view);
+}
+inline auto ReadBinFile(const std::string& name, std::int32_t lastCell, tongxun::VskImages& images,
+                        WriterView& view) {
+  return ReadImage(name, kBinary, CodeTarget(images, lastCell), view);
+}
 
 }  // namespace loadfile

@@ -57,11 +57,7 @@ RunLine VskWriter::Run(IspView& view) {
     case RunChoice::EraseAll:
       return TellRun({.operation = "Erase All", .result = isp_.DoEraseAll(view)});
     case RunChoice::Program:
-      if (!images_.CodeLoaded) {
-        view.ShowMessage("the hexfile is not load");
-        break;
-      }
-      if (ImageIsMeant(view)) return TellRun(ProgramImage(view));
+      if (ImageIsLoaded(view) && ImageIsMeant(view)) return TellRun(ProgramImage(view));
       break;
     case RunChoice::PageRead:
       LoadPageView = false;
@@ -69,7 +65,7 @@ RunLine VskWriter::Run(IspView& view) {
       isp_.DoPageRead(ReadPage, view);
       break;
     case RunChoice::PageLoad:
-      if (PrepareLoadPage(view)) ShowLoadPage(view);
+      DoPageLoad(view);
       break;
     case RunChoice::NextPage:
       ShowNeighbour(+1, view);
@@ -79,6 +75,11 @@ RunLine VskWriter::Run(IspView& view) {
       break;
   }
   return {};
+}
+
+bool VskWriter::ImageIsLoaded(IspView& view) const {
+  if (!images_.CodeLoaded) view.ShowMessage("the hexfile is not load");
+  return images_.CodeLoaded;
 }
 
 /// Asks when a file of the image has changed since it was loaded.
@@ -104,17 +105,14 @@ RunLine VskWriter::ProgramImage(IspView& view) {
   return line;
 }
 
-bool VskWriter::PrepareLoadPage(IspView& view) {
-  if (!images_.CodeLoaded) {
-    view.ShowMessage("the hexfile is not load");
-    return false;
-  }
+void VskWriter::DoPageLoad(IspView& view) {
+  if (!ImageIsLoaded(view)) return;
   ReadPageView = false;
   LoadPageView = true;
   const auto page = AskPageNumber(view);
-  if (!page) return false;
+  if (!page) return;
   LoadPage = *page;
-  return true;
+  ShowLoadPage(view);
 }
 
 /// Shows the page `step` (+1 or -1) further in the active view, within 0..255.

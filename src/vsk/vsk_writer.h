@@ -55,10 +55,11 @@ class VskWriter {
 
  private:
   void BeginOnPort();
+  bool ImageIsLoaded(IspView& view) const;
   bool ImageIsMeant(IspView& view) const;
   RunLine TellRun(RunLine line);
   RunLine ProgramImage(IspView& view);
-  bool PrepareLoadPage(IspView& view);
+  void DoPageLoad(IspView& view);
   void ShowNeighbour(int step, IspView& view);
   void ShowLoadPage(IspView& view) const;
 

@@ -160,6 +160,21 @@ QLineEdit* AddTextBox(QWidget* parent, const char* name, const QString& accessib
   return Named(new QLineEdit(parent), name, accessibleName, at);
 }
 
+QLineEdit* AddReadOnlyBox(QWidget* parent, const char* name, const QString& accessibleName,
+                          const Twips& at) {
+  QLineEdit* box = AddTextBox(parent, name, accessibleName, at);
+  box->setReadOnly(true);
+  return box;
+}
+
+QPlainTextEdit* AddTextDisplay(QWidget* parent, const char* name, const QString& accessibleName,
+                               const Twips& at) {
+  auto* display = Named(new QPlainTextEdit(parent), name, accessibleName, at);
+  display->setReadOnly(true);
+  display->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  return display;
+}
+
 QAction* AddMenuItem(QMenu* menu, const char* name, const QString& caption, const char* shortcut) {
   QAction* item = menu->addAction(caption);
   item->setObjectName(QLatin1String(name));

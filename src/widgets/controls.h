@@ -47,6 +47,12 @@ OptionButton* AddOption(QGroupBox* frame, const char* name, const QString& capti
 /// A one-line text box; `accessibleName`: what a screen reader calls it.
 QLineEdit* AddTextBox(QWidget* parent, const char* name, const QString& accessibleName,
                       const Twips& at);
+/// The same for what the program shows: its text can be copied, not edited.
+QLineEdit* AddReadOnlyBox(QWidget* parent, const char* name, const QString& accessibleName,
+                          const Twips& at);
+/// The same with many lines.
+QPlainTextEdit* AddTextDisplay(QWidget* parent, const char* name, const QString& accessibleName,
+                               const Twips& at);
 
 class QAction;
 class QMenu;

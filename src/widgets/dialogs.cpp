@@ -1,5 +1,6 @@
 #include "widgets/dialogs.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QGridLayout>
@@ -36,46 +37,68 @@ void TakeFromSideBar(QFileDialog& dialog, const QList<QUrl>& added) {
   dialog.setSidebarUrls(urls);
 }
 
-}  // namespace
-
+/// Plain text that can be selected and copied.
 void MakeReadable(QMessageBox& box) {
+  box.setWindowTitle(QStringLiteral("isp-writer"));
   box.setTextFormat(Qt::PlainText);
   box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
 }
 
+/// Room for a path on one line.
 void KeepWide(QMessageBox& box) {
   constexpr int kWidth = 460;
   auto* rows = static_cast<QGridLayout*>(box.layout());
   rows->addItem(new QSpacerItem(kWidth, 0), rows->rowCount(), 0, 1, rows->columnCount());
 }
 
+/// The button that was pressed; Cancel is the default where there is one.
+int Answer(QMessageBox& box) {
+  const ThreadHold::Pause pause;
+  box.setDefaultButton(QMessageBox::Cancel);
+  return box.exec();
+}
+
+void PostBox(const char* name, const std::string& message) {
+  const auto show = [name, message] {
+    auto* box = new QMessageBox(QMessageBox::Warning, {}, TextOf(message), QMessageBox::Ok);
+    box->setObjectName(QLatin1String(name));
+    MakeReadable(*box);
+    KeepWide(*box);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setModal(false);  // every message box starts out modal
+    box->show();
+  };
+  QMetaObject::invokeMethod(qApp, show, Qt::QueuedConnection);
+}
+
+}  // namespace
+
 void ShowMessageBox(QWidget* window, std::string_view message, std::string_view detail) {
   const auto icon = detail.empty() ? QMessageBox::Information : QMessageBox::Warning;
-  QMessageBox box(icon, QStringLiteral("isp-writer"), TextOf(message), QMessageBox::Ok, window);
+  QMessageBox box(icon, {}, TextOf(message), QMessageBox::Ok, window);
   MakeReadable(box);
   box.setInformativeText(TextOf(detail));
   if (!detail.empty()) KeepWide(box);
-  const ThreadHold::Pause pause;
-  box.exec();
+  Answer(box);
 }
 
 void ShowFailureBox(QWidget* window, std::string_view reason) {
-  QMessageBox box(QMessageBox::Critical, QStringLiteral("isp-writer"), TextOf(reason),
-                  QMessageBox::Ok, window);
+  QMessageBox box(QMessageBox::Critical, {}, TextOf(reason), QMessageBox::Ok, window);
   MakeReadable(box);
   KeepWide(box);
-  const ThreadHold::Pause pause;
-  box.exec();
+  Answer(box);
 }
 
 bool ShowQuestionBox(QWidget* window, std::string_view message) {
-  QMessageBox box(QMessageBox::Warning, QStringLiteral("isp-writer"), TextOf(message),
-                  QMessageBox::Ok | QMessageBox::Cancel, window);
+  QMessageBox box(QMessageBox::Warning, {}, TextOf(message), QMessageBox::Ok | QMessageBox::Cancel,
+                  window);
   MakeReadable(box);
-  const ThreadHold::Pause pause;
-  box.setDefaultButton(QMessageBox::Cancel);
-  return box.exec() == QMessageBox::Ok;
+  return Answer(box) == QMessageBox::Ok;
 }
+
+void PostProblem(const std::string& message) { PostBox("PortProblem", message); }
+
+void PostFileNotes(const std::string& notes) { PostBox("FileNotes", notes); }
 
 std::string ShowInputBox(QWidget* window, std::string_view prompt, std::string_view title,
                          std::string_view answer) {
@@ -87,16 +110,12 @@ std::string ShowInputBox(QWidget* window, std::string_view prompt, std::string_v
   return box.exec() == QDialog::Accepted ? box.textValue().toStdString() : std::string();
 }
 
-std::string ShowFileDialog(QWidget* window, FilePlaces& places, std::string_view filters) {
-  const QStringList parts = TextOf(filters).split(QLatin1Char('|'));
-  QStringList descriptions;  // each names its pattern in parentheses, which is what Qt reads
-  for (qsizetype i = 0; i < parts.size(); i += 2) descriptions << parts[i];
-
+std::string ShowFileDialog(QWidget* window, FilePlaces& places, const QStringList& filters) {
   QFileDialog dialog(window, QString(), TextOf(PathText(places.programFolder)));
   dialog.setObjectName(QStringLiteral("CommonDialog1"));
   dialog.setFileMode(QFileDialog::AnyFile);  // a missing file is the reader's to judge
   dialog.setAcceptMode(QFileDialog::AcceptOpen);
-  dialog.setNameFilters(descriptions);
+  dialog.setNameFilters(filters);
   const QList<QUrl> added = AddToSideBar(dialog, places);
   const ThreadHold::Pause pause;
   const bool chosen = dialog.exec() == QDialog::Accepted;

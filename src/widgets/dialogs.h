@@ -1,12 +1,10 @@
-// The modal dialogs of the windows.
+// The dialogs of the windows.
 #pragma once
 
 #include <QWidget>
 #include <filesystem>
 #include <string>
 #include <string_view>
-
-class QMessageBox;
 
 /// A message box with an OK button; `detail` stands beneath the message and may be empty. The texts
 /// can be copied. In the middle of an operation the box takes only input made after it appeared, as
@@ -16,10 +14,12 @@ void ShowMessageBox(QWidget* window, std::string_view message, std::string_view 
 /// Tells the operator why an action ended early.
 void ShowFailureBox(QWidget* window, std::string_view reason);
 
-/// What all message boxes of the program share: plain text that can be selected and copied.
-void MakeReadable(QMessageBox& box);
-/// Room for a path on one line.
-void KeepWide(QMessageBox& box);
+/// Tells the operator in passing, in a box that blocks no other window, what cannot work, for
+/// instance the parallel port. The box appears when the event loop gets its next turn, so this may
+/// be called in the middle of a line operation.
+void PostProblem(const std::string& message);
+/// The same for what is odd in a file that was loaded.
+void PostFileNotes(const std::string& notes);
 
 /// A message box with OK and Cancel, Cancel being the default. True for OK.
 bool ShowQuestionBox(QWidget* window, std::string_view message);
@@ -36,7 +36,7 @@ struct FilePlaces {
 };
 
 /// The file-open dialog on the program's folder, with the other places in its side bar. `filters`:
-/// description|pattern pairs joined by "|", the first one selected. Empty when no file was chosen.
-std::string ShowFileDialog(QWidget* window, FilePlaces& places, std::string_view filters);
+/// each ends with its pattern in parentheses; the first is selected. Empty when no file was chosen.
+std::string ShowFileDialog(QWidget* window, FilePlaces& places, const QStringList& filters);
 
 QString TextOf(std::string_view text);

@@ -30,9 +30,13 @@ auto Guarded(Window* window, void (Window::*handler)()) {
 
 /// The same for a command: a button, a menu entry, an option that uses the bus. What the operator
 /// asks for may be discarded.
+template <typename Handler>
+auto Asked(QWidget* window, Handler handler) {
+  return Guarded(window, [handler] {
+    if (!ThreadHold::RefusesActions()) handler();
+  });
+}
 template <typename Window>
 auto Asked(Window* window, void (Window::*handler)()) {
-  return Guarded(window, [window, handler] {
-    if (!ThreadHold::RefusesActions()) (window->*handler)();
-  });
+  return Asked(window, [window, handler] { (window->*handler)(); });
 }

@@ -188,17 +188,6 @@ TEST_F(ReadersTest, WhatAMakerHardlyMeantIsTold) {
   }
 }
 
-TEST_F(ReadersTest, NamesThatTheDialogShows) {
-  using loadfile::IsShown;
-  const std::string_view filters = loadfile::kOneFileFilters;
-  for (const char* name : {"a.hex", "A.HEX", "x.y.Bin", "\xC3\xA9.bin"}) {
-    EXPECT_TRUE(IsShown(name, filters)) << name;
-  }
-  for (const char* name : {"a.ihx", "a.H00", "hex", "a.hex~", ""}) {
-    EXPECT_FALSE(IsShown(name, filters)) << name;
-  }
-}
-
 TEST_F(ReadersTest, AFileThatHoldsSomethingElseHasChanged) {
   const std::string name = folder.Write("f", "abc");
   const loadfile::LoadedFile loaded = loadfile::ImageFile(name, kBinary, 2).Loaded();

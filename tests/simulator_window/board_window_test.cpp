@@ -10,10 +10,10 @@
 #include <csignal>
 
 #include "bus/i2c_master.h"
+#include "session/by_name.h"
 #include "support/board_rig.h"
 #include "support/temp_folder.h"
 #include "widgets/application_style.h"
-#include "widgets/by_name.h"
 
 using namespace simulator;
 

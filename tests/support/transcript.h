@@ -35,7 +35,10 @@ class Transcript : public FileAnswers<IspView> {
     Say(Name(label) + (red ? " red: " : ": ") + std::string(text));
   }
   void RepaintStatus(StatusLabel label) override { Say(Name(label) + " repaint"); }
-  void ShowHardwareCrc(std::string_view text) override { Say("Text6 " + std::string(text)); }
+  void ShowInBox(ImageBox box, std::string_view text) override {
+    constexpr std::array kNames{"Text2 ", "Text4 ", "Text3 ", "Text5 ", "Text6 "};
+    Say(kNames[static_cast<std::size_t>(box)] + std::string(text));
+  }
   void SelectQuitOption() override {
     Say("select Option5");
     if (!std::exchange(quitSelected, true) && quitAction) quitAction();
@@ -52,11 +55,6 @@ class Transcript : public FileAnswers<IspView> {
     answers.pop_front();
     return next;
   }
-
-  void ShowFileName(std::string_view text) override { Say("Text2 " + std::string(text)); }
-  void ShowMaximumAddress(std::string_view text) override { Say("Text4 " + std::string(text)); }
-  void ShowChecksum(std::string_view text) override { Say("Text3 " + std::string(text)); }
-  void ShowSoftwareCrc(std::string_view text) override { Say("Text5 " + std::string(text)); }
 
  private:
   static std::string Name(StatusLabel label) {

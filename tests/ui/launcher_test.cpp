@@ -1,7 +1,7 @@
 // The launcher: start-up on a fresh and on a prepared installation, one writer at a time, and what
 // is said while it starts.
 #include "ui/window_test.h"
-#include "widgets/problem_box.h"
+#include "widgets/dialogs.h"
 
 class LauncherTest : public WindowTest {
   Q_OBJECT

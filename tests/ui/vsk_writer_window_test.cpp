@@ -201,12 +201,13 @@ class VskWriterWindowTest : public WindowTest {
   }
 
   void aDroppedFileIsTakenByTheNamesThatTheDialogShows() {
-    const std::pair<const char*, const char*> rows[] = {{"a.HEX", "Option1"}, {"a.bin", "Option1"},
-                                                        {"a.h00", "Option2"}, {"a.B00", "Option2"},
-                                                        {"a.ihx", "neither"}, {"a.H01", "neither"}};
+    const std::pair<const char*, const char*> rows[] = {
+        {"a.HEX", "Option1"},   {"\u00E9.bin", "Option1"}, {"a.h00", "Option2"},
+        {"x.y.B00", "Option2"}, {"a.ihx", "neither"},      {"a.H01", "neither"},
+        {"hex", "neither"},     {"a.hex~", "neither"},     {"", "neither"}};
     for (const auto& [name, takenBy] : rows) {
       QMimeData data;
-      data.setUrls({QUrl::fromLocalFile(QStringLiteral("/tmp/") + name)});
+      data.setUrls({QUrl::fromLocalFile(QStringLiteral("/tmp/") + QString::fromUtf8(name))});
       for (const char* chip : {"Option1", "Option2"}) {
         kVskWriter.Press(chip);
         QDragEnterEvent event({9, 99}, Qt::CopyAction, &data, Qt::LeftButton, {});

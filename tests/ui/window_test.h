@@ -11,12 +11,12 @@
 #include <memory>
 #include <optional>
 
+#include "session/by_name.h"
 #include "support/board_rig.h"
 #include "support/temp_folder.h"
 #include "tool/tool.h"
 #include "ui/launcher.h"
 #include "widgets/application_style.h"
-#include "widgets/by_name.h"
 
 /// A window by its name; what reaches into it needs it to be open.
 struct NamedWindow {

@@ -58,18 +58,4 @@ TEST_F(EntryParametersTest, TheSecurityCheck) {
   }
 }
 
-TEST_F(EntryParametersTest, AFileIsOverwrittenButNotCutAndStaysWhenItCannotBeWritten) {
-  const auto path = folder.Write("security.cod", "abcdefgh");
-  EXPECT_TRUE(fileop::CheckSecurityEntry(Typed("94|01|5A"), path).Ok());
-  EXPECT_EQ(folder.Read("security.cod"), std::string("\x94\x01\x5A\0efgh", 8));
-
-  folder.Write("security.cod", "abc");
-  std::filesystem::create_directory(folder / "security.cod.part");
-  const auto check = fileop::CheckSecurityEntry(Typed("94|01|5A"), path);
-  EXPECT_FALSE(check.Ok());
-  EXPECT_EQ(check.Reason(), "the entry parameters could not be written to " + path);
-  EXPECT_NE(check.Cause(), "");
-  EXPECT_EQ(folder.Read("security.cod"), "abc");
-}
-
 }  // namespace

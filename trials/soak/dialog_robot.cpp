@@ -11,9 +11,9 @@
 #include <QPointer>
 #include <QPushButton>
 
+#include "session/by_name.h"
 #include "soak/known_texts.h"
 #include "soak/random_faults.h"
-#include "widgets/by_name.h"
 
 DialogRobot::DialogRobot(std::mt19937& random, Tally& tally) : random_(random), tally_(tally) {
   qApp->installEventFilter(this);

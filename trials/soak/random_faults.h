@@ -1,8 +1,7 @@
-// Random images, and random faults of a simulated board.
+// Random numbers, and random faults of a simulated board.
 #pragma once
 
 #include <random>
-#include <vector>
 
 #include "simulator/simulated_board.h"
 
@@ -10,16 +9,6 @@ using Random = std::mt19937;
 
 inline std::size_t Pick(Random& random, std::size_t least, std::size_t most) {
   return std::uniform_int_distribution<std::size_t>(least, most)(random);
-}
-
-/// Mostly a few pages, now and then many; often full of FF, as erased flash is.
-inline std::vector<std::uint8_t> RandomImage(Random& random, std::size_t least) {
-  std::vector<std::uint8_t> image(Pick(random, least, Pick(random, 0, 60) == 0 ? 9000 : 800));
-  const bool sparse = Pick(random, 0, 3) == 0;
-  for (std::uint8_t& byte : image) {
-    byte = sparse && Pick(random, 0, 15) != 0 ? 0xFF : static_cast<std::uint8_t>(random());
-  }
-  return image;
 }
 
 /// Switches zero, one or two faults on that concern the next `frames` frames and an image of

@@ -11,10 +11,10 @@
 #include <array>
 #include <stdexcept>
 
+#include "session/by_name.h"
 #include "soak/image_files.h"
 #include "soak/verdict.h"
 #include "text/hex_text.h"
-#include "widgets/by_name.h"
 
 namespace {
 
@@ -171,7 +171,7 @@ void Session::ProgramVsk() {
   const auto size = static_cast<std::size_t>(std::max(tool_->vskImages.CodeMax, 0));
   if (Pick(random_, 0, 2) != 0) AddFaults(random_, 8 + size / 128, size, 4, board_);
   const bool able = Sound(tool_->isp.Model().name) && tool_->isp.IspModeOn &&
-                    board_.Chip()->InIspMode() && ImageFits(*tool_);
+                    board_.Chip()->InIspMode() && ImageFits(*tool_, board_);
   BeginRun();
   if (Pick(random_, 0, 3) == 0) {
     ByName<QAction>("Form1", "Program")->trigger();

@@ -38,6 +38,7 @@ void Report(const Tally& tally, std::size_t growth, unsigned seed) {
             << "\n  on a flash that differs, with equal CRC   " << tally.equalCrc
             << "\n  on one that differs, image CRC 0          " << tally.crcZero
             << "\n  on one that differs, CRC of another range " << tally.otherRange
+            << "\n  on a chip with pages of another size      " << tally.otherPages
             << "\n  on one that differs, unexplained          " << tally.unexplained
             << "\nruns on a sound chip with a fitting image   " << tally.soundRuns
             << "\n  shown as failed                           " << tally.soundFailures

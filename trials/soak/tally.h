@@ -15,6 +15,7 @@ struct Tally {
   std::uint64_t equalCrc = 0;    // the flash has the image's CRC
   std::uint64_t crcZero = 0;     // the image's CRC is 0, as is that of a silent chip
   std::uint64_t otherRange = 0;  // the CRC ran over the range that an earlier run had set
+  std::uint64_t otherPages = 0;  // another chip is plugged in, with pages of another size
   std::uint64_t unexplained = 0;
 
   std::uint64_t soundRuns = 0;      // on a sound chip with a fitting image

@@ -12,12 +12,32 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
+/// Null when no VSK chip is plugged in.
+const simulator::VskDataSheet* SheetOf(const simulator::SimulatedBoard& board) {
+  const auto sheet = std::ranges::find(simulator::kVskDataSheets, board.Connected(),
+                                       &simulator::VskDataSheet::chip);
+  return sheet == simulator::kVskDataSheets.end() ? nullptr : &*sheet;
+}
+
 /// The cells of the chip's bank where the image should be; short when the chip has no such bank.
 Bytes FlashOf(simulator::SimulatedBoard& board, int bank, std::size_t size) {
   const simulator::SimulatedChip* chip = board.Chip();
   if (chip == nullptr || bank >= chip->Banks()) return {};
   const auto& cells = chip->Bank(bank).Cells();
   return {cells.begin(), cells.begin() + static_cast<std::ptrdiff_t>(std::min(size, cells.size()))};
+}
+
+/// The same where a chip puts it whose pages have another size than the `sent` bytes of a frame.
+Bytes PagesOf(simulator::SimulatedBoard& board, int bank, std::size_t size, std::size_t sent) {
+  const simulator::VskDataSheet* sheet = SheetOf(board);
+  if (sheet == nullptr) return {};
+  const Bytes cells = FlashOf(board, bank, sheet->flashBytes);
+  Bytes pages;
+  for (std::size_t a = 0; a < size; ++a) {
+    const std::size_t at = a / sent * sheet->pageBytes + a % sent;
+    if (at < cells.size()) pages.push_back(cells[at]);
+  }
+  return pages;
 }
 
 std::uint8_t Crc8(const Bytes& bytes) {
@@ -48,12 +68,13 @@ void JudgeBank(int bank, Tool& tool, simulator::SimulatedBoard& board, const Crc
 
 }  // namespace
 
-bool ImageFits(const Tool& tool) {
-  if (!tool.vskImages.CodeLoaded) return false;
+bool ImageFits(const Tool& tool, const simulator::SimulatedBoard& board) {
+  const simulator::VskDataSheet* sheet = SheetOf(board);
+  if (!tool.vskImages.CodeLoaded || sheet == nullptr) return false;
   std::uint16_t crc = tongxun::kCrcStart;
   for (const VskBank& bank : tool.isp.Model().banks) {
     const std::int32_t maximum = tool.vskImages.*bank.maximum;
-    if (maximum > 0xFFFF) return false;
+    if (maximum >= static_cast<std::int32_t>(sheet->flashBytes)) return false;
     crc = tongxun::CrcBytes(crc, tongxun::UsedCells(tool.vskImages.*bank.cells, maximum));
   }
   return crc == tool.vskImages.CodeCrc;  // else it was loaded for another chip
@@ -61,17 +82,23 @@ bool ImageFits(const Tool& tool) {
 
 void JudgeWriteOk(Tool& tool, simulator::SimulatedBoard& board, Tally& tally) {
   ++tally.claims;
-  Bytes wanted, flash;
+  Bytes wanted, flash, pages;
+  const auto append = [](Bytes& all, std::span<const std::uint8_t> more) {
+    all.insert(all.end(), more.begin(), more.end());
+  };
+  const auto pageBytes = static_cast<std::size_t>(tool.isp.Model().pageBytes);
   int bank = 0;
   for (const VskBank& row : tool.isp.Model().banks) {
     const auto image = tongxun::UsedCells(tool.vskImages.*row.cells, tool.vskImages.*row.maximum);
-    const Bytes there = FlashOf(board, bank++, image.size());
-    wanted.insert(wanted.end(), image.begin(), image.end());
-    flash.insert(flash.end(), there.begin(), there.end());
+    append(wanted, image);
+    append(flash, FlashOf(board, bank, image.size()));
+    append(pages, PagesOf(board, bank++, image.size(), pageBytes));
   }
   if (wanted == flash) return;
   if (tongxun::CrcBytes(tongxun::kCrcStart, flash) == tool.vskImages.CodeCrc) {
     ++tally.equalCrc;
+  } else if (wanted == pages) {
+    ++tally.otherPages;
   } else {
     ++(tool.vskImages.CodeCrc == 0 ? tally.crcZero : tally.unexplained);
   }

@@ -8,8 +8,8 @@
 #include "soak/tally.h"
 #include "tool/tool.h"
 
-/// Whether an image is loaded that can be programmed into the chip that is selected.
-bool ImageFits(const Tool& tool);
+/// Whether an image is loaded for the chip that is selected and fits the one that is plugged in.
+bool ImageFits(const Tool& tool, const simulator::SimulatedBoard& board);
 
 /// A VSK run ended with "Write Ok".
 void JudgeWriteOk(Tool& tool, simulator::SimulatedBoard& board, Tally& tally);

@@ -1,4 +1,4 @@
-#include "widgets/by_name.h"
+#include "session/by_name.h"
 
 #include <QFileInfo>
 #include <QLineEdit>

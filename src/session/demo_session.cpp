@@ -1,4 +1,4 @@
-#include "app/demo_session.h"
+#include "session/demo_session.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -12,8 +12,8 @@
 
 #include "image/intel_hex.h"
 #include "platform/files.h"
+#include "session/by_name.h"
 #include "ui/security_window.h"
-#include "widgets/by_name.h"
 
 namespace {
 
@@ -88,10 +88,7 @@ void DemoSession::ProgramVsk830() {
         QStringLiteral("a page of the image is shown"));
   Picture(ShownWindow("Form1"), "image-loaded");
   Press("Form1", "Option8");
-  Press("Form1", "Command4");
-  Expect("Form1", "Label3", QStringLiteral("Write Ok"));
-  Expect("Form1", "Label2", QStringLiteral("isp mode is out"));
-  Expect("Form1", "Text6", ShownText("Form1", "Text5"));
+  RunToWriteOk();
   ExpectFlash(board_.vsk830.Bank(0), image);
   boardWindow_.Refresh();
   Picture(ShownWindow("Form1"), "programmed");
@@ -106,15 +103,19 @@ void DemoSession::ProgramVsk630() {
   Expect("Form1", "Text2", bank0);
   Press("Form1", "Option4");
   Expect("Form1", "Label2", QStringLiteral("isp mode is exist"));
-  Press("Form1", "Command4");
-  Expect("Form1", "Label3", QStringLiteral("Write Ok"));
-  Expect("Form1", "Label2", QStringLiteral("isp mode is out"));
-  Expect("Form1", "Text6", ShownText("Form1", "Text5"));
+  RunToWriteOk();
   ExpectFlash(board_.vsk630.Bank(0), bank0);
   ExpectFlash(board_.vsk630.Bank(1), Sample("vsk630/kiosk.H01"));
   boardWindow_.Refresh();
   Picture(ShownWindow("Form1"), "two-banks-programmed");
   Picture(&boardWindow_, "simulated-vsk630");
+}
+
+void DemoSession::RunToWriteOk() {
+  Press("Form1", "Command4");
+  Expect("Form1", "Label3", QStringLiteral("Write Ok"));
+  Expect("Form1", "Label2", QStringLiteral("isp mode is out"));
+  Expect("Form1", "Text6", ShownText("Form1", "Text5"));
 }
 
 void DemoSession::WriteRtd2120() {
@@ -129,7 +130,9 @@ void DemoSession::WriteRtd2120() {
   Press("RTD2120Write", "BothBank");
   Press("RTD2120Write", "AutoOp");
   Press("RTD2120Write", "Run");
-  ExpectToEndWith("RTD2120Write", "WriteStatus", QStringLiteral("CRC OK.\n"));
+  const QString status = ShownText("RTD2120Write", "WriteStatus");
+  Check(status.endsWith(QStringLiteral("CRC OK.\n")),
+        QStringLiteral("RTD2120Write WriteStatus shows:\n") + status);
   ExpectFlash(board_.rtd2120.Bank(0), bank1);
   ExpectFlash(board_.rtd2120.Bank(1), bank2);
   boardWindow_.Refresh();
@@ -191,13 +194,6 @@ void DemoSession::Expect(const char* window, const char* control, const QString&
   const QString shown = ShownText(window, control);
   Check(shown == text, QStringLiteral("%1 %2 shows \"%3\"")
                            .arg(QLatin1String(window), QLatin1String(control), shown));
-}
-
-void DemoSession::ExpectToEndWith(const char* window, const char* control, const QString& ending) {
-  const QString shown = ShownText(window, control);
-  Check(
-      shown.endsWith(ending),
-      QStringLiteral("%1 %2 shows:\n%3").arg(QLatin1String(window), QLatin1String(control), shown));
 }
 
 void DemoSession::ExpectFlash(const simulator::Flash& flash, const QString& hexFile) {

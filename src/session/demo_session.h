@@ -22,6 +22,7 @@ class DemoSession {
   void LookAtSettings();
   void ProgramVsk830();
   void ProgramVsk630();
+  void RunToWriteOk();
   void WriteRtd2120();
 
   QString Sample(const char* file) const;
@@ -36,7 +37,6 @@ class DemoSession {
   /// Presses a button that opens the file dialog, and answers it.
   void LoadFile(const char* window, const char* button, const QString& file);
   void Expect(const char* window, const char* control, const QString& text);
-  void ExpectToEndWith(const char* window, const char* control, const QString& ending);
   void ExpectFlash(const simulator::Flash& flash, const QString& hexFile);
   void Picture(QWidget* window, const char* name);
   void Check(bool holds, const QString& what);
