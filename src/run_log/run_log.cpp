@@ -74,9 +74,9 @@ std::string RunLog::TextOf(const RunLine& line) const {
   const Way way = way_();
   const std::string size = line.file.empty() ? std::string() : std::to_string(line.size);
   std::string text = TimeText(now_()) + "," + DurationText(line.duration);
-  for (const std::string& field : {line.chip, line.operation, line.file, size, line.crc,
-                                   line.chipCrc, ResultText(line.result), way.port, way.board,
-                                   way.program}) {
+  for (const std::string& field :
+       {line.chip, line.operation, line.file, size, line.crc, line.chipCrc, ResultText(line.result),
+        way.port, way.board, way.program}) {
     text += "," + Field(field);
   }
   return text + "\r\n";

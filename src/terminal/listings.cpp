@@ -67,7 +67,7 @@ int ListCheck(CommandLine line, const Surroundings& with, Narrator& narrator) {
     VskJob job(*tool, line, narrator, [] { return false; });
     loaded = job.Load(outcome);
     noted = job.Noted();
-    facts = job.Facts();
+    if (loaded) facts = job.Facts();
   } else {
     RtdJob job(*tool, line, narrator);
     loaded = job.Load(outcome);

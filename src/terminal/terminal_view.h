@@ -4,6 +4,7 @@
 
 #include <deque>
 #include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -50,7 +51,6 @@ class TerminalView : public View {
 
 /// What a load shows of one image.
 struct ImageFacts {
-  std::string file = {};
   std::string maximumAddress = {};
   std::string checksum = {};
   std::string crc = {};
@@ -60,7 +60,7 @@ class VskTerminalView final : public TerminalView<IspView> {
  public:
   using TerminalView::TerminalView;
 
-  ImageFacts facts;
+  std::map<ImageBox, std::string> boxes;
   std::deque<std::string> answers;   // to input boxes
   std::string modeStatus;            // shown last
   std::function<void()> quitAction;  // of the option "quit isp mode"
@@ -75,16 +75,12 @@ class VskTerminalView final : public TerminalView<IspView> {
   }
   void RepaintStatus(StatusLabel) override {}
   void ShowData(std::string_view) override {}
-  void ShowHardwareCrc(std::string_view) override {}
+  void ShowInBox(ImageBox box, std::string_view text) override { boxes[box] = text; }
   /// As in the window: selected by program, the option runs its action when it was not yet.
   void SelectQuitOption() override {
     if (!std::exchange(quitSelected_, true)) quitAction();
   }
   void DeselectQuitOption() override { quitSelected_ = false; }
-  void ShowFileName(std::string_view text) override { facts.file = text; }
-  void ShowMaximumAddress(std::string_view text) override { facts.maximumAddress = text; }
-  void ShowChecksum(std::string_view text) override { facts.checksum = text; }
-  void ShowSoftwareCrc(std::string_view text) override { facts.crc = text; }
   std::string AskText(std::string_view, std::string_view, std::string_view) override {
     if (answers.empty()) return {};
     std::string answer = answers.front();
@@ -103,7 +99,7 @@ class RtdTerminalView final : public TerminalView<tongxun2120::RtdView> {
   std::vector<ImageFacts> banks;  // in the order of their loads
 
   void ShowBankRow(tongxun2120::Bank, const tongxun2120::RtdBankRow& row) override {
-    banks.push_back({row.file, row.maximumAddress, row.checksum, ""});
+    banks.push_back({row.maximumAddress, row.checksum, ""});
   }
   /// Narrates the lines that are complete, each once.
   void SetStatusText(const std::string& text) override {

@@ -29,7 +29,10 @@ class VskJob {
 
   /// Of a file that was loaded: it is not as its maker meant.
   bool Noted() const { return view_.noted; }
-  const ImageFacts& Facts() const { return view_.facts; }
+  ImageFacts Facts() const {
+    return {view_.boxes.at(ImageBox::MaximumAddress), view_.boxes.at(ImageBox::Checksum),
+            view_.boxes.at(ImageBox::SoftwareCrc)};
+  }
   /// What `Run` has read, for the command "read".
   const std::vector<std::uint8_t>& Cells() const { return cells_; }
   /// Where it began.

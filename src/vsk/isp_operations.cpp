@@ -117,6 +117,12 @@ void IspOperations::ShowReadPage(std::int32_t page, IspView& view) const {
   view.ShowData(PageText(received.first(bytes), page, " (Read Page Code)"));
 }
 
+/// `percent`: of the bank.
+int IspOperations::OfAllBanks(const VskBank& bank, int percent) const {
+  const std::span<const VskBank> banks = Model().banks;
+  return static_cast<int>((percent + 100 * (&bank - banks.data())) / std::ssize(banks));
+}
+
 // per page: S C command page P, S A 00 data.. P
 std::optional<std::int32_t> IspOperations::SendPages(const VskBank& bank, std::int32_t maximum,
                                                      IspView& view) {
@@ -128,8 +134,7 @@ std::optional<std::int32_t> IspOperations::SendPages(const VskBank& bank, std::i
     if (!frames_.Send(frames_.CommandAddress(), {bank.command, pageNumber}, bank.addressByte)) {
       return page;
     }
-    const std::int32_t percent = 100 * page * Model().pageBytes / std::max(maximum, 1);
-    view.Programmed(percent / bank.percentDivisor + bank.percentOffset);
+    view.Programmed(OfAllBanks(bank, 100 * page * Model().pageBytes / std::max(maximum, 1)));
     refused = SendPage(bank, page, maximum, shown, view) ? std::nullopt : std::optional(page);
   }
   return refused;
@@ -160,9 +165,8 @@ void IspOperations::ShowProgress(const VskBank& bank, std::int32_t address, std:
   // An image of one byte is done with its first byte.
   const int percent = maximum == 0 ? 100 : 100 * address / maximum;
   if (percent != 10 * shown && maximum != 0) return;
-  const std::span<const VskBank> banks = Model().banks;
-  const auto ofAllBanks = (percent + 100 * (&bank - banks.data())) / std::ssize(banks);
-  view.SetStatusText(StatusLabel::Operation, "finish  " + std::to_string(ofAllBanks) + "%");
+  const std::string shownPercent = std::to_string(OfAllBanks(bank, percent));
+  view.SetStatusText(StatusLabel::Operation, "finish  " + shownPercent + "%");
   view.RepaintStatus(StatusLabel::Operation);
   ++shown;
 }

@@ -72,6 +72,7 @@ class IspOperations {
   bool SendFollowUp();
   RunResult EraseAndShow(IspView& view);
   void WaitBitDelays(int count);
+  int OfAllBanks(const VskBank& bank, int percent) const;
   /// Nothing when every command and the last data frame were acknowledged, else the page of the one
   /// that was not.
   std::optional<std::int32_t> SendPages(const VskBank& bank, std::int32_t maximum, IspView& view);

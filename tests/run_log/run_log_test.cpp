@@ -33,7 +33,8 @@ TEST_F(RunLogTest, OneLineARun) {
             kHeading +
                 "2026-11-02T04:03:05Z,0.7,VSK830,Program,\"C:\\a \"\"b\"\".hex\",300,AEE7,0,CRC "
                 "Error,378,\"ISP-1, plain\",isp-write\r\n"
-                "2026-11-03T04:03:05Z,64.0,VSK630,Erase All,,,,,Blank ok,378,\"ISP-1, plain\",isp-write\r\n");
+                "2026-11-03T04:03:05Z,64.0,VSK630,Erase All,,,,,Blank ok,378,\"ISP-1, "
+                "plain\",isp-write\r\n");
   EXPECT_TRUE(told.empty());
 }
 
@@ -54,7 +55,8 @@ TEST_F(RunLogTest, AFullLogOrOneOfAnotherVersionBecomesTheOldOne) {
     log.Append({.chip = "VSK830"});
     EXPECT_EQ(folder.Read("state/runs.old.csv"), old);
     EXPECT_EQ(folder.Read("state/runs.csv"),
-              kHeading + "2026-11-02T04:03:05Z,0.0,RTD2120,,,,,,,378,\"ISP-1, plain\",isp-write\r\n" +
+              kHeading +
+                  "2026-11-02T04:03:05Z,0.0,RTD2120,,,,,,,378,\"ISP-1, plain\",isp-write\r\n" +
                   "2026-11-02T04:03:05Z,0.0,VSK830,,,,,,,378,\"ISP-1, plain\",isp-write\r\n");
   }
 }

@@ -40,8 +40,7 @@ fs::path WindowsFolderInLowerCase() {
 
 }  // namespace
 
-Directories SystemDirectories(std::string_view programName,
-                              std::string_view /*deliveredName*/) {
+Directories SystemDirectories(std::string_view programName, std::string_view /*deliveredName*/) {
   const wchar_t* local = _wgetenv(L"LOCALAPPDATA");
   return {.programFolder = ProgramFolder(),
           .settingsFolder = WindowsFolderInLowerCase(),
