@@ -188,7 +188,7 @@ bool ChipCommand::HoldThePort() {
   const std::string flash = PathText(fs::absolute(PathOf(line_.flash), missing));
   const std::string what =
       simulated_ ? "flash-" + std::to_string(loadfile::ContentHash(flash)) : outcome_.port;
-  alone_ = HoldAlone("isp-write-" + what);
+  alone_ = with_.holdAlone("isp-write-" + what);
   if (alone_) return true;
   return Refuse(simulated_ ? kBadFile : kNoPort,
                 (simulated_ ? line_.flash : "port " + outcome_.port) +

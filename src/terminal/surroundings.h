@@ -10,6 +10,7 @@
 
 #include "platform/directories.h"
 #include "platform/port_io.h"
+#include "platform/single_use.h"
 #include "platform/tick_counter.h"
 
 namespace terminal {
@@ -23,6 +24,7 @@ struct Surroundings {
   std::filesystem::path simulatedStateFolder;  // of the log of runs on simulated boards
   std::function<std::unique_ptr<PortIo>(const std::filesystem::path& boardFolder, Problem report)>
       openPort = SystemParallelPort;
+  std::function<std::unique_ptr<SingleUse>(const std::string& what)> holdAlone = HoldAlone;
   std::function<int()> signal = [] { return 0; };  // that asked for the end; 0 for none
   std::string recording = {};                      // file for all port accesses; empty for none
   std::string version = {};                        // one line

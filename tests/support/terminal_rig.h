@@ -50,6 +50,7 @@ struct TerminalRig {
   int signal = 0;
   bool errIsTerminal = false;
   int opened = 0;
+  std::string heldByOthers;  // what another copy uses
 
   // Of the last run.
   std::string out, err;
@@ -74,6 +75,7 @@ struct TerminalRig {
                                     .stateFolder = folder / "state"},
                     .simulatedStateFolder = folder / "simulated",
                     .openPort = [this](const auto&, const Problem& report) { return Open(report); },
+                    .holdAlone = [this](const auto& what) { return Hold(what); },
                     .signal = [this] { return signal; },
                     .version = "isp-write 0"});
     out = outStream.str();
@@ -82,6 +84,9 @@ struct TerminalRig {
   }
 
  private:
+  std::unique_ptr<SingleUse> Hold(const std::string& what) const {
+    return what == heldByOthers ? nullptr : std::make_unique<SingleUse>();
+  }
   /// A port that lives as long as the command, on the board that outlives it.
   struct Borrowed final : PortIo {
     Borrowed(PortIo& lent, Problem told, std::string trouble)

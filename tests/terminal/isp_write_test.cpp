@@ -244,6 +244,14 @@ TEST_F(IspWriteTest, APortThatCannotBeUsedIsTold) {
   EXPECT_THAT(rig->accesses.all, IsEmpty());
 }
 
+TEST_F(IspWriteTest, TwoCopiesDoNotUseOnePort) {
+  rig->heldByOthers = "isp-write-278";
+  EXPECT_EQ(rig->Run({"erase", "vsk830", "--port", "278"}), 4);
+  EXPECT_THAT(rig->err, HasSubstr("port 278 is in use by another isp-write"));
+  EXPECT_THAT(rig->accesses.all, IsEmpty());
+  EXPECT_EQ(rig->Run({"erase", "vsk830", "--port", "378"}), 1) << "nothing is plugged in";
+}
+
 /// A signal waits for what changes the chip, and ends what only reads.
 TEST_F(IspWriteTest, ASignalLeavesNoChipHalfWritten) {
   board.Connect(ConnectedChip::Vsk830);

@@ -54,7 +54,7 @@ constexpr Row kForm1[] = {
 };
 constexpr Row kForm2[] = {
     {"Label1", "Halvern VSK Isp Writer Program", {480, 480, 3855, 375}},
-    {"Label2", "Version V100", {1440, 960, 1335, 375}},
+    {"Label2", "Version V" ISP_WRITER_VERSION_DIGITS, {1440, 960, 1335, 375}},
     {"Label3", "Halvern Technolog Information", {600, 1440, 3495, 375}},
     {"Enter", "Enter", {480, 3840, 1095, 375}},
     {"Command1", "Back", {2760, 3840, 1095, 375}},
