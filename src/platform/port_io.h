@@ -51,9 +51,9 @@ struct PortNote {
   std::string problem;                // why it cannot be reached now; empty when it can
 };
 
-/// The ports that are known on this machine, and what could become one. Takes none of them.
-/// `boardFolder`: as below.
-std::vector<PortNote> SystemPorts(const std::filesystem::path& boardFolder);
+/// The ports that are known on this machine, what could become one, and the one at `base`. Takes
+/// none of them. `boardFolder`: as below.
+std::vector<PortNote> SystemPorts(const std::filesystem::path& boardFolder, std::uint32_t base);
 
 /// The machine's own parallel port. It is taken at the first `UsePort` and given back, with its
 /// data and control registers as they were found, when it is left for another one and when the

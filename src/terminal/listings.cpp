@@ -97,12 +97,16 @@ int ListCheck(CommandLine line, const Surroundings& with, Narrator& narrator) {
 }
 
 int ListPorts(const CommandLine& line, const Surroundings& with, Narrator& narrator) {
-  const auto ports = SystemPorts(with.directories.programFolder / "Initial");
+  const auto tool = ToolWithoutPort(with, narrator);
+  tool->LoadConfiguration([] {});
+  const auto inUse = static_cast<std::uint32_t>(line.port.value_or(tool->port.PortBase));
+  const auto ports = SystemPorts(with.directories.programFolder / "Initial", inUse);
   if (line.json) {
     Json list = Json::array();
     for (const PortNote& port : ports) {
       Json entry{{"device", port.device}};
       if (port.base) entry["port"] = HexText(static_cast<std::int32_t>(*port.base));
+      entry["inUse"] = port.base == inUse;
       entry["usable"] = port.base.has_value() && port.problem.empty();
       if (!port.problem.empty()) entry["problem"] = InTerminalWords(port.problem);
       list.push_back(std::move(entry));
@@ -113,9 +117,10 @@ int ListPorts(const CommandLine& line, const Surroundings& with, Narrator& narra
   std::vector<std::pair<std::string, std::string>> rows;
   for (const PortNote& port : ports) {
     const std::string base = port.base ? HexText(static_cast<std::int32_t>(*port.base)) : "-";
+    const std::string mark = port.base == inUse ? "* " : "  ";
     const std::string state =
         port.problem.empty() ? std::string() : ": " + OneLine(InTerminalWords(port.problem));
-    rows.emplace_back(base, port.device + state);
+    rows.emplace_back(mark + base, (port.device.empty() ? "GPIO lines" : port.device) + state);
   }
   PrintRows(rows, with.out);
   if (rows.empty()) narrator.Say("no port is known on this PC");

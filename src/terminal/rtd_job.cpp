@@ -50,6 +50,9 @@ void RtdJob::Run(Outcome& outcome) {
   outcome.failure = run.result.failure;
   outcome.place = run.result.place;
   const bool verified = erase || (!run.crc.empty() && run.crc == run.chipCrc);
+  // A line that is held low from the middle of the run on seems to answer with CRC 0.
+  const bool zero = ("+ " + run.crc + " +").find("+ 0 +") != std::string::npos;
+  if (verified && zero && tool_.port.SdaIsLow()) outcome.failure = "SDA is held low";
   if (!outcome.failure.empty() || !verified) outcome.status = kChipSaysNo;
 }
 

@@ -6,7 +6,8 @@
 
 namespace {
 
-constexpr std::uint32_t kRegisters = 3;   // data, status, control
+constexpr std::uint32_t kRegisters = 3;  // data, status, control
+constexpr const char* kDevice = "direct access";
 constexpr std::uint8_t kEmptyBus = 0xFF;  // what an address reads at which nothing answers
 
 class IoPortsAccess final : public PortAccess {
@@ -66,6 +67,14 @@ TakenPort Refused(PortSystem& system, std::uint32_t base, PortFault fault) {
 
 }  // namespace
 
+PortNote IoPortsAt(PortSystem& system, std::uint32_t base) {
+  const int result = system.IoPerm(base, kRegisters, true);
+  const bool answers = result >= 0 && !NothingAnswers(system, base);
+  if (result >= 0) system.IoPerm(base, kRegisters, false);
+  const PortFault fault = result < 0 ? PortFault{"ioperm", -result} : PortFault{};
+  return {base, kDevice, answers ? std::string() : Refused(system, base, fault).problem};
+}
+
 TakenPort TakeIoPorts(PortSystem& system, const PortPlace& place) {
   const std::uint32_t base = place.use.base;
   const int result = system.IoPerm(base, kRegisters, true);
@@ -74,5 +83,5 @@ TakenPort TakeIoPorts(PortSystem& system, const PortPlace& place) {
     system.IoPerm(base, kRegisters, false);
     return Refused(system, base, {});
   }
-  return {.access = std::make_unique<IoPortsAccess>(system, base), .device = "direct access"};
+  return {.access = std::make_unique<IoPortsAccess>(system, base), .device = kDevice};
 }

@@ -77,6 +77,9 @@ std::vector<PortNote> PpdevPorts(PortSystem& system);
 /// By in and out instructions on the base and the two addresses behind it, past any driver.
 TakenPort TakeIoPorts(PortSystem& system, const PortPlace& place);
 
+/// The same, for a list: reads the registers and leaves them as they are.
+PortNote IoPortsAt(PortSystem& system, std::uint32_t base);
+
 /// As lines of GPIO chips, at an address that "GpioPort.csv" describes. No other way may be tried
 /// there.
 TakenPort TakeGpio(PortSystem& system, const PortPlace& place);

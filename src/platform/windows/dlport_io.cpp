@@ -88,6 +88,7 @@ std::unique_ptr<PortIo> SystemParallelPort(const std::filesystem::path& /*boardF
 }
 
 // Any address can be reached; which of them belong to a port the library does not tell.
-std::vector<PortNote> SystemPorts(const std::filesystem::path& /*boardFolder*/) {
-  return {{{}, std::string(kLibrary) + ", any address", {}}};
+std::vector<PortNote> SystemPorts(const std::filesystem::path& /*boardFolder*/,
+                                  std::uint32_t base) {
+  return {{base, std::string(kLibrary) + ", as any other address", {}}};
 }
