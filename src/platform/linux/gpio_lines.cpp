@@ -27,6 +27,7 @@ std::map<std::uint32_t, std::string> NamedLines(const GpioChip& chip,
 
 std::vector<std::string> TextsOf(const std::map<std::uint32_t, std::string>& lines) {
   std::vector<std::string> texts;
+  texts.reserve(lines.size());
   for (const auto& [number, name] : lines) texts.push_back(TextOf(number, name));
   return texts;
 }
