@@ -32,5 +32,6 @@ int main() {
        .err = std::cerr,
        .ticks = ticks,
        .directories = SystemDirectories("isp-writer"),
+       .simulatedStateFolder = {},
        .openPort = [](const auto&, const Problem&) { return std::make_unique<FirstAccess>(); }});
 }

@@ -83,7 +83,7 @@ Status CanReplace(const fs::path& path) {
   }
   fs::path part = path;
   part += ".part";
-  const Status status = Write(part, "", std::ios::trunc);
+  Status status = Write(part, "", std::ios::trunc);
   if (status.Ok()) fs::remove(part, error);
   return status;
 }
@@ -92,7 +92,7 @@ Status WriteAtStart(const fs::path& path, std::span<const std::uint8_t> bytes) {
   std::error_code error;
   const fs::path linked = fs::canonical(path, error);
   const fs::path& file = error ? path : linked;
-  const Result<std::string> old = ReadFile(file, std::numeric_limits<std::size_t>::max());
+  Result<std::string> old = ReadFile(file, std::numeric_limits<std::size_t>::max());
   if (!old.Ok() && !old.IsMissing()) return old;
 
   std::string content(bytes.begin(), bytes.end());
