@@ -55,6 +55,8 @@ Outcome ChipCommand::Execute() {
   if (!Interrupted()) Work();
 
   // The lines are released and the registers put back before anything is said to be done.
+  vsk_.reset();
+  rtd_.reset();
   tool_.reset();
   recording_.reset();
   port_.reset();
@@ -202,14 +204,14 @@ void ChipCommand::Work() {
     rtd_->Run(outcome_);
   }
   tool_->port.StillThere();  // one that has gone meanwhile is told
+  if (line_.command != Command::Read) return;
+  const auto& cells = vsk_->Cells();
+  output_ = IsHexName(line_.file) ? loadfile::HexFileText(vsk_->Range().first, cells)
+                                  : std::string(cells.begin(), cells.end());
 }
 
 void ChipCommand::WriteOutput() {
-  const auto& cells = vsk_->Cells();
-  const std::string content = IsHexName(line_.file)
-                                  ? loadfile::HexFileText(vsk_->Range().first, cells)
-                                  : std::string(cells.begin(), cells.end());
-  const Status written = ReplaceFile(PathOf(line_.file), content);
+  const Status written = ReplaceFile(PathOf(line_.file), output_);
   if (!written.Ok()) Refuse(kBadFile, Unwritable(line_.file, written));
 }
 

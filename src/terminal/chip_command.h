@@ -45,6 +45,7 @@ class ChipCommand {
   const Surroundings& with_;
   Narrator& narrator_;
   Outcome outcome_;
+  std::string output_;  // what was read, as the file's content
 
   // In the order in which they are built: the tool releases the lines before the port is given
   // back.
