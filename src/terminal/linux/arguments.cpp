@@ -3,15 +3,21 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <string_view>
 
 namespace terminal {
 
 std::vector<std::string> Arguments(int argc, char** argv) { return {argv + 1, argv + argc}; }
 
-bool ErrIsTerminal() {
-  const char* kind = std::getenv("TERM");
-  return isatty(STDERR_FILENO) != 0 && kind != nullptr && std::string_view(kind) != "dumb";
+std::string EnvironmentText(const char* name) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? "" : value;
 }
+
+bool ErrIsTerminal() {
+  const std::string kind = EnvironmentText("TERM");
+  return isatty(STDERR_FILENO) != 0 && !kind.empty() && kind != "dumb";
+}
+
+void ShowUtf8() {}
 
 }  // namespace terminal
