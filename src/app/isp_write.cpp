@@ -11,7 +11,7 @@
 int main(int argc, char** argv) {
   // Without a handler the stack need not be unwound, and the port would not be given back.
   try {
-    terminal::ShowUtf8();
+    terminal::PrepareStreams();
     const terminal::Interruption interruption;
     const auto ticks = SystemTickCounter();
     return terminal::IspWrite(
@@ -31,5 +31,5 @@ int main(int argc, char** argv) {
   } catch (...) {
     std::cerr << "isp-write: unknown error\n";
   }
-  return terminal::kNoPort;
+  return terminal::kProgramFailed;
 }

@@ -15,8 +15,10 @@ std::string EnvironmentText(const char* name);
 /// The standard error is read by a person who sees a line written anew.
 bool ErrIsTerminal();
 
-/// Until the program ends, a console shows what is written to it as UTF-8, as a terminal of Linux
+/// What is closed of the standard input, output and error is opened on nothing, so that no file
+/// that is opened later, a port's among them, takes its number and gets what is said. On Windows,
+/// until the program ends, a console shows what is written to it as UTF-8, as a terminal of Linux
 /// does anyway.
-void ShowUtf8();
+void PrepareStreams();
 
 }  // namespace terminal

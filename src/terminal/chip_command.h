@@ -17,6 +17,8 @@
 
 namespace terminal {
 
+inline constexpr const char* kStrict = "--strict: the file is not as its maker meant";
+
 class ChipCommand {
  public:
   ChipCommand(const CommandLine& line, const Surroundings& with, Narrator& narrator)

@@ -1,5 +1,6 @@
 #include "terminal/arguments.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -18,6 +19,11 @@ bool ErrIsTerminal() {
   return isatty(STDERR_FILENO) != 0 && !kind.empty() && kind != "dumb";
 }
 
-void ShowUtf8() {}
+void PrepareStreams() {
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    // The lowest number that is free is given out.
+    if (fcntl(stream, F_GETFD) < 0 && open("/dev/null", O_RDWR) != stream) return;
+  }
+}
 
 }  // namespace terminal

@@ -49,6 +49,6 @@ bool ErrIsTerminal() {
          SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
 }
 
-void ShowUtf8() { static const Utf8Console console; }
+void PrepareStreams() { static const Utf8Console console; }
 
 }  // namespace terminal
