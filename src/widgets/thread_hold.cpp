@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QPointer>
+#include <QWindow>
 #include <utility>
 
 namespace {
@@ -11,6 +12,14 @@ namespace {
 /// What will be asked again once the thread is free: no window may go within an operation. The
 /// window system asks the `QWindow`, the program itself the widget.
 QList<QPointer<QObject>> askedToClose;
+
+void CloseLater(const QPointer<QObject>& asked) {
+  const auto close = [asked] {
+    if (auto* window = qobject_cast<QWindow*>(asked)) window->close();
+    if (auto* widget = qobject_cast<QWidget*>(asked)) widget->close();
+  };
+  QMetaObject::invokeMethod(qApp, close, Qt::QueuedConnection);
+}
 
 /// Swallows what the operator did, and keeps close requests. Releases pass, so that nothing stays
 /// pressed. Timers wait: one that repeats a pressed control must see the release first.
@@ -85,9 +94,7 @@ ThreadHold::~ThreadHold() {
   if (depth_ == 1) {
     DiscardInput();
     QApplication::restoreOverrideCursor();
-    for (const auto& asked : std::exchange(askedToClose, {})) {
-      if (asked) QMetaObject::invokeMethod(asked, "close", Qt::QueuedConnection);
-    }
+    for (const auto& asked : std::exchange(askedToClose, {})) CloseLater(asked);
   }
   --depth_;
 }
