@@ -1,5 +1,5 @@
-// The bus clock that calibrations lead to: on PCs whose tick counter is quick or slow to read, idle
-// or busy, and for every speed factor.
+// The bus clock that calibrations lead to: on PCs whose tick counter is quick or slow to read and
+// goes in small or large steps, idle or busy, and for every speed factor.
 #include <benchmark/benchmark.h>
 #include <signal.h>
 #include <sys/prctl.h>
@@ -45,26 +45,28 @@ class SlowTicks final : public TickCounter {
 /// A tick counter in memory, where a reading takes about 2 ns; a thread advances it.
 class MemoryTicks final : public TickCounter {
  public:
+  explicit MemoryTicks(std::chrono::microseconds step) : step_(step) {}
   std::uint32_t GetTickCount() override { return value_.load(std::memory_order_relaxed); }
 
  private:
   void Advance(const std::stop_token& stop) {
-    for (auto next = Clock::now(); !stop.stop_requested();
-         next += std::chrono::microseconds(15625)) {
-      std::this_thread::sleep_until(next);
-      value_ = ticks_->GetTickCount();
+    auto sinceStart = step_;
+    for (const auto start = Clock::now(); !stop.stop_requested(); sinceStart += step_) {
+      std::this_thread::sleep_until(start + sinceStart);
+      value_ = static_cast<std::uint32_t>(sinceStart / std::chrono::milliseconds(1));
     }
   }
 
-  std::unique_ptr<TickCounter> ticks_ = SystemTickCounter();
-  std::atomic<std::uint32_t> value_ = ticks_->GetTickCount();
+  const std::chrono::microseconds step_;
+  std::atomic<std::uint32_t> value_ = 0;
   std::jthread advancing_{[this](const std::stop_token& stop) { Advance(stop); }};
 };
 
-/// `cost_ns`: 2, or 0 for the machine's own, or any that is larger than that.
-std::unique_ptr<TickCounter> TicksOfCost(std::int64_t cost_ns) {
+/// `cost_ns`: 2, or 0 for the machine's own, or any that is larger than that. `step_us`: of a
+/// counter in memory; the machine's own one has 15,625.
+std::unique_ptr<TickCounter> Ticks(std::int64_t cost_ns, std::int64_t step_us) {
   if (cost_ns == 0) return SystemTickCounter();
-  if (cost_ns == 2) return std::make_unique<MemoryTicks>();
+  if (cost_ns == 2) return std::make_unique<MemoryTicks>(std::chrono::microseconds(step_us));
   return std::make_unique<SlowTicks>(nanoseconds(cost_ns));
 }
 
@@ -94,6 +96,12 @@ class BusyProcesses {
   std::vector<pid_t> ids_;
 };
 
+double Median_us(std::vector<nanoseconds>& times) {
+  const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
+  std::nth_element(times.begin(), middle, times.end());
+  return std::chrono::duration<double, std::micro>(*middle).count();
+}
+
 /// A port whose every access takes `access`, and that notes when SCL rises.
 class ClockedPort final : public PortIo {
  public:
@@ -114,15 +122,10 @@ class ClockedPort final : public PortIo {
   /// 1 / the median time between two rises, and forgets them. Kept from the processor now and then,
   /// the thread still finds most periods undisturbed.
   double TakeFrequency_kHz() {
-    std::vector<double> periods_ms;
-    for (std::size_t i = 1; i < rises.size(); ++i) {
-      periods_ms.push_back(
-          std::chrono::duration<double, std::milli>(rises[i] - rises[i - 1]).count());
-    }
+    std::vector<nanoseconds> periods;
+    for (std::size_t i = 1; i < rises.size(); ++i) periods.push_back(rises[i] - rises[i - 1]);
     rises.clear();
-    const auto middle = periods_ms.begin() + static_cast<std::ptrdiff_t>(periods_ms.size() / 2);
-    std::nth_element(periods_ms.begin(), middle, periods_ms.end());
-    return 1 / *middle;
+    return 1000 / Median_us(periods);
   }
 
  private:
@@ -146,6 +149,16 @@ struct Bus {
     for (int i = 0; i < 1000; ++i) master.I2cReadByte(0);
     return io.TakeFrequency_kHz();
   }
+  double BitDelay_us() {
+    constexpr int kAtATime = 10;  // so that the clock's own readings are lost in it
+    std::vector<nanoseconds> times(1000);
+    for (nanoseconds& time : times) {
+      const Clock::time_point begin = Clock::now();
+      for (int i = 0; i < kAtATime; ++i) timing.BitDelay();
+      time = Clock::now() - begin;
+    }
+    return Median_us(times) / kAtATime;
+  }
 
   ClockedPort io;
   IspBoards boards;
@@ -154,11 +167,12 @@ struct Bus {
   tongxun::I2cMaster master{port, timing};
 };
 
-/// Arguments: the speed factor, what a reading takes (see `TicksOfCost`), whether the PC is busy.
+/// Arguments: the speed factor, what a reading takes and a tick (see `Ticks`), whether the PC is
+/// busy.
 void Scl(benchmark::State& state) {
-  const auto ticks = TicksOfCost(state.range(1));
+  const auto ticks = Ticks(state.range(1), state.range(2));
   for (auto _ : state) {
-    auto load = state.range(2) != 0 ? std::make_unique<BusyProcesses>() : nullptr;
+    auto load = state.range(3) != 0 ? std::make_unique<BusyProcesses>() : nullptr;
     const Clock::time_point begin = Clock::now();
     Bus bus(*ticks, state.range(0));
     const std::chrono::duration<double> held = Clock::now() - begin;
@@ -168,11 +182,13 @@ void Scl(benchmark::State& state) {
     state.counters["read_kHz"] = bus.ReadBits_kHz();
     load.reset();
     state.counters["written_after_kHz"] = bus.WrittenBits_kHz();
+    state.counters["delay_after_us"] = bus.BitDelay_us();
   }
 }
 BENCHMARK(Scl)
-    ->ArgsProduct({{2}, {0, 2, 300, 1200}, {0, 1}})
-    ->ArgsProduct({{1, 3, 4, 5, 6, 7, 8, 9, 10}, {0}, {0}})
+    ->ArgsProduct({{2}, {0, 2, 300, 1200}, {15625}, {0, 1}})
+    ->ArgsProduct({{2}, {2}, {1000, 10000, 55000}, {0}})
+    ->ArgsProduct({{1, 3, 4, 5, 6, 7, 8, 9, 10}, {0}, {15625}, {0}})
     ->UseManualTime()
     ->Iterations(1)
     ->Repetitions(3);
