@@ -22,7 +22,7 @@ class StartedProgram {
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, input_[0], STDIN_FILENO);
     posix_spawn_file_actions_adddup2(&actions, output_[1], STDOUT_FILENO);
-    std::string path = STARTUP_FOLDER "/" + name;
+    std::string path = name.starts_with('/') ? name : STARTUP_FOLDER "/" + name;
     std::array<char*, 2> arguments{path.data(), nullptr};
     running_ = posix_spawn(&id_, path.c_str(), &actions, nullptr, arguments.data(), environ) == 0;
     posix_spawn_file_actions_destroy(&actions);
@@ -37,7 +37,7 @@ class StartedProgram {
   StartedProgram(const StartedProgram&) = delete;
   StartedProgram& operator=(const StartedProgram&) = delete;
 
-  /// False when the program ended before it showed its window.
+  /// False when the program ended before it showed its window, or used the port.
   bool WaitUntilShown() {
     char byte = 0;
     return running_ && read(output_[0], &byte, 1) == 1;
@@ -80,7 +80,26 @@ void Register(const std::string& program, const char* platform) {
       ->Repetitions(41);
 }
 
+/// isp-write up to its first access to the port, and a program that does nothing, to its end.
+void StartTerminal(benchmark::State& state, const std::string& program) {
+  for (auto _ : state) {
+    const auto begin = std::chrono::steady_clock::now();
+    StartedProgram started(program);
+    const bool told = started.WaitUntilShown();
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - begin;
+    if (told == (program == "/bin/true")) state.SkipWithError("it did something else");
+    state.SetIterationTime(took.count());
+  }
+}
+
 const bool registered = [] {
+  for (const std::string program : {"/bin/true", "terminal_access"}) {
+    benchmark::RegisterBenchmark(("StartTerminal/" + program).c_str(), StartTerminal, program)
+        ->Unit(benchmark::kMillisecond)
+        ->UseManualTime()
+        ->Iterations(1)
+        ->Repetitions(41);
+  }
   for (const char* platform : {"offscreen", "xcb"}) {
     if (platform == std::string("xcb") && std::getenv("DISPLAY") == nullptr) continue;
     for (const char* program : {"bare_window", "text_window", "tool_launcher"})

@@ -27,13 +27,14 @@ _isp_write() {
   done
   case $command in
     "") COMPREPLY=($(compgen -W "$commands" -- "$cur")) ;;
-    program | erase | read | compare)
+    erase) COMPREPLY=($(compgen -W "$chips" -- "$cur")) ;;
+    program | read | compare)
       if [[ " $chips " == *" ${prev,,} "* ]]; then
         _filedir
       else
         COMPREPLY=($(compgen -W "$chips" -- "$cur"))
       fi
       ;;
-    check) _filedir ;;
+    check) if [[ $prev == check ]]; then _filedir; else COMPREPLY=($(compgen -W "$chips" -- "$cur")); fi ;;
   esac
 } && complete -F _isp_write isp-write

@@ -1,7 +1,6 @@
 // The tool from a terminal.
 #include "terminal/isp_write.h"
 
-#include <cstdlib>
 #include <exception>
 #include <iostream>
 
@@ -12,9 +11,9 @@
 int main(int argc, char** argv) {
   // Without a handler the stack need not be unwound, and the port would not be given back.
   try {
+    terminal::PrepareStreams();
     const terminal::Interruption interruption;
     const auto ticks = SystemTickCounter();
-    const char* recording = std::getenv("ISP_WRITER_RECORD");
     return terminal::IspWrite(
         terminal::Arguments(argc, argv),
         {.out = std::cout,
@@ -24,7 +23,7 @@ int main(int argc, char** argv) {
          .directories = SystemDirectories("isp-writer", "isp-write"),
          .simulatedStateFolder = SystemDirectories("isp-writer-simulator").stateFolder,
          .signal = [&] { return interruption.Signal(); },
-         .recording = recording == nullptr ? "" : recording,
+         .recording = terminal::EnvironmentText("ISP_WRITER_RECORD"),
          .version = "isp-write " ISP_WRITER_VERSION
                     ": writes firmware into microcontrollers from a terminal"});
   } catch (const std::exception& failure) {
@@ -32,5 +31,5 @@ int main(int argc, char** argv) {
   } catch (...) {
     std::cerr << "isp-write: unknown error\n";
   }
-  return terminal::kNoPort;
+  return terminal::kProgramFailed;
 }

@@ -28,7 +28,7 @@ Status PortAddressFile::Write() const {
 }
 
 Status PortAddressFile::SavePortAddress() {
-  const Status written = Write();
+  Status written = Write();
   if (written.Ok()) return written;
   const bool told = std::exchange(toldUnsaved_, true);
   return Status::Failed(told ? std::string() : Unsaved(path_, written.Reason()));

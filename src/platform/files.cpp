@@ -33,6 +33,18 @@ Status Unreadable(const std::string& reason) {
   return Status::Failed("the file cannot be read: " + reason);
 }
 
+/// A name beside the file that none of the operator's files has.
+fs::path PartOf(const fs::path& file) {
+  std::error_code error;
+  fs::path part = file;
+  part += ".part";
+  for (int next = 2; fs::is_regular_file(part, error); ++next) {
+    part = file;
+    part += ".part" + std::to_string(next);
+  }
+  return part;
+}
+
 }  // namespace
 
 Result<std::string> ReadFile(const fs::path& path, std::size_t limit) {
@@ -59,10 +71,11 @@ void EnsureFile(const fs::path& path) {
 }
 
 /// Under another name first, which then takes the file's place at once.
-Status ReplaceFile(const fs::path& file, const std::string& content) {
-  fs::path part = file;
-  part += ".part";
+Status ReplaceFile(const fs::path& path, const std::string& content) {
   std::error_code error;
+  const fs::path linked = fs::canonical(path, error);
+  const fs::path& file = error ? path : linked;
+  const fs::path part = PartOf(file);
   Status status = EnsureFolderOf(file);
   if (status.Ok()) status = Write(part, content, std::ios::trunc);
   if (status.Ok()) {
@@ -81,18 +94,14 @@ Status CanReplace(const fs::path& path) {
   if (!fs::is_directory(fs::absolute(path, error).parent_path(), error)) {
     return Status::Failed("its folder does not exist");
   }
-  fs::path part = path;
-  part += ".part";
-  const Status status = Write(part, "", std::ios::trunc);
+  const fs::path part = PartOf(path);
+  Status status = Write(part, "", std::ios::trunc);
   if (status.Ok()) fs::remove(part, error);
   return status;
 }
 
-Status WriteAtStart(const fs::path& path, std::span<const std::uint8_t> bytes) {
-  std::error_code error;
-  const fs::path linked = fs::canonical(path, error);
-  const fs::path& file = error ? path : linked;
-  const Result<std::string> old = ReadFile(file, std::numeric_limits<std::size_t>::max());
+Status WriteAtStart(const fs::path& file, std::span<const std::uint8_t> bytes) {
+  Result<std::string> old = ReadFile(file, std::numeric_limits<std::size_t>::max());
   if (!old.Ok() && !old.IsMissing()) return old;
 
   std::string content(bytes.begin(), bytes.end());

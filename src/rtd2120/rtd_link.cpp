@@ -150,11 +150,11 @@ int RtdLink::RtdWritePage(int count, int flags) {
   return Write(row, count, flags, 3);
 }
 
-void RtdLink::WriteRegister(int registerNumber, int value) {
+bool RtdLink::WriteRegister(int registerNumber, int value) {
   RtdTxBuf[0] = kIspSlave;
   RtdTxBuf[1] = static_cast<std::int16_t>(registerNumber);
   RtdTxBuf[2] = static_cast<std::int16_t>(value);
-  RtdWriteBytes(3, kWithStart | kWithStop);
+  return RtdWriteBytes(3, kWithStart | kWithStop) == kDone;
 }
 
 void RtdLink::WriteAddress(int registerNumber, int high, int low) {

@@ -49,8 +49,8 @@ class RtdLink {
   /// acknowledge.
   int RtdWritePage(int count, int flags);
 
-  /// S 94 register value P
-  void WriteRegister(int registerNumber, int value);
+  /// S 94 register value P     True when the value was acknowledged.
+  bool WriteRegister(int registerNumber, int value);
   /// S 96 register high low P
   void WriteAddress(int registerNumber, int high, int low);
   /// Reads one register of the ISP slave into `RtdRxBuf[0]`. False when it was not acknowledged.

@@ -41,7 +41,7 @@ RunResult RtdLog::Result() const {
   for (std::size_t at = 0; (at = line.find(kLineEnd, at)) != std::string::npos;) {
     line.replace(at, 2, "; ");
   }
-  return {.text = line, .failure = failure_, .place = place_};
+  return {.text = line, .failure = failure_, .place = place_, .silent = silent_};
 }
 
 }  // namespace tongxun2120

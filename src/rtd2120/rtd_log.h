@@ -23,6 +23,8 @@ class RtdLog {
   /// Each shows its text at once. `Show` replaces all lines.
   void Show(const std::string& text);
   void AppendLine(std::string_view message);
+  /// The command that the next line rests upon was not acknowledged: in the result only.
+  void NoteSilence() { silent_ = true; }
   /// A bank is programmed so far.
   void Programmed(int percent) { view_.Programmed(percent); }
   void AppendRedLine(std::string_view message);
@@ -39,6 +41,7 @@ class RtdLog {
   std::string text_;
   std::string failure_;  // the first
   std::string place_;    // of the first
+  bool silent_ = false;
 };
 
 }  // namespace tongxun2120

@@ -94,7 +94,7 @@ std::optional<int> RtdOperations::RtdReadCrc(Bank bank, RtdLog& log) {
 
 // S 94 90 C0 P; [90] until bit 7 is 0
 bool RtdOperations::RtdEraseChip(RtdLog& log) {
-  link_.WriteRegister(kIspControl, kErase);
+  if (!link_.WriteRegister(kIspControl, kErase)) log.NoteSilence();
   if (!WaitForControlBit(kErasing)) {
     log.AppendRedLine(kLinkError);
     return false;

@@ -8,7 +8,7 @@ struct RunResult {
   std::string failure = {};  // the text that turned the colour red; empty when it is black
   std::string place = {};    // of the failure, where it is known, for instance "bank 1 page 2A"
   /// The chip left unanswered what the text rests upon, as one that is unplugged does: the reading
-  /// of its CRC, or the command to erase a page.
+  /// of its CRC, or the command to erase.
   bool silent = false;
 
   bool operator==(const RunResult&) const = default;

@@ -82,7 +82,8 @@ void DemoSession::ProgramVsk830() {
   Press("Form1", "Option4");
   Expect("Form1", "Label2", QStringLiteral("isp mode is exist"));
   Press("Form1", "Option10");
-  PressAndAgree("Form1", "Command4");
+  AnswerDialog<QDialog>([](QDialog& dialog) { dialog.accept(); });  // the page that it offers
+  Press("Form1", "Command4");
   const QString page = ShownText("Form1", "Text1");
   Check(page.startsWith(QStringLiteral("this is 0  page (Load Hex File Code)\n0000    02 ")),
         QStringLiteral("a page of the image is shown"));
@@ -178,11 +179,6 @@ void DemoSession::RefuseDialog() {
 void DemoSession::Type(QWidget& window, const char* control, const char* text) {
   Out() << window.objectName() << ": type \"" << text << '"' << Qt::endl;
   window.findChild<QLineEdit*>(QLatin1String(control))->setText(QLatin1String(text));
-}
-
-void DemoSession::PressAndAgree(const char* window, const char* control) {
-  AnswerDialog<QDialog>([](QDialog& dialog) { dialog.accept(); });
-  Press(window, control);
 }
 
 void DemoSession::LoadFile(const char* window, const char* button, const QString& file) {

@@ -32,8 +32,6 @@ class DemoSession {
   void RefuseDialog();
   /// Types into a box of a window.
   void Type(QWidget& window, const char* control, const char* text);
-  /// Presses a button that opens an input box, and takes the answer that it offers.
-  void PressAndAgree(const char* window, const char* control);
   /// Presses a button that opens the file dialog, and answers it.
   void LoadFile(const char* window, const char* button, const QString& file);
   void Expect(const char* window, const char* control, const QString& text);

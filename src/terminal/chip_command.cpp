@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <vector>
 
 #include "image/hex_writer.h"
 #include "platform/files.h"
@@ -18,16 +19,17 @@ std::optional<std::int16_t> BoardNumber(const IspBoards& boards, const std::stri
   std::int16_t number = 0;
   const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
   const bool isNumber = read.ec == std::errc() && read.ptr == text.data() + text.size();
-  if (isNumber && number >= 0 && number < boards.BoardCount) return number;
+  const int rows = std::min<int>(boards.BoardCount, IspBoards::kBoards);
+  if (isNumber && number >= 0 && number < rows) return number;
   if (isNumber) return std::nullopt;
 
-  const auto table = std::span(boards.BoardTable);
-  const auto begins = [&](const IspBoard& board) {
-    return UpperCase(board.name).starts_with(UpperCase(text));
-  };
-  const auto found = std::ranges::find_if(table, begins);
-  if (found == table.end() || std::ranges::count_if(table, begins) > 1) return std::nullopt;
-  return static_cast<std::int16_t>(found - table.begin());
+  std::vector<std::int16_t> begin;
+  for (std::int16_t row = 0; row < rows; ++row) {
+    const std::string name = UpperCase(boards.BoardTable[static_cast<std::size_t>(row)].name);
+    if (name == UpperCase(text)) return row;
+    if (name.starts_with(UpperCase(text))) begin.push_back(row);
+  }
+  return begin.size() == 1 ? std::optional(begin.front()) : std::nullopt;
 }
 
 std::string Unwritable(const std::string& file, const Status& status) {
@@ -52,16 +54,25 @@ Outcome ChipCommand::Execute() {
 
   tool_->timing.SpeedFactor = line_.speed;
   tool_->timing.CalibrateSpeed();
-  if (!Interrupted()) Work();
+  if (Interrupted()) {
+    outcome_.note = "nothing was sent";
+  } else {
+    Work();
+  }
 
   // The lines are released and the registers put back before anything is said to be done.
+  vsk_.reset();
+  rtd_.reset();
   tool_.reset();
   recording_.reset();
   port_.reset();
-  if (!portProblem_.empty()) Refuse(kNoPort, portProblem_);
+  if (!portProblem_.empty()) {
+    Refuse(kNoPort, portProblem_);
+    outcome_.begun = outcome_.duration.count() > 0;  // else it was never there
+  }
   if (simulated_) {
     const Status saved = simulated_->SaveFlash();
-    if (!saved.Ok()) Refuse(kBadFile, line_.flash + ": " + saved.Reason());
+    if (!saved.Ok() && outcome_.Good()) Refuse(kBadFile, Unwritable(line_.flash, saved));
   }
   if (Interrupted()) outcome_.status = kSignalled + with_.signal();
   if (outcome_.Good() && line_.command == Command::Read) WriteOutput();
@@ -76,7 +87,7 @@ bool ChipCommand::Prepare() {
     if (!faults.Ok()) return Refuse(kBadCommandLine, faults.Reason());
   }
   OpenPort();
-  return ChooseBoard() && ReadCodes() && OpenFlash() && LoadImages() && HoldThePort();
+  return ChooseBoard() && ReadCodes() && LoadImages() && HoldThePort() && OpenFlash();
 }
 
 void ChipCommand::OpenPort() {
@@ -112,8 +123,12 @@ bool ChipCommand::CheckOutput() {
 }
 
 bool ChipCommand::ChooseBoard() {
-  tool_->LoadConfiguration([] {});
   IspBoards& boards = tool_->boards;
+  if (simulated_) {
+    tool_->port.InitPortShadows();
+  } else {
+    tool_->LoadConfiguration([] {});
+  }
   if (line_.port) tool_->port.PortBase = *line_.port;
   if (simulated_) {
     if (!line_.board.empty()) {
@@ -125,7 +140,7 @@ bool ChipCommand::ChooseBoard() {
     const auto number = BoardNumber(boards, line_.board);
     if (!number) {
       return Refuse(kBadCommandLine, "--board " + line_.board +
-                                         ": no board, or more than one, is called so; \"isp-write "
+                                         ": no board is called so, or more than one. \"isp-write "
                                          "boards\" lists them");
     }
     boards.CurrentBoard = *number;
@@ -162,30 +177,29 @@ bool ChipCommand::ReadCodes() {
 }
 
 bool ChipCommand::OpenFlash() {
-  const Status loaded = simulated_ ? simulated_->LoadFlash() : Status();
-  return loaded.Ok() || Refuse(kBadFile, line_.flash + ": " + loaded.Reason());
+  if (line_.flash.empty()) return true;
+  const Status loaded = simulated_->LoadFlash();
+  if (!loaded.Ok()) return Refuse(kBadFile, line_.flash + ": " + loaded.Reason());
+  const Status writable = CanReplace(PathOf(line_.flash));
+  return writable.Ok() || Refuse(kBadFile, Unwritable(line_.flash, writable));
 }
 
 bool ChipCommand::LoadImages() {
-  bool loaded = false, noted = false;
   if (line_.model) {
     vsk_ = std::make_unique<VskJob>(*tool_, line_, narrator_, [this] { return Interrupted(); });
-    loaded = vsk_->Load(outcome_);
-    noted = vsk_->Noted();
+    if (!vsk_->Load(outcome_)) return Refuse(kBadFile, vsk_->Refusal());
   } else {
     rtd_ = std::make_unique<RtdJob>(*tool_, line_, narrator_);
-    loaded = rtd_->Load(outcome_);
-    noted = rtd_->Noted();
+    if (!rtd_->Load(outcome_)) return Refuse(kBadFile, rtd_->Refusal());
   }
-  if (!loaded) return Refuse(kBadFile, "the file was not taken");
-  if (noted && line_.strict) return Refuse(kBadFile, "--strict: the file is not as it was meant");
-  return true;
+  const bool noted = !(vsk_ ? vsk_->Notes() : rtd_->Notes()).empty();
+  return !noted || !line_.strict || Refuse(kBadFile, kStrict);
 }
 
 bool ChipCommand::HoldThePort() {
   if (simulated_ && line_.flash.empty()) return true;
   std::error_code missing;
-  const std::string flash = PathText(fs::absolute(PathOf(line_.flash), missing));
+  const std::string flash = PathText(fs::weakly_canonical(PathOf(line_.flash), missing));
   const std::string what =
       simulated_ ? "flash-" + std::to_string(loadfile::ContentHash(flash)) : outcome_.port;
   alone_ = with_.holdAlone("isp-write-" + what);
@@ -196,20 +210,34 @@ bool ChipCommand::HoldThePort() {
 }
 
 void ChipCommand::Work() {
+  outcome_.begun = true;
+  bool logged = false;
+  const auto append = tool_->runReport.Ended;
+  tool_->runReport.Ended = [&](const RunLine& line) {
+    logged = true;
+    append(line);
+  };
   if (vsk_) {
     vsk_->Run(outcome_);
   } else {
     rtd_->Run(outcome_);
   }
+  // Every run is logged, also one whose chip did not even enter ISP mode.
+  if (!logged) {
+    append({.chip = UpperCase(line_.chip),
+            .operation = line_.name,
+            .file = line_.file,
+            .result = {outcome_.failure, outcome_.failure}});
+  }
   tool_->port.StillThere();  // one that has gone meanwhile is told
+  if (line_.command != Command::Read) return;
+  const auto& cells = vsk_->Cells();
+  output_ = IsHexName(line_.file) ? loadfile::HexFileText(vsk_->Range().first, cells)
+                                  : std::string(cells.begin(), cells.end());
 }
 
 void ChipCommand::WriteOutput() {
-  const auto& cells = vsk_->Cells();
-  const std::string content = IsHexName(line_.file)
-                                  ? loadfile::HexFileText(vsk_->Range().first, cells)
-                                  : std::string(cells.begin(), cells.end());
-  const Status written = ReplaceFile(PathOf(line_.file), content);
+  const Status written = ReplaceFile(PathOf(line_.file), output_);
   if (!written.Ok()) Refuse(kBadFile, Unwritable(line_.file, written));
 }
 

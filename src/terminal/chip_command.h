@@ -17,6 +17,8 @@
 
 namespace terminal {
 
+inline constexpr const char* kStrict = "--strict: the file is not as its maker meant";
+
 class ChipCommand {
  public:
   ChipCommand(const CommandLine& line, const Surroundings& with, Narrator& narrator)
@@ -45,6 +47,7 @@ class ChipCommand {
   const Surroundings& with_;
   Narrator& narrator_;
   Outcome outcome_;
+  std::string output_;  // what was read, as the file's content
 
   // In the order in which they are built: the tool releases the lines before the port is given
   // back.

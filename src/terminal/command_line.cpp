@@ -102,6 +102,7 @@ class Checks {
 struct Reader {
   CommandLine line;
   std::string port, pages;
+  bool noCompare = false;
   CLI::App app{std::string("isp-write ") + kPurpose};
 
   explicit Reader(const std::string& version) {
@@ -111,11 +112,23 @@ struct Reader {
     app.footer(kFooter);
     AddCommands();
     AddOptions();
+    RefuseEmptyTexts(app);
+    for (CLI::App* command : app.get_subcommands({})) RefuseEmptyTexts(*command);
+  }
+
+  /// An empty text is a script's variable that was not set, and never means "all" or "the usual".
+  static void RefuseEmptyTexts(CLI::App& of) {
+    const CLI::Validator given(
+        [](const std::string& text) { return std::string(text.empty() ? "it is empty" : ""); }, "");
+    for (CLI::Option* option : of.get_options()) {
+      if (option->get_items_expected_max() > 0) option->check(given);
+    }
   }
 
   CLI::App* Add(Command command, const char* name, const char* purpose) {
     CLI::App* added = app.add_subcommand(name, purpose);
     added->fallthrough();  // the general options stand behind a command too
+    added->footer("\nGeneral options: isp-write --help");
     added->callback([this, command, name] {
       line.command = command;
       line.name = name;
@@ -126,27 +139,29 @@ struct Reader {
   void AddCommands() {
     CLI::App* program =
         Add(Command::Program, "program", "erase, program, compare the CRCs, read back and compare");
-    program->add_option("CHIP", line.chip, "the chip")->required();
+    program->add_option("CHIP", line.chip, "the chip")->required()->option_text(" ");
     program->add_option("FILE", line.file, "the image; of a vsk630 the file of bank 0");
-    program->add_option("--second", line.secondFile, "the image of an rtd2120's second bank");
-    program->add_flag("!--no-compare", line.compare, "leave out the reading back");
+    program->add_option("--second", line.secondFile, "the image of an rtd2120's second bank")
+        ->type_name("FILE");
+    program->add_flag("--no-compare", noCompare, "leave out the reading back");
 
     CLI::App* erase = Add(Command::Erase, "erase", "erase the flash, or some pages of it");
-    erase->add_option("CHIP", line.chip, "the chip")->required();
+    erase->add_option("CHIP", line.chip, "the chip")->required()->option_text(" ");
     AddPages(erase, "only the 128-byte pages that hold these addresses, 0000-7FFF at most");
 
     CLI::App* read = Add(Command::Read, "read", "read the flash into a file");
-    read->add_option("CHIP", line.chip, "the chip")->required();
-    read->add_option("FILE", line.file, "OUT.hex or OUT.bin")->required();
+    read->add_option("CHIP", line.chip, "the chip")->required()->option_text(" ");
+    read->add_option("FILE", line.file, "OUT.hex or OUT.bin")->required()->option_text(" ");
     AddPages(read, "only these addresses, for instance 0000-0FFF");
 
     CLI::App* compare = Add(Command::Compare, "compare", "read back and compare; writes nothing");
-    compare->add_option("CHIP", line.chip, "the chip")->required();
-    compare->add_option("FILE", line.file, "the image")->required();
+    compare->add_option("CHIP", line.chip, "the chip")->required()->option_text(" ");
+    compare->add_option("FILE", line.file, "the image")->required()->option_text(" ");
 
     CLI::App* check = Add(Command::Check, "check", "show what loading a file shows; uses no port");
-    check->add_option("FILE", line.file, "the image")->required();
-    check->add_option("CHIP", line.chip, "the chip, else by the name's ending vsk630 or vsk830");
+    check->add_option("FILE", line.file, "the image")->required()->option_text(" ");
+    check->add_option("CHIP", line.chip, "the chip, else by the name's ending vsk630 or vsk830")
+        ->option_text(" ");
 
     Add(Command::Ports, "ports", "list the PC's ports, and how each would be reached");
     Add(Command::Boards, "boards", "list the board table");
@@ -163,13 +178,13 @@ struct Reader {
         ->type_name("NUMBER|NAME");
     app.add_option("--speed", line.speed, "delay of the bus, larger is slower; 2 when not given")
         ->check(CLI::Range(1, 10))
-        ->type_name("1..10");
+        ->option_text("1..10");
     app.add_option("--codes", line.codes, "security codes, else the installed security.cod")
         ->type_name("FILE");
     app.add_flag("--simulated", line.simulated, "a simulated board in place of the port");
     app.add_option("--fault", line.faults, "a fault of the simulated board; see the manual page")
         ->allow_extra_args(false)
-        ->type_name("NAME");
+        ->option_text("NAME");
     app.add_option("--flash", line.flash, "keeps the simulated chip's flash between calls")
         ->type_name("FILE");
     app.add_flag("--json", line.json, "print the result as one JSON object");
@@ -179,6 +194,7 @@ struct Reader {
 
   void Check() {
     Checks checks(line);
+    line.compare = !noCompare;
     checks.Chip();
     checks.Port(port);
     checks.Pages(pages);
@@ -201,8 +217,8 @@ ParsedLine ParseCommandLine(const std::vector<std::string>& arguments, const std
     return {.help = std::string(asked.what()) + "\n"};
   } catch (const CLI::Error& error) {
     const auto unknown = reader.app.remaining();
-    const bool noCommand = reader.app.get_subcommands().empty() && !unknown.empty();
-    return {.problem = noCommand ? "unknown command " + unknown.front() : error.what()};
+    if (!reader.app.get_subcommands().empty()) return {.problem = error.what()};
+    return {.problem = unknown.empty() ? "a command is missing" : "unknown: " + unknown.front()};
   }
   return {.line = reader.line};
 }

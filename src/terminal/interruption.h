@@ -6,7 +6,8 @@ namespace terminal {
 /// While it lives, such a wish is noted, and told once on the standard error; the program goes on
 /// until it looks. One object at a time.
 ///
-/// On Linux: SIGINT, SIGTERM and SIGHUP; a signal that was ignored stays ignored.
+/// On Linux: SIGINT, SIGTERM and SIGHUP; a signal that was ignored stays ignored. SIGPIPE is none:
+/// it is ignored from now on.
 /// On Windows: the events of the console.
 class Interruption {
  public:

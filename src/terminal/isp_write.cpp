@@ -1,5 +1,7 @@
 #include "terminal/isp_write.h"
 
+#include <algorithm>
+
 #include "terminal/chip_command.h"
 #include "terminal/listings.h"
 
@@ -7,18 +9,18 @@ namespace terminal {
 namespace {
 
 std::string Refusal(const Outcome& outcome) {
-  return outcome.status > kSignalled ? ResultText(outcome) : outcome.failure;
+  return outcome.begun || outcome.status > kSignalled ? ResultText(outcome) : outcome.failure;
 }
 
-int RunOnChip(const CommandLine& line, const Surroundings& with, Narrator& narrator) {
-  const Outcome outcome = ChipCommand(line, with, narrator).Execute();
+/// The result of a command that was done or refused; of a list only a refusal.
+int Tell(const Outcome& outcome, bool json, const Surroundings& with) {
   const bool isResult = outcome.Good() || outcome.status == kChipSaysNo;
-  if (line.json) {
+  if (json) {
     with.out << ResultJson(outcome) << "\n" << std::flush;
   } else if (isResult) {
     with.out << ResultText(outcome) << "\n" << std::flush;
   }
-  if (!isResult) narrator.Say("isp-write: " + Refusal(outcome));
+  if (!isResult) with.err << "isp-write: " << Refusal(outcome) << "\n" << std::flush;
   return outcome.status;
 }
 
@@ -29,20 +31,27 @@ int Do(const std::vector<std::string>& arguments, const Surroundings& with) {
     return kDone;
   }
   if (!parsed.line) {
-    with.err << "isp-write: " << parsed.problem << "\nTry: isp-write --help\n";
+    const bool json = std::ranges::find(arguments, "--json") != arguments.end();
+    Tell({.status = kBadCommandLine, .failure = parsed.problem}, json, with);
+    with.err << "Try: isp-write --help\n";
     return kBadCommandLine;
   }
   const CommandLine& line = *parsed.line;
   Narrator narrator(with.err, with.errIsTerminal, line.quiet, with.ticks);
+  Outcome outcome;
   switch (line.command) {
     case Command::Check:
-      return ListCheck(line, with, narrator);
+      outcome = ListCheck(line, with, narrator);
+      return outcome.Good() ? kDone : Tell(outcome, line.json, with);
     case Command::Ports:
       return ListPorts(line, with, narrator);
     case Command::Boards:
       return ListBoards(line, with, narrator);
     default:
-      return RunOnChip(line, with, narrator);
+      outcome = ChipCommand(line, with, narrator).Execute();
+      if (outcome.Good()) narrator.Finish();
+      narrator.EndBar();
+      return Tell(outcome, line.json, with);
   }
 }
 

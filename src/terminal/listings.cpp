@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "terminal/chip_command.h"
 #include "terminal/port_words.h"
 #include "terminal/rtd_job.h"
 #include "terminal/vsk_job.h"
@@ -24,6 +25,15 @@ std::unique_ptr<Tool> ToolWithoutPort(const Surroundings& with, Narrator& narrat
   static NoPort port;
   return std::make_unique<Tool>(port, with.ticks, with.directories,
                                 [&narrator](const std::string& message) { narrator.Say(message); });
+}
+
+/// With the installation's port and boards.
+std::unique_ptr<Tool> InstalledTool(const Surroundings& with, Narrator& narrator) {
+  FillProgramFolder(with.directories,
+                    [&narrator](const std::string& message) { narrator.Say(message); });
+  auto tool = ToolWithoutPort(with, narrator);
+  tool->LoadConfiguration([] {});
+  return tool;
 }
 
 void Print(const Json& object, std::ostream& out) {
@@ -48,33 +58,41 @@ void PrintRows(const std::vector<std::pair<std::string, std::string>>& rows, std
   }
 }
 
-std::string OneLine(std::string text) {
-  for (char& c : text) {
-    if (c == '\n') c = ' ';
+/// The lines behind the first one stand below it, indented; empty ones are left out.
+std::string Indented(const std::string& text) {
+  std::string indented;
+  for (const char c : text) {
+    const bool newLine = indented.ends_with('\n');
+    if (c == '\n' && newLine) continue;
+    indented += (newLine ? "        " : "") + std::string(1, c);
   }
-  return text;
+  return indented;
 }
 
 }  // namespace
 
-int ListCheck(CommandLine line, const Surroundings& with, Narrator& narrator) {
+Outcome ListCheck(CommandLine line, const Surroundings& with, Narrator& narrator) {
   ChooseModel(line);
   const auto tool = ToolWithoutPort(with, narrator);
-  Outcome outcome;
+  Outcome outcome{.command = line.name, .chip = line.chip};
   ImageFacts facts;
-  bool loaded = false, noted = false;
+  std::string notes;
   if (line.model) {
     VskJob job(*tool, line, narrator, [] { return false; });
-    loaded = job.Load(outcome);
-    noted = job.Noted();
-    if (loaded) facts = job.Facts();
+    if (!job.Load(outcome)) outcome.failure = job.Refusal();
+    notes = job.Notes();
+    if (outcome.failure.empty()) facts = job.Facts();
   } else {
     RtdJob job(*tool, line, narrator);
-    loaded = job.Load(outcome);
-    noted = job.Noted();
-    if (loaded) facts = job.Facts().front();
+    if (!job.Load(outcome)) outcome.failure = job.Refusal();
+    notes = job.Notes();
+    if (outcome.failure.empty()) facts = job.Facts().front();
   }
-  if (!loaded || (noted && line.strict)) return kBadFile;
+  if (line.strict && !notes.empty()) outcome.failure = kStrict;
+  if (!outcome.failure.empty()) {
+    outcome.status = kBadFile;
+    return outcome;
+  }
 
   if (line.json) {
     Json object{{"command", "check"}, {"chip", line.chip}, {"files", outcome.files}};
@@ -82,9 +100,9 @@ int ListCheck(CommandLine line, const Surroundings& with, Narrator& narrator) {
     object["maximumAddress"] = facts.maximumAddress;
     object["checksum"] = facts.checksum;
     if (line.model) object["crc"] = facts.crc;
-    object["asItsMakerMeant"] = !noted;
+    if (!notes.empty()) object["notes"] = notes;
     Print(object, with.out);
-    return kDone;
+    return outcome;
   }
   std::vector<std::pair<std::string, std::string>> rows;
   for (const std::string& file : outcome.files) rows.emplace_back("MCU File", file);
@@ -93,12 +111,11 @@ int ListCheck(CommandLine line, const Surroundings& with, Narrator& narrator) {
   rows.emplace_back("CheckSum", facts.checksum);
   if (line.model) rows.emplace_back("S/W CRC", facts.crc);
   PrintRows(rows, with.out);
-  return kDone;
+  return outcome;
 }
 
 int ListPorts(const CommandLine& line, const Surroundings& with, Narrator& narrator) {
-  const auto tool = ToolWithoutPort(with, narrator);
-  tool->LoadConfiguration([] {});
+  const auto tool = InstalledTool(with, narrator);
   const auto inUse = static_cast<std::uint32_t>(line.port.value_or(tool->port.PortBase));
   const auto ports = SystemPorts(with.directories.programFolder / "Initial", inUse);
   if (line.json) {
@@ -119,7 +136,7 @@ int ListPorts(const CommandLine& line, const Surroundings& with, Narrator& narra
     const std::string base = port.base ? HexText(static_cast<std::int32_t>(*port.base)) : "-";
     const std::string mark = port.base == inUse ? "* " : "  ";
     const std::string state =
-        port.problem.empty() ? std::string() : ": " + OneLine(InTerminalWords(port.problem));
+        port.problem.empty() ? std::string() : ": " + Indented(InTerminalWords(port.problem));
     rows.emplace_back(mark + base, (port.device.empty() ? "GPIO lines" : port.device) + state);
   }
   PrintRows(rows, with.out);
@@ -128,12 +145,10 @@ int ListPorts(const CommandLine& line, const Surroundings& with, Narrator& narra
 }
 
 int ListBoards(const CommandLine& line, const Surroundings& with, Narrator& narrator) {
-  const auto tool = ToolWithoutPort(with, narrator);
-  tool->LoadConfiguration([] {});
+  const auto tool = InstalledTool(with, narrator);
   const IspBoards& boards = tool->boards;
-  const auto rows = std::clamp<std::size_t>(
-      static_cast<std::size_t>(std::max<int>(boards.BoardCount, boards.CurrentBoard + 1)), 0,
-      IspBoards::kBoards);
+  const auto rows = static_cast<std::size_t>(
+      std::clamp<int>(boards.BoardCount, boards.CurrentBoard + 1, IspBoards::kBoards));
   Json list = Json::array();
   for (std::size_t i = 0; i < rows; ++i) {
     const IspBoard& board = boards.BoardTable[i];

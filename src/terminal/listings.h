@@ -4,12 +4,14 @@
 
 #include "terminal/command_line.h"
 #include "terminal/narrator.h"
+#include "terminal/outcome.h"
 #include "terminal/surroundings.h"
 
 namespace terminal {
 
+/// Prints what a load shows, unless the file is refused.
+Outcome ListCheck(CommandLine line, const Surroundings& with, Narrator& narrator);
 /// Each prints its list and returns the exit status.
-int ListCheck(CommandLine line, const Surroundings& with, Narrator& narrator);
 int ListPorts(const CommandLine& line, const Surroundings& with, Narrator& narrator);
 int ListBoards(const CommandLine& line, const Surroundings& with, Narrator& narrator);
 

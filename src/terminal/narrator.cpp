@@ -6,7 +6,8 @@ namespace terminal {
 namespace {
 
 constexpr std::size_t kBarWidth = 20;
-constexpr const char* kRestOfLine = "\x1b[K";  // clears it
+constexpr const char* kBeginLine = "\r\x1b[?7l";    // cut at the terminal's edge, not wrapped
+constexpr const char* kEndLine = "\x1b[K\x1b[?7h";  // clears the rest
 
 std::string TwoDigits(std::int64_t number) {
   return (number < 10 ? "0" : "") + std::to_string(number);
@@ -22,8 +23,19 @@ void Narrator::Plan(std::string title, std::vector<std::size_t> parts) {
   begun_ = clock_.FineTime();
 }
 
+void Narrator::NextPart() {
+  if (part_ + 1 < parts_.size()) ++part_;
+  percent_ = 0;
+}
+
+void Narrator::Finish() {
+  if (!parts_.empty()) part_ = parts_.size() - 1;
+  if (barStands_) Percent(100);
+  EndBar();
+}
+
 void Narrator::Percent(int percent) {
-  if (percent < percent_ && part_ + 1 < parts_.size()) ++part_;
+  if (percent < percent_) NextPart();
   const bool changed = percent != percent_;
   percent_ = percent;
   if (changed) DrawBar();
@@ -54,8 +66,11 @@ void Narrator::DrawBar() {
   if (quiet_ || !isTerminal_) return;
   const int total = Total();
   const std::size_t filled = kBarWidth * static_cast<std::size_t>(total) / 100;
-  err_ << '\r' << title_ << " [" << std::string(filled, '#') << std::string(kBarWidth - filled, '.')
-       << "] " << total << " %";
+  err_ << kBeginLine << title_;
+  if (!parts_.empty()) {
+    err_ << " [" << std::string(filled, '#') << std::string(kBarWidth - filled, '.') << "] "
+         << total << " %";
+  }
   if (total > 0) {
     using std::chrono::seconds;
     const auto left =
@@ -63,7 +78,7 @@ void Narrator::DrawBar() {
     err_ << "  " << left.count() / 60 << ":" << TwoDigits(left.count() % 60) << " left";
   }
   if (!step_.empty()) err_ << "  " << step_;
-  err_ << kRestOfLine << std::flush;
+  err_ << kEndLine << std::flush;
   barStands_ = true;
 }
 

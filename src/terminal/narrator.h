@@ -26,16 +26,19 @@ class Narrator {
   void Plan(std::string title, std::vector<std::size_t> parts);
   /// How much of the part that goes on is done, 0..100. Less than before: the next part has begun.
   void Percent(int percent);
+  void NextPart();
   /// A step has been done.
   void Step(std::string_view text);
   /// What must be read also by whoever wants no progress.
   void Say(std::string_view text);
+  /// All parts are done; the bar's line ends.
+  void Finish();
+  void EndBar();
 
  private:
   /// Of all parts, in percent.
   int Total() const;
   void DrawBar();
-  void EndBar();
 
   std::ostream& err_;
   const bool isTerminal_;

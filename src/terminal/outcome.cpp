@@ -12,11 +12,7 @@ using Json = nlohmann::ordered_json;
 std::string Verdict(const Outcome& outcome) {
   if (outcome.Good()) return "ok";
   if (outcome.status > kSignalled) return "interrupted";
-  return outcome.status == kChipSaysNo ? "FAILED" : "refused";
-}
-
-std::string AddressText(std::int32_t address) {
-  return fileop::HexByte(address / 256) + fileop::HexByte(address % 256);
+  return outcome.begun ? "FAILED" : "refused";
 }
 
 std::string Bytes(std::size_t count) {
@@ -38,6 +34,10 @@ Json DifferenceJson(const Difference& difference) {
 
 }  // namespace
 
+std::string AddressText(std::int32_t address) {
+  return fileop::HexByte(address / 256) + fileop::HexByte(address % 256);
+}
+
 std::string ResultText(const Outcome& outcome) {
   std::string text = outcome.chip + " " + outcome.command + ": " + Verdict(outcome);
   const auto add = [&text](const std::string& fact) {
@@ -47,7 +47,8 @@ std::string ResultText(const Outcome& outcome) {
   if (outcome.difference) add(DifferenceText(*outcome.difference));
   if (outcome.size) add(Bytes(*outcome.size));
   if (!outcome.crc.empty()) add("CRC " + outcome.crc);
-  if (outcome.chipCrc != outcome.crc) add("chip CRC " + outcome.chipCrc);
+  if (!outcome.chipCrc.empty() && outcome.chipCrc != outcome.crc)
+    add("chip CRC " + outcome.chipCrc);
   if (outcome.compared && !outcome.difference) add(Bytes(*outcome.compared) + " read back, equal");
   add(outcome.note);
   return text;

@@ -22,25 +22,29 @@ struct Difference {
 /// Texts that do not apply are empty. Numbers in texts are hexadecimal.
 struct Outcome {
   int status = kDone;
-  std::string command;
-  std::string chip;
-  std::vector<std::string> files;
-  std::optional<std::size_t> size;      // bytes of the image, or that were read
-  std::string crc;                      // the image's
-  std::string chipCrc;                  // as the chip reported it
-  std::string shown;                    // the last status text
-  std::optional<std::size_t> compared;  // bytes that were read back and compared
-  std::optional<Difference> difference;
-  std::string failure;                   // what failed
-  std::string place;                     // and where
-  std::string note;                      // what the operator should know of a success
+  std::string command = {};
+  std::string chip = {};
+  std::vector<std::string> files = {};
+  std::optional<std::size_t> size = {};      // bytes of the image, or that were read
+  std::string crc = {};                      // the image's
+  std::string chipCrc = {};                  // as the chip reported it
+  std::string shown = {};                    // the last status text
+  std::optional<std::size_t> compared = {};  // bytes that were read back and compared
+  std::optional<Difference> difference = {};
+  bool begun = false;                    // the work on the chip
+  std::string failure = {};              // what failed
+  std::string place = {};                // and where
+  std::string note = {};                 // what the operator should know of a success
   std::chrono::milliseconds duration{};  // of the work on the chip
-  std::string port;
-  std::string board;
+  std::string port = {};
+  std::string board = {};
   bool simulated = false;
 
   bool Good() const { return status == kDone; }
 };
+
+/// Four digits.
+std::string AddressText(std::int32_t address);
 
 /// One line, for people.
 std::string ResultText(const Outcome& outcome);

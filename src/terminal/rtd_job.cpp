@@ -7,11 +7,11 @@ using namespace tongxun2120;
 bool RtdJob::Load(const std::string& file, Bank bank, Outcome& outcome) {
   if (file.empty()) return true;
   tool_.rtdWriter.Load(file, bank, view_);
-  if (view_.refused) return false;
+  if (!view_.refusal.empty()) return false;
   const std::int32_t maximum = tool_.rtdImages.Of(bank).maximum;
   if (maximum < 0 || maximum > 0xFFFF) {
-    narrator_.Say(file + (maximum < 0 ? ": the file holds no byte of an image"
-                                      : ": the image reaches beyond FFFF, where the bank ends"));
+    view_.refusal = file + (maximum < 0 ? ": the file holds no byte of an image"
+                                        : ": the image reaches beyond FFFF, where the bank ends");
     return false;
   }
   outcome.files.push_back(file);
@@ -39,8 +39,9 @@ void RtdJob::Run(Outcome& outcome) {
 
   const RunLine run = writer.Run(view_);
   if (erase) tool_.rtdLink.RtdLeaveIsp();
-  if (view_.refused) {
+  if (!view_.refusal.empty()) {  // nothing was sent
     outcome.status = kBadFile;
+    outcome.failure = view_.refusal;
     return;
   }
   outcome.crc = run.crc;
@@ -53,6 +54,7 @@ void RtdJob::Run(Outcome& outcome) {
   // A line that is held low from the middle of the run on seems to answer with CRC 0.
   const bool zero = ("+ " + run.crc + " +").find("+ 0 +") != std::string::npos;
   if (verified && zero && tool_.port.SdaIsLow()) outcome.failure = "SDA is held low";
+  if (outcome.failure.empty() && run.result.silent) outcome.failure = "the chip did not answer";
   if (!outcome.failure.empty() || !verified) outcome.status = kChipSaysNo;
 }
 

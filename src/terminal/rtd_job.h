@@ -15,13 +15,14 @@ class RtdJob {
       : tool_(tool), line_(line), narrator_(narrator), view_(narrator) {}
 
   /// Loads the images that the command needs; touches no port. False when a file was refused, or
-  /// holds nothing that the chip could be programmed with: that has been told.
+  /// holds nothing that the chip could be programmed with: `Refusal` tells.
   bool Load(Outcome& outcome);
   /// Leaves ISP mode at the end, whatever happened.
   void Run(Outcome& outcome);
 
-  /// Of a file that was loaded: it is not as its maker meant.
-  bool Noted() const { return view_.noted; }
+  const std::string& Refusal() const { return view_.refusal; }
+  /// Of a file that was loaded and is not as its maker meant; empty for none.
+  const std::string& Notes() const { return view_.notes; }
   const std::vector<ImageFacts>& Facts() const { return view_.banks; }
 
  private:

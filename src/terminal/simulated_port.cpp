@@ -122,7 +122,7 @@ Status SimulatedPort::LoadFlash() {
   simulator::SimulatedChip& chip = *board_->Chip();
   const std::size_t bankBytes = chip.Bank(0).Cells().size();
   const std::size_t bytes = bankBytes * static_cast<std::size_t>(chip.Banks());
-  const auto file = ReadFile(PathOf(line_.flash), bytes + 1);
+  auto file = ReadFile(PathOf(line_.flash), bytes + 1);
   if (file.IsMissing()) return {};
   if (!file.Ok()) return file;
   if (file->size() != bytes) {

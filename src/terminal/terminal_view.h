@@ -21,31 +21,31 @@ class TerminalView : public View {
  public:
   explicit TerminalView(Narrator& narrator) : narrator_(narrator) {}
 
-  bool refused = false;  // a message was shown: a file, or a question that has no answer here
-  bool noted = false;    // a file is not as its maker meant
+  std::string refusal;  // why a file was not taken; empty for none
+  std::string notes;    // of files that are not as their maker meant; empty for none
 
   void Beep() override {}
   void ShowMessage(std::string_view message, std::string_view detail) override {
-    refused = true;
-    narrator_.Say(std::string(message) + (detail.empty() ? "" : "\n") + std::string(detail));
+    refusal = std::string(message) + (detail.empty() ? "" : "\n") + std::string(detail);
   }
   /// A file that has changed since it was loaded, a moment ago, is somebody else's at work.
-  bool Confirm(std::string_view question) override {
-    ShowMessage(question, "No: try again when the file is at rest.");
+  bool Confirm(std::string_view /*question*/) override {
+    refusal = "the file has changed since it was loaded: start again when it is at rest";
     return false;
   }
-  void ShowNotes(std::string_view notes) override {
-    noted = true;
-    narrator_.Say(notes);
-  }
+  void ShowNotes(std::string_view text) override { Note(text); }
   void PrintLine(std::string_view line) override {
-    noted = true;
-    narrator_.Say(std::string(line) + " a record of the file does not begin with \":\"");
+    Note(std::string(line) + " a record of the file does not begin with \":\"");
   }
   void ClearPrintedLines() override {}
   void Programmed(int percent) override { narrator_.Percent(percent); }
 
  protected:
+  void Note(std::string_view text) {
+    notes += (notes.empty() ? "" : "\n") + std::string(text);
+    narrator_.Say(text);
+  }
+
   Narrator& narrator_;
 };
 

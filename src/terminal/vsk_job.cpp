@@ -10,6 +10,7 @@ namespace {
 
 constexpr std::int32_t kLastAddress = 0xFFFF;
 constexpr const char* kSilent = "the chip did not answer";
+constexpr const char* kNothingReadable = "bank 0 is empty, and bank 1 cannot be read";
 
 void Fail(Outcome& outcome, std::string failure, std::string place = {}) {
   if (!outcome.Good()) return;  // the first failure counts
@@ -29,10 +30,6 @@ void Judge(const RunLine& run, bool good, Outcome& outcome) {
   if (!good) Fail(outcome, result.text);
 }
 
-std::string FourDigits(std::int32_t address) {
-  return fileop::HexByte(address / 256) + fileop::HexByte(address % 256);
-}
-
 }  // namespace
 
 VskJob::VskJob(Tool& tool, const CommandLine& line, Narrator& narrator,
@@ -50,7 +47,7 @@ VskJob::VskJob(Tool& tool, const CommandLine& line, Narrator& narrator,
 bool VskJob::Load(Outcome& outcome) {
   if (line_.command == Command::Read || line_.command == Command::Erase) return true;
   tool_.vskWriter.Load(line_.file, view_);
-  if (view_.refused) return false;
+  if (!view_.refusal.empty()) return false;
   for (const auto& file : tool_.vskImages.*tool_.isp.Model().files) {
     outcome.files.push_back(file.name);
   }
@@ -59,21 +56,24 @@ bool VskJob::Load(Outcome& outcome) {
     const std::int32_t maximum = tool_.vskImages.*bank.maximum;
     size += static_cast<std::size_t>(maximum + 1);
     if (maximum <= kLastAddress) continue;
-    narrator_.Say("the image reaches address " + HexText(maximum) + ", and the flash ends at FFFF");
+    view_.refusal = "the image reaches " + HexText(maximum) + ", and the flash ends at FFFF";
     return false;
   }
   outcome.size = size;
   outcome.crc = HexText(tool_.vskImages.CodeCrc);
-  if (size == 0) narrator_.Say(line_.file + ": the file holds no byte of an image");
-  return size != 0;
+  if (size == 0) {
+    view_.refusal = line_.file + ": the file holds no byte of an image";
+  } else if (line_.command == Command::Compare && ReadableImage().empty()) {
+    view_.refusal = kNothingReadable;
+  }
+  return view_.refusal.empty();
 }
 
 void VskJob::Run(Outcome& outcome) {
   const auto read = static_cast<std::size_t>(Range().last - Range().first + 1);
   std::vector<std::size_t> parts{read};
-  if (line_.command == Command::Program) {
-    parts = {outcome.size.value_or(0), line_.compare ? read : 0};
-  }
+  if (line_.command == Command::Program) parts = {*outcome.size, line_.compare ? read : 0};
+  if (line_.command == Command::Erase) parts = {};
   narrator_.Plan(line_.name + " " + line_.chip, std::move(parts));
   switch (line_.command) {
     case Command::Program:
@@ -115,15 +115,23 @@ void VskJob::Program(Outcome& outcome) {
   if (!Enter(outcome)) return;
   tool_.vskWriter.IspOperate = RunChoice::Program;
   const RunLine run = tool_.vskWriter.Run(view_);
-  if (view_.refused) {  // nothing was sent but the entry
+  if (!view_.refusal.empty()) {  // nothing was sent but the entry
     outcome.status = kBadFile;
+    outcome.failure = view_.refusal;
     return Leave(outcome);
   }
   outcome.chipCrc = run.chipCrc;
   Judge(run, run.result.text == "Write Ok", outcome);
   if (tool_.isp.IspModeOn) Fail(outcome, view_.modeStatus);
-  narrator_.Percent(100);
-  if (outcome.Good() && line_.compare && !stopAsked_()) ReadAndCompare(outcome);
+  narrator_.NextPart();
+  if (!outcome.Good() || !line_.compare) return;
+  if (stopAsked_()) {
+    outcome.note = "not read back";
+  } else if (ReadableImage().empty()) {
+    outcome.note = kNothingReadable;
+  } else {
+    ReadAndCompare(outcome);
+  }
 }
 
 void VskJob::Erase(Outcome& outcome) {
@@ -132,7 +140,7 @@ void VskJob::Erase(Outcome& outcome) {
   if (line_.pages) {
     // An end of 0000 would mean the whole flash: the first page's last address means the page.
     const std::int32_t last = std::max(line_.pages->last, tongxun::kErasePageBytes - 1);
-    view_.answers = {FourDigits(line_.pages->first), FourDigits(last)};
+    view_.answers = {AddressText(line_.pages->first), AddressText(last)};
     tool_.vskWriter.IspOperate = RunChoice::PageErase;
   }
   const RunLine run = tool_.vskWriter.Run(view_);
@@ -145,6 +153,7 @@ void VskJob::ReadAndCompare(Outcome& outcome) {
   tool_.runReport.Begin();
   ReadCells(Range(), outcome);
   Leave(outcome);
+  if (stopAsked_()) outcome.note = "the reading was cut short";
   if (line_.command == Command::Read) {
     outcome.size = cells_.size();
     return Log("Read", outcome);
@@ -184,15 +193,19 @@ void VskJob::ReadCells(AddressRange range, Outcome& outcome) {
     narrator_.Percent(static_cast<int>(100 * cells_.size() /
                                        static_cast<std::size_t>(range.last - range.first + 1)));
   }
+  // A chip that went away within the last page has sent nothing but FF of it: one more page tells.
+  if (tool_.isp.ReadChipPage(range.first / pageBytes, view_) != PageRead::Done) {
+    Fail(outcome, kSilent, "the end");
+  }
 }
 
-void VskJob::Log(const char* operation, const Outcome& outcome) {
-  RunLine line{.chip = tool_.isp.Model().name, .operation = operation};
-  if (!outcome.files.empty()) line.file = outcome.files.front();
+void VskJob::Log(const char* operation, Outcome& outcome) {
+  RunLine line{.chip = tool_.isp.Model().name, .operation = operation, .file = line_.file};
   line.size = cells_.size();
-  line.result.text = outcome.Good() ? "ok" : outcome.failure;
-  if (!outcome.Good()) line.result.failure = line.result.text;
-  tool_.runReport.End(std::move(line));
+  const bool good = outcome.Good() && !stopAsked_();
+  line.result.text = good ? "ok" : stopAsked_() ? "interrupted" : outcome.failure;
+  if (!good) line.result.failure = line.result.text;
+  outcome.duration += tool_.runReport.End(std::move(line)).duration;
 }
 
 }  // namespace terminal

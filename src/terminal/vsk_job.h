@@ -22,13 +22,14 @@ class VskJob {
   VskJob(Tool& tool, const CommandLine& line, Narrator& narrator, std::function<bool()> stopAsked);
 
   /// Loads the image that the command needs; touches no port. False when the file was refused, or
-  /// holds nothing that this chip could be programmed with: that has been told.
+  /// holds nothing that this chip could be programmed with: `Refusal` tells.
   bool Load(Outcome& outcome);
   /// Leaves ISP mode at the end, whatever happened.
   void Run(Outcome& outcome);
 
-  /// Of a file that was loaded: it is not as its maker meant.
-  bool Noted() const { return view_.noted; }
+  const std::string& Refusal() const { return view_.refusal; }
+  /// Of a file that was loaded and is not as its maker meant; empty for none.
+  const std::string& Notes() const { return view_.notes; }
   ImageFacts Facts() const {
     return {view_.boxes.at(ImageBox::MaximumAddress), view_.boxes.at(ImageBox::Checksum),
             view_.boxes.at(ImageBox::SoftwareCrc)};
@@ -49,7 +50,7 @@ class VskJob {
   void ReadAndCompare(Outcome& outcome);
   /// Reads into `cells_`.
   void ReadCells(AddressRange range, Outcome& outcome);
-  void Log(const char* operation, const Outcome& outcome);
+  void Log(const char* operation, Outcome& outcome);
 
   Tool& tool_;
   const CommandLine& line_;

@@ -62,13 +62,13 @@ void ReadSecurityFile(const std::filesystem::path& path,
 }
 
 Status CheckSecurityEntry(const SecurityEntry& entry, const std::filesystem::path& path) {
-  const Result<Bytes> bytes = ReadEntry(entry);
+  Result<Bytes> bytes = ReadEntry(entry);
   if (!bytes.Ok()) {
     std::error_code error;
     std::filesystem::remove(path, error);
     return bytes;
   }
-  const Status written = WriteAtStart(path, *bytes);
+  Status written = WriteAtStart(path, *bytes);
   if (written.Ok()) return written;
   return Status::Failed("the entry parameters could not be written to " + PathText(path),
                         written.Reason());

@@ -11,6 +11,15 @@ namespace {
 constexpr QMargins kWindowFrame(8, 36, 8, 8);  // what a window manager draws around, at most
 constexpr int kGap = 24;                       // between the launcher and a window beside it
 
+/// Opens with what has the focus in view.
+class ScrollArea final : public QScrollArea {
+ protected:
+  void showEvent(QShowEvent* event) override {
+    QScrollArea::showEvent(event);
+    if (QWidget* first = window()->focusWidget()) ensureWidgetVisible(first);
+  }
+};
+
 /// As large as the screen allows, for a content of this size behind scroll bars.
 void ResizeScrolled(QWidget& window, const QSize& whole) {
   // A pixel more, for the rounding on a screen of fractional scale.
@@ -43,7 +52,7 @@ void PlaceBeside(QWidget& window, QWidget& launcher) {
 }
 
 QScrollArea* Scrolled(QWidget* content) {
-  auto* scroll = new QScrollArea;
+  auto* scroll = new ScrollArea;
   scroll->setFrameShape(QFrame::NoFrame);
   scroll->setFocusPolicy(Qt::NoFocus);
   scroll->setWidget(content);

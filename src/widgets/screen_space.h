@@ -16,7 +16,7 @@ void PlaceBeside(QWidget& window, QWidget& launcher);
 QSize SpaceBeside(const QWidget& launcher);
 
 /// Puts `content` behind scroll bars, which are seen where they are needed. The focus goes to what
-/// is inside, never to the bars.
+/// is inside, never to the bars, and what has it first is in view.
 QScrollArea* Scrolled(QWidget* content);
 
 /// Where the controls of a window of this size go: into the window itself, which cannot be resized

@@ -46,6 +46,8 @@ TEST_F(IspWriteTest, ProgramsAndVerifiesEachChip) {
   const std::string kiosk = rig->Sample("vsk630/kiosk.H00");
   const std::string bank1 = rig->Sample("rtd2120/panel-bank1.hex");
   const std::string bank2 = rig->Sample("rtd2120/panel-bank2.hex");
+  const std::string emptyBank0 = rig->folder.Write("empty.B00", "");
+  rig->folder.Write("empty.B01", "abc");
   const std::vector<Case> cases{
       {ConnectedChip::Vsk830,
        {"program", "vsk830", thermostat},
@@ -54,13 +56,18 @@ TEST_F(IspWriteTest, ProgramsAndVerifiesEachChip) {
        {"program", "VSK830", thermostat, "--no-compare", "--quiet"},
        "vsk830 program: ok, 3624 bytes, CRC BE1B\n"},
       {ConnectedChip::Vsk630,
+       {"program", "vsk630", emptyBank0},
+       "3 bytes, CRC 44D8, bank 0 is empty"},
+      {ConnectedChip::Vsk630,
        {"program", "vsk630", kiosk},
        "equal, only bank 0 can be read back\n"},
       {ConnectedChip::Rtd2120,
        {"program", "rtd2120", bank1, "--second", bank2},
        "rtd2120 program: ok, "},
       {ConnectedChip::Rtd2120, {"program", "rtd2120", "--second", bank2}, "rtd2120 program: ok, "},
-      {ConnectedChip::Vsk830, {"compare", "vsk830", thermostat}, "3624 bytes read back, equal\n"},
+      {ConnectedChip::Vsk830,
+       {"compare", "vsk830", thermostat},
+       "vsk830 compare: ok, 3624 bytes, CRC BE1B, 3624 bytes read back, equal\n"},
   };
   for (const Case& each : cases) {
     board.Connect(each.chip);
@@ -105,6 +112,7 @@ TEST_F(IspWriteTest, NeverCallsDoneWhatTheChipDidNotDo) {
       {"program", {"rtd2120", image}, "busy-for-ever", "MCU link error"},
       {"program", {"rtd2120", image}, "flash-bit-flipped:3,1,20", "CRC FAIL."},
       {"erase", {"rtd2120"}, "unplugged", "MCU link error"},
+      {"erase", {"rtd2120"}, "byte-refused:2,5", "the chip did not answer"},
   };
   for (const Case& each : cases) {
     Words words{each.command};
@@ -188,13 +196,15 @@ TEST_F(IspWriteTest, RefusesBeforeThePortIsTouched) {
   const std::string odd = rig->folder.Write("odd.hex", ":0100000011EF\r\n:00000001FF\r\n");
   const std::string codes = rig->folder.Write("codes", "\x94\x04\x5A");
   rig->folder.Write("folder.bin/x", "");
+  rig->folder.Write("empty.B01", "abc");
+  const std::string emptyBank0 = rig->folder.Write("empty.B00", "");
   struct Case {
     int status;
     Words arguments;
     std::string said;
   };
   const std::vector<Case> cases{
-      {2, {}, "subcommand"},
+      {2, {}, "a command is missing"},
       {2, {"burn"}, "burn"},
       {2,
        {"program", "vsk999", thermostat},
@@ -219,6 +229,10 @@ TEST_F(IspWriteTest, RefusesBeforeThePortIsTouched) {
       {2, {"read", "vsk830", "x.txt"}, ".hex or .bin"},
       {3, {"read", "vsk830", (rig->folder / "none/x.bin").string()}, "folder does not exist"},
       {3, {"read", "vsk830", (rig->folder / "folder.bin").string()}, "it is a folder"},
+      {2, {"erase", "vsk830", "--pages", ""}, "it is empty"},
+      {2, {"erase", "vsk830", "--port", ""}, "it is empty"},
+      {2, {"program", "rtd2120", "", "--second", odd}, "it is empty"},
+      {3, {"compare", "vsk630", emptyBank0}, "bank 0 is empty"},
       {3, {"program", "vsk830", missing}, "path or file name error!!!\n" + missing},
       {3, {"program", "rtd2120", missing}, "the file does not exist"},
       {3, {"program", "vsk830", odd, "--strict"}, "1 line with a wrong checksum"},
@@ -260,7 +274,7 @@ TEST_F(IspWriteTest, ASignalLeavesNoChipHalfWritten) {
   };
   EXPECT_EQ(rig->Run({"program", "vsk830", thermostat}), 128 + SIGTERM);
   ExpectFlash(board.vsk830.Bank(0), thermostat);
-  EXPECT_THAT(rig->err, Not(HasSubstr("read back")));
+  EXPECT_THAT(rig->err, HasSubstr("interrupted, 3624 bytes, CRC BE1B, not read back\n"));
   EXPECT_FALSE(board.vsk830.InIspMode());
   const std::size_t programmed = rig->accesses.all.size();
 
@@ -268,6 +282,9 @@ TEST_F(IspWriteTest, ASignalLeavesNoChipHalfWritten) {
   rig->accesses.all.clear();
   EXPECT_EQ(rig->Run({"read", "vsk830", (rig->folder / "a.bin").string()}), 128 + SIGTERM);
   EXPECT_LT(rig->accesses.all.size(), programmed);
+  EXPECT_THAT(
+      rig->folder.Read("state/runs.csv"),
+      HasSubstr(",Read," + (rig->folder / "a.bin").string() + ",256,,,interrupted (red),378,"));
   EXPECT_FALSE(std::filesystem::exists(rig->folder / "a.bin"));
   EXPECT_FALSE(board.vsk830.InIspMode());
 
@@ -312,7 +329,8 @@ TEST_F(IspWriteTest, ATerminalGetsOneLineThatIsWrittenAnew) {
   rig->errIsTerminal = true;
   EXPECT_EQ(rig->Run({"--simulated", "program", "vsk830", thermostat}), 0);
   EXPECT_EQ(std::count(rig->err.begin(), rig->err.end(), '\n'), 1);
-  EXPECT_THAT(rig->err, HasSubstr("\rprogram vsk830 [##########..........] 50 %  0:00 left  "));
+  EXPECT_THAT(rig->err,
+              HasSubstr("\r\x1b[?7lprogram vsk830 [##########..........] 50 %  0:00 left  "));
   EXPECT_THAT(rig->err, HasSubstr("[####################] 100 %"));
   EXPECT_EQ(rig->Run({"--simulated", "--quiet", "program", "vsk830", thermostat}), 0);
   EXPECT_THAT(rig->err, IsEmpty());

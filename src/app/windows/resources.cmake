@@ -1,5 +1,5 @@
 # What Windows shows of a program: its icon and its version; and what it is
-# told about the program, in the manifest. A program of windows gets no console.
+# told about the program, in the manifest.
 
 find_program(ICOTOOL icotool REQUIRED)
 set(icon ${PROJECT_BINARY_DIR}/icon/isp-writer.ico)
@@ -11,6 +11,5 @@ function(add_resources name description)
   target_sources(${name} PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/${name}.rc ${icon})
   set_source_files_properties(${CMAKE_CURRENT_BINARY_DIR}/${name}.rc PROPERTIES OBJECT_DEPENDS
     "${icon};${CMAKE_CURRENT_SOURCE_DIR}/windows/program.manifest")
-  set_target_properties(${name} PROPERTIES WIN32_EXECUTABLE ON)
   target_link_options(${name} PRIVATE -s)
 endfunction()

@@ -1,5 +1,6 @@
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -25,7 +26,9 @@ class LockedFile final : public SingleUse {
 int OpenLock(const std::string& path) {
   const int there = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
   if (there >= 0 || errno != ENOENT) return there;
-  return open(path.c_str(), O_RDONLY | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0644);
+  const int made = open(path.c_str(), O_RDONLY | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0644);
+  if (made >= 0) fchmod(made, 0644);  // whatever the operator's mask takes away
+  return made;
 }
 
 }  // namespace

@@ -15,12 +15,15 @@ constexpr std::string_view kTold =
     "\nisp-write: ends when the operation that is running has ended\n";
 
 volatile std::sig_atomic_t first = 0;
+volatile std::sig_atomic_t skipped = 0;  // characters of what is told: a bar's line ends first
 
 void Note(int signal) {
   if (first != 0) return;
   first = signal;
   const int interrupted = errno;
-  [[maybe_unused]] const ssize_t told = write(STDERR_FILENO, kTold.data(), kTold.size());
+  const auto skip = static_cast<std::size_t>(skipped);
+  [[maybe_unused]] const ssize_t told =
+      write(STDERR_FILENO, kTold.data() + skip, kTold.size() - skip);
   errno = interrupted;
 }
 
@@ -28,6 +31,9 @@ void Note(int signal) {
 
 Interruption::Interruption() {
   first = 0;
+  skipped = isatty(STDERR_FILENO) != 0 ? 0 : 1;
+  // Whoever reads the output may go away; the chip is not left half written for it.
+  std::signal(SIGPIPE, SIG_IGN);
   for (const int signal : kEndSignals) {
     struct sigaction present {};
     sigaction(signal, nullptr, &present);

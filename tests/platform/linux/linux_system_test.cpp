@@ -1,7 +1,6 @@
 // The running system, as far as a machine without a parallel port has it.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <linux/ppdev.h>
 #include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <sys/time.h>
@@ -24,7 +23,7 @@ TEST(LinuxPortSystem, FailuresAreNegativeErrorNumbers) {
   const TempFolder folder;
   const auto system = LinuxPortSystem();
   EXPECT_EQ(system->Open(folder / "none"), -ENOENT);
-  EXPECT_EQ(system->IoctlWithin(-1, PPCLAIM, 1000), -EBADF);
+  EXPECT_EQ(system->IoctlWithin(-1, TIOCEXCL, 1000), -EBADF);
   itimerval left{};
   getitimer(ITIMER_REAL, &left);
   EXPECT_EQ(left.it_value.tv_sec + left.it_value.tv_usec, 0) << "the timer of the call goes on";
@@ -32,9 +31,9 @@ TEST(LinuxPortSystem, FailuresAreNegativeErrorNumbers) {
 
   const int null = system->Open("/dev/null");
   ASSERT_GE(null, 0);
-  EXPECT_EQ(system->Ioctl(null, PPCLAIM, nullptr), -ENOTTY);
+  EXPECT_EQ(system->Ioctl(null, TIOCEXCL, nullptr), -ENOTTY);
   system->Close(null);
-  EXPECT_EQ(system->Ioctl(null, PPCLAIM, nullptr), -EBADF);
+  EXPECT_EQ(system->Ioctl(null, TIOCEXCL, nullptr), -EBADF);
 }
 
 TEST(LinuxPortSystem, ReadsTextsFoldersAndGroups) {
