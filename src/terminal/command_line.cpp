@@ -109,6 +109,7 @@ struct Reader {
     app.name("isp-write");
     app.set_version_flag("--version", version);
     app.require_subcommand(1);
+    app.allow_windows_style_options(false);  // a file's name may begin with "/" there too
     app.footer(kFooter);
     AddCommands();
     AddOptions();

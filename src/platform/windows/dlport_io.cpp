@@ -87,8 +87,10 @@ std::unique_ptr<PortIo> SystemParallelPort(const std::filesystem::path& /*boardF
   return std::make_unique<DlPortIo>(std::move(report));
 }
 
-// Any address can be reached; which of them belong to a port the library does not tell.
+// With the library any address can be reached; which of them belong to a port it does not tell.
 std::vector<PortNote> SystemPorts(const std::filesystem::path& /*boardFolder*/,
                                   std::uint32_t base) {
-  return {{base, std::string(kLibrary) + ", as any other address", {}}};
+  PortNote note{base, std::string(kLibrary) + ", as any other address", {}};
+  DlPortIo([&note](const std::string& message) { note.problem = message; }).LoadOnce();
+  return {note};
 }

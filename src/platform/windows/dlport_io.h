@@ -25,11 +25,13 @@ class DlPortIo final : public PortIo {
   void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) override;
   std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t port) override;
 
+  /// Loads the library when that was not tried since the last `UsePort`: no port access in itself.
+  void LoadOnce();
+
  private:
   using WriteEntry = void(__stdcall*)(std::uint32_t port, std::uint8_t value);
   using ReadEntry = std::uint8_t(__stdcall*)(std::uint32_t port);
 
-  void LoadOnce();
   std::string Bind();
   void Release();
 

@@ -95,6 +95,11 @@ TEST_F(DlPortIoTest, WithoutAUsableLibraryThereIsNoPortUntilItIsUsedAnew) {
       told.clear();
     }
   }
+  SearchIn(folder.Path());
+  EXPECT_THAT(SystemPorts({}, 0x378).at(0).problem, HasSubstr("was not found"));
+  SearchIn(Substitute("complete"));
+  EXPECT_EQ(SystemPorts({}, 0x378).at(0).problem, "");
+  EXPECT_EQ(Calls(), "no library is loaded");
   io->UsePort({.base = 0x378});
   io->DlPortWritePortUchar(0x378, 0x7D);
   EXPECT_EQ(Calls(), "378=7D ");
