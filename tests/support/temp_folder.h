@@ -1,4 +1,5 @@
-// A folder of its own for one test, removed with everything in it.
+// A folder of its own for one test, removed with everything in it. Its names are UTF-8, as the
+// program's are.
 #pragma once
 
 #include <filesystem>
@@ -7,6 +8,8 @@
 #include <random>
 #include <string>
 #include <vector>
+
+#include "platform/files.h"
 
 class TempFolder {
  public:
@@ -22,23 +25,24 @@ class TempFolder {
   TempFolder& operator=(const TempFolder&) = delete;
 
   const std::filesystem::path& Path() const { return path_; }
-  std::filesystem::path operator/(const std::string& name) const { return path_ / name; }
+  std::filesystem::path operator/(const std::string& name) const { return path_ / PathOf(name); }
 
   /// Writes a file, with its folders; returns its full name.
   std::string Write(const std::string& name, const std::string& bytes) const {
-    std::filesystem::create_directories((path_ / name).parent_path());
-    std::ofstream(path_ / name, std::ios::binary) << bytes;
-    return (path_ / name).string();
+    const std::filesystem::path file = *this / name;
+    std::filesystem::create_directories(file.parent_path());
+    std::ofstream(file, std::ios::binary) << bytes;
+    return PathText(file);
   }
   std::string Read(const std::string& name) const {
-    std::ifstream file(path_ / name, std::ios::binary);
+    std::ifstream file(*this / name, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
   }
   /// What stands directly in the folder, in the spelling it was created with, in no order.
   std::vector<std::string> Names() const {
     std::vector<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(path_)) {
-      names.push_back(entry.path().filename().string());
+      names.push_back(PathText(entry.path().filename()));
     }
     return names;
   }

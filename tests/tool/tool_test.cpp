@@ -46,7 +46,7 @@ TEST(Tool, RunsOfBothWritersAreLogged) {
 
   EXPECT_THAT(
       folder.Read("state/runs.csv"),
-      testing::ContainsRegex("Z,0.1,VSK830,Erase All,,,,,Blank ok,378,a board,isp-writer\r\n[^\n]*"
+      testing::ContainsRegex("Z,0.1,VSK830,Erase All,,,,,Blank ok,378,a board,isp-writer\r\n.*"
                              "Z,0.1,RTD2120,Erase,,,,,Erase MCU OK.,378,a board,isp-writer\r\n$"));
 }
 

@@ -27,7 +27,7 @@ struct VskLoadTest : testing::Test {
   std::unique_ptr<tongxun::VskImages> images = std::make_unique<tongxun::VskImages>();
   Transcript view;
 
-  std::string Path(const std::string& name) const { return (folder / name).string(); }
+  std::string Path(const std::string& name) const { return PathText(folder / name); }
   /// Chooses the file of this name, a pair's when it ends in 00, and returns what was said.
   Lines Load(const std::string& name) {
     const VskModel& model =
