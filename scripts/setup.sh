@@ -6,7 +6,8 @@ terminal_packages=(libcli11-dev nlohmann-json3-dev)
 build_packages=(g++ cmake ninja-build qt6-base-dev libgl-dev librsvg2-bin "${terminal_packages[@]}")
 # The windows' fonts: text, hexadecimal columns, and full-width characters.
 run_packages=(fonts-liberation fonts-wqy-microhei)
-test_packages=(git libgtest-dev libgmock-dev qt6-base-private-dev clang-format clang-tidy sigrok-cli)
+test_packages=(git libgtest-dev libgmock-dev qt6-base-private-dev clang libclang-rt-14-dev lld clang-format
+  clang-tidy sigrok-cli)
 # What turns a build into packages, and checks them.
 package_packages=(git cmark-gfm dpkg-dev file xz-utils)
 package_check_packages=(file lintian desktop-file-utils appstream)
@@ -24,7 +25,7 @@ windows_try_packages=("${windows_packages[@]}" unzip xvfb xauth xdotool imagemag
 # What builds for 64-bit ARM and runs it here. Qt's tools are this machine's.
 arm64_packages=(g++-aarch64-linux-gnu qt6-base-dev:arm64)
 arm64_test_packages=(googletest qemu-user)
-fuzz_packages=(cmake ninja-build clang libclang-rt-14-dev "${terminal_packages[@]}")
+fuzz_packages=(cmake ninja-build clang libclang-rt-14-dev lld "${terminal_packages[@]}")
 # What boots a kernel with a parallel port. The trial is configured together with the tests.
 kernel_packages=(libgtest-dev libgmock-dev qt6-base-private-dev qemu-system-x86 busybox-static cpio
   kmod gawk)

@@ -12,12 +12,12 @@ namespace {
 
 /// The registers in their order. Their bits are variables of their own, under the names D0 to D7
 /// and so on: not every program reads bytes.
-constexpr std::array kRegisters{std::pair{'D', "data"}, std::pair{'S', "status"},
-                                std::pair{'C', "control"}};
+constexpr std::array kRegisterLetters{std::pair{'D', "data"}, std::pair{'S', "status"},
+                                      std::pair{'C', "control"}};
 
 std::string Declarations() {
   std::string text;
-  for (const auto& [letter, name] : kRegisters) {
+  for (const auto& [letter, name] : kRegisterLetters) {
     for (char bit = '0'; bit < '8'; ++bit) {
       text += std::string("$var wire 1 ") + letter + bit + ' ' + name + bit + " $end\n";
     }
@@ -71,7 +71,7 @@ std::optional<std::uint8_t> RecordingPort::DlPortReadPortUchar(std::uint32_t por
 /// Times of accesses are at least 2 ns apart: the line changes of one may take two of them.
 void RecordingPort::Note(std::uint32_t port, std::optional<std::uint8_t> value) {
   const std::uint32_t which = port - base_;
-  if (!vcd_ || which >= kRegisters.size()) return;
+  if (!vcd_ || which >= kRegisterLetters.size()) return;
   const std::uint64_t now_ns = std::max(now_ns_() - start_ns_, time_ns_ + 2);
   const IspBoard* board = boards_ == nullptr ? nullptr : &boards_->InUse();
   const auto role = static_cast<PortRegister>(which);
@@ -91,7 +91,7 @@ void RecordingPort::WriteRegister(std::size_t which, std::optional<std::uint8_t>
   for (std::size_t bit = 0; bit < 8; ++bit) {
     const char level = !value ? 'x' : (*value >> bit & 1) != 0 ? '1' : '0';
     if (std::exchange(levels_[which][bit], level) == level) continue;
-    file_ << level << kRegisters[which].first << bit << '\n';
+    file_ << level << kRegisterLetters[which].first << bit << '\n';
   }
 }
 

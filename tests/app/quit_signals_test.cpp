@@ -1,6 +1,8 @@
 #include "app/quit_signals.h"
 
-#include <QtTest/QtTest>
+#include <QCoreApplication>
+#include <QTest>
+#include <QTimer>
 #include <csignal>
 
 // A signal that is not caught ends this program, and an event loop that is not ended its time-out.

@@ -61,5 +61,7 @@ class SameAccessesTest : public QObject {
   }
 };
 
-QTEST_MAIN(SameAccessesTest)
+int app_same_accesses_test(int count, char** arguments) {
+  return RunWindowTest<SameAccessesTest>(count, arguments);
+}
 #include "same_accesses_test.moc"

@@ -147,7 +147,7 @@ TEST_F(RtdWriterTest, MaximaAndTheirFigures) {
     EXPECT_EQ(Run(RtdBankMode::First), "Erase MCU OK.\r\n" + BankLines("1", image)) << size;
     EXPECT_TRUE(FlashEquals(chip.Bank(0), image)) << size;
     const auto frames = rig->TakeFrames();
-    EXPECT_THAT(frames, Contains(StartsWith("S 94 94 ")).Times(static_cast<int>(pages)));
+    EXPECT_THAT(frames, Contains(StartsWith("S 94 94 ")).Times(pages));
     EXPECT_THAT(frames, Contains(end));
     EXPECT_EQ(events[pages], std::string("Program BANK 1   ") + lastFigure + " %");
   }

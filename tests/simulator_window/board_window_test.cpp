@@ -2,7 +2,6 @@
 // shows of the flash.
 #include "simulator_window/board_window.h"
 
-// Precompiled, each as a whole.
 #include <sys/resource.h>
 
 #include <QtTest/QtTest>
@@ -12,6 +11,7 @@
 #include "bus/i2c_master.h"
 #include "session/by_name.h"
 #include "support/board_rig.h"
+#include "support/run_window_test.h"
 #include "support/temp_folder.h"
 #include "widgets/application_style.h"
 
@@ -228,5 +228,7 @@ class BoardWindowTest : public QObject {
   std::unique_ptr<BoardWindow> window_;
 };
 
-QTEST_MAIN(BoardWindowTest)
+int simulator_window_board_window_test(int count, char** arguments) {
+  return RunWindowTest<BoardWindowTest>(count, arguments);
+}
 #include "board_window_test.moc"

@@ -169,5 +169,7 @@ class LauncherTest : public WindowTest {
   QList<QUrl> opened_;
 };
 
-QTEST_MAIN(LauncherTest)
+int ui_launcher_test(int count, char** arguments) {
+  return RunWindowTest<LauncherTest>(count, arguments);
+}
 #include "launcher_test.moc"

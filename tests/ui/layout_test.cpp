@@ -210,5 +210,7 @@ class LayoutTest : public WindowTest {
   }
 };
 
-QTEST_MAIN(LayoutTest)
+int ui_layout_test(int count, char** arguments) {
+  return RunWindowTest<LayoutTest>(count, arguments);
+}
 #include "layout_test.moc"

@@ -5,8 +5,6 @@
 
 #include "ui/window_test.h"
 
-namespace {
-
 /// Counts what passes on the bus; `hook` runs once, at the next START, while an operation holds the
 /// thread.
 struct HookedBus final : simulator::BusListener {
@@ -20,6 +18,8 @@ struct HookedBus final : simulator::BusListener {
   void Byte(std::uint8_t, bool, bool) override {}
   void Stopped() override {}
 };
+
+namespace {
 
 /// As the window system delivers it: at the event loop's next turn.
 void Queue(const std::function<void()>& input) {
@@ -147,7 +147,7 @@ class OperationTest : public WindowTest {
     bus_.hook = [this] {
       QWindowSystemInterface::handleCloseEvent(desk_->launcher->windowHandle());
     };
-    QTimer::singleShot(0, this, [this] { kRtdWriter.Press("Run"); });
+    QTimer::singleShot(0, this, [] { kRtdWriter.Press("Run"); });
     QTimer::singleShot(20000, qApp, [] { QCoreApplication::exit(1); });
     QCOMPARE(QCoreApplication::exec(), 0);
   }
@@ -173,5 +173,7 @@ class OperationTest : public WindowTest {
   int oneRun_ = 0;  // frames
 };
 
-QTEST_MAIN(OperationTest)
+int ui_operation_test(int count, char** arguments) {
+  return RunWindowTest<OperationTest>(count, arguments);
+}
 #include "operation_test.moc"

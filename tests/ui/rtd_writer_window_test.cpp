@@ -114,5 +114,7 @@ class RtdWriterWindowTest : public WindowTest {
   }
 };
 
-QTEST_MAIN(RtdWriterWindowTest)
+int ui_rtd_writer_window_test(int count, char** arguments) {
+  return RunWindowTest<RtdWriterWindowTest>(count, arguments);
+}
 #include "rtd_writer_window_test.moc"

@@ -1,13 +1,6 @@
 // The windows on a screen that has no space for all of them.
 #include "ui/window_test.h"
 
-namespace {
-
-/// Read when the application begins: Qt's offscreen screen has 800 x 800 pixels, 400 x 400 then.
-const bool halved = qputenv("QT_SCALE_FACTOR", "2");
-
-}  // namespace
-
 class SmallScreenTest : public WindowTest {
   Q_OBJECT
 
@@ -43,5 +36,9 @@ class SmallScreenTest : public WindowTest {
   }
 };
 
-QTEST_MAIN(SmallScreenTest)
+int ui_small_screen_test(int count, char** arguments) {
+  // Read when the application begins: Qt's offscreen screen has 800 x 800 pixels, 400 x 400 then.
+  qputenv("QT_SCALE_FACTOR", "2");
+  return RunWindowTest<SmallScreenTest>(count, arguments);
+}
 #include "small_screen_test.moc"

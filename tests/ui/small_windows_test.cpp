@@ -173,5 +173,7 @@ class SmallWindowsTest : public WindowTest {
   }
 };
 
-QTEST_MAIN(SmallWindowsTest)
+int ui_small_windows_test(int count, char** arguments) {
+  return RunWindowTest<SmallWindowsTest>(count, arguments);
+}
 #include "small_windows_test.moc"

@@ -225,5 +225,7 @@ class VskWriterWindowTest : public WindowTest {
   }
 };
 
-QTEST_MAIN(VskWriterWindowTest)
+int ui_vsk_writer_window_test(int count, char** arguments) {
+  return RunWindowTest<VskWriterWindowTest>(count, arguments);
+}
 #include "vsk_writer_window_test.moc"

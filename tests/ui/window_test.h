@@ -5,7 +5,6 @@
 #include <qpa/qplatformaccessibility.h>
 #include <qpa/qplatformintegration.h>
 
-// Precompiled, each as a whole.
 #include <QtTest/QtTest>
 #include <QtWidgets/QtWidgets>
 #include <memory>
@@ -13,6 +12,7 @@
 
 #include "session/by_name.h"
 #include "support/board_rig.h"
+#include "support/run_window_test.h"
 #include "support/temp_folder.h"
 #include "tool/tool.h"
 #include "ui/launcher.h"
