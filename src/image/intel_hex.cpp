@@ -91,9 +91,7 @@ HexSummary StoreHex(std::string_view text, std::span<std::uint8_t> cells) {
   ForEachRecord(text, [&](const HexRecord& record) {
     std::uint8_t* cell = cells.data() + record.address;
     const char* digits = text.data() + record.Data();
-    for (std::size_t i = 0; i < record.count; ++i, digits += 2) {
-      cell[i] = static_cast<std::uint8_t>(HexDigit(digits[0]) * 16 + HexDigit(digits[1]));
-    }
+    for (std::size_t i = 0; i < record.count; ++i) cell[i] = KnownHexByte(digits + 2 * i);
     if (text[record.at] != ':') ++summary.wrongStartCodes;
     summary.maximum = std::max(summary.maximum, record.Last());
     return HexFault{};

@@ -9,9 +9,16 @@
 namespace loadfile {
 namespace {
 
-/// Two digits in either case, as the fields are that no load looks at.
+/// In either case, as the digits are of the fields that no load looks at.
+constexpr int DigitOfEitherCase(char c) {
+  return HexDigit(c >= 'a' ? static_cast<char>(c - 'a' + 'A') : c);
+}
+
 std::optional<std::uint32_t> ByteAt(std::string_view text, std::size_t at) {
-  return WholeHex(text.substr(at, 2));
+  const int high = DigitOfEitherCase(text[at]);
+  const int low = DigitOfEitherCase(text[at + 1]);
+  if (high == kNoHexDigit || low == kNoHexDigit) return std::nullopt;
+  return static_cast<std::uint32_t>(high * 16 + low);
 }
 
 /// All bytes of a record, its checksum included, add up to 0.
@@ -21,9 +28,8 @@ bool ChecksumHolds(std::string_view text, const HexRecord& record) {
   if (!type || !checksum) return false;
   const auto address = static_cast<std::uint32_t>(record.address);
   std::uint32_t sum = static_cast<std::uint32_t>(record.count) + address / 256 + address + *type;
-  for (std::size_t at = record.Data(); at < record.Checksum(); at += 2) {
-    sum += static_cast<std::uint32_t>(HexDigit(text[at]) * 16 + HexDigit(text[at + 1]));
-  }
+  const char* digits = text.data() + record.Data();
+  for (std::size_t i = 0; i < record.count; ++i) sum += KnownHexByte(digits + 2 * i);
   return (sum + *checksum) % 256 == 0;
 }
 
@@ -60,12 +66,11 @@ void HexNoteTaker::Note(const HexRecord& record, NotedLines& lines) const {
 }
 
 bool HexNoteTaker::Overwrites(const HexRecord& record) {
-  bool overwrites = false;
+  constexpr char kFilled = 1;
   const auto first = static_cast<std::size_t>(record.address);
-  for (std::size_t cell = first; cell < first + record.count; ++cell) {
-    overwrites = overwrites || filled_[cell];
-    filled_[cell] = true;
-  }
+  const std::string_view cells(filled_.data() + first, record.count);
+  const bool overwrites = cells.find(kFilled) != std::string_view::npos;
+  filled_.replace(first, record.count, record.count, kFilled);
   return overwrites;
 }
 

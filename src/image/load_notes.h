@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "image/hex_record.h"
 
@@ -35,7 +34,7 @@ class HexNoteTaker {
  public:
   /// `lastCell`: the highest address that a record may reach.
   HexNoteTaker(std::string_view text, std::int32_t lastCell)
-      : text_(text), filled_(static_cast<std::size_t>(lastCell) + 1) {}
+      : text_(text), filled_(static_cast<std::size_t>(lastCell) + 1, '\0') {}
 
   void LookAt(const HexRecord& record);
   const LoadNotes& Notes() const { return notes_; }
@@ -45,7 +44,7 @@ class HexNoteTaker {
   bool Overwrites(const HexRecord& record);
 
   std::string_view text_;
-  std::vector<bool> filled_;  // by address: holds data of a record of type 00
+  std::string filled_;  // by address: not NUL where data of a record of type 00 stands
   LoadNotes notes_;
 };
 

@@ -1,7 +1,6 @@
 // A file that an image was loaded from, to be told from what stands under its name later.
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <span>
 #include <string>
@@ -10,13 +9,15 @@
 namespace loadfile {
 
 struct LoadedFile {
-  std::string name = {};      // UTF-8
-  std::size_t looked = 0;     // most bytes that count
-  std::uint64_t content = 0;  // `ContentHash` of them
+  std::string name = {};    // UTF-8
+  std::size_t looked = 0;   // most bytes that count
+  std::size_t content = 0;  // `ContentHash` of them
 };
 
-/// FNV-1a.
-std::uint64_t ContentHash(std::string_view bytes);
+/// Of no meaning to another build of the program.
+inline std::size_t ContentHash(std::string_view bytes) {
+  return std::hash<std::string_view>{}(bytes);
+}
 
 /// The file can be read and holds something else than when it was loaded.
 bool HasChanged(const LoadedFile& file);

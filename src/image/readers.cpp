@@ -1,6 +1,7 @@
 #include "image/readers.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/files.h"
 #include "text/hex_text.h"
@@ -48,8 +49,8 @@ ImageFile::ImageFile(const std::string& name, const Format& format, std::size_t 
     : format_(format) {
   const std::size_t limit = format.isText ? format.largest : std::min(format.largest, lastCell + 1);
   const std::size_t looked = limit + 1;  // one byte more tells a file that is longer
-  const Result<std::string> file = ReadFile(PathOf(name), looked);
-  bytes_ = *file;
+  Result<std::string> file = ReadFile(PathOf(name), looked);
+  bytes_ = std::move(*file);
   loaded_ = {.name = name, .looked = looked, .content = ContentHash(bytes_)};
   const bool readsAsEmpty = !format.isText && file.IsMissing() && missing == Missing::Empty;
   if (!file.Ok() && !readsAsEmpty) {

@@ -42,6 +42,7 @@ class [[nodiscard]] Result : public Status {
 
   /// `T{}` for a failure.
   const T& operator*() const { return value_; }
+  T& operator*() { return value_; }
   const T* operator->() const { return &value_; }
 
  private:

@@ -22,6 +22,13 @@ inline constexpr auto kHexDigitValues = [] {
 
 constexpr int HexDigit(char c) { return kHexDigitValues[static_cast<unsigned char>(c)]; }
 
+/// 0..255, of two characters that are known to be 0-9 or A-F: without a table, so that a processor
+/// can take many at a time.
+constexpr std::uint8_t KnownHexByte(const char* digits) {
+  const auto value = [](char c) { return c <= '9' ? c - '0' : c - 'A' + 10; };
+  return static_cast<std::uint8_t>(value(digits[0]) * 16 + value(digits[1]));
+}
+
 /// Upper case, no prefix, no leading zeros; a negative value as its 32-bit two's complement.
 std::string HexText(std::int32_t value);
 
