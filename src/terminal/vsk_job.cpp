@@ -111,15 +111,19 @@ void VskJob::Leave(Outcome& outcome) {
   if (tool_.isp.IspModeOn) Fail(outcome, view_.modeStatus);
 }
 
+bool VskJob::Refused(Outcome& outcome) const {
+  if (view_.refusal.empty()) return false;
+  outcome.status = kBadFile;
+  outcome.failure = view_.refusal;
+  return true;
+}
+
 void VskJob::Program(Outcome& outcome) {
+  if (!tool_.vskWriter.ImageIsMeant(view_) && Refused(outcome)) return;
   if (!Enter(outcome)) return;
   tool_.vskWriter.IspOperate = RunChoice::Program;
   const RunLine run = tool_.vskWriter.Run(view_);
-  if (!view_.refusal.empty()) {  // nothing was sent but the entry
-    outcome.status = kBadFile;
-    outcome.failure = view_.refusal;
-    return Leave(outcome);
-  }
+  if (Refused(outcome)) return Leave(outcome);  // nothing was sent but the entry
   outcome.chipCrc = run.chipCrc;
   Judge(run, run.result.text == "Write Ok", outcome);
   if (tool_.isp.IspModeOn) Fail(outcome, view_.modeStatus);

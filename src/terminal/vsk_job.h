@@ -45,6 +45,8 @@ class VskJob {
   bool HasUnreadableBanks() const { return tool_.isp.Model().banks.size() > 1; }
   bool Enter(Outcome& outcome);
   void Leave(Outcome& outcome);
+  /// A file was: with the reason.
+  bool Refused(Outcome& outcome) const;
   void Program(Outcome& outcome);
   void Erase(Outcome& outcome);
   void ReadAndCompare(Outcome& outcome);

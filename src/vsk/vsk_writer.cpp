@@ -82,7 +82,6 @@ bool VskWriter::ImageIsLoaded(IspView& view) const {
   return images_.CodeLoaded;
 }
 
-/// Asks when a file of the image has changed since it was loaded.
 bool VskWriter::ImageIsMeant(IspView& view) const {
   return loadfile::AgreedTo(images_.*isp_.Model().files,
                             [&view](std::string_view question) { return view.Confirm(question); });

@@ -53,10 +53,13 @@ class VskWriter {
   /// it did before: `behind`.
   void StepPage(RunChoice step, RunChoice behind, IspView& view);
 
+  /// Asks about each file of the image that has changed since it was loaded; false at an answer
+  /// that is no. A run to program begins with it.
+  bool ImageIsMeant(IspView& view) const;
+
  private:
   void BeginOnPort();
   bool ImageIsLoaded(IspView& view) const;
-  bool ImageIsMeant(IspView& view) const;
   RunLine TellRun(RunLine line);
   RunLine ProgramImage(IspView& view);
   void DoPageLoad(IspView& view);

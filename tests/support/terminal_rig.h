@@ -50,7 +50,8 @@ struct TerminalRig {
   int signal = 0;
   bool errIsTerminal = false;
   int opened = 0;
-  std::string heldByOthers;  // what another copy uses
+  std::string heldByOthers;              // what another copy uses
+  std::function<void()> loaded = [] {};  // called between the load and the first access
 
   // Of the last run.
   std::string out, err;
@@ -85,6 +86,7 @@ struct TerminalRig {
 
  private:
   std::unique_ptr<SingleUse> Hold(const std::string& what) const {
+    loaded();
     return what == heldByOthers ? nullptr : std::make_unique<SingleUse>();
   }
   /// A port that lives as long as the command, on the board that outlives it.

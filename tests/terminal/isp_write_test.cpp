@@ -266,6 +266,16 @@ TEST_F(IspWriteTest, TwoCopiesDoNotUseOnePort) {
   EXPECT_EQ(rig->Run({"erase", "vsk830", "--port", "378"}), 1) << "nothing is plugged in";
 }
 
+TEST_F(IspWriteTest, AFileThatChangedSinceItWasLoadedIsNotProgrammed) {
+  for (const char* chip : {"vsk830", "rtd2120"}) {
+    const std::string image = rig->folder.Write("a.bin", "old");
+    rig->loaded = [this] { rig->folder.Write("a.bin", "new"); };
+    EXPECT_EQ(rig->Run({"program", chip, image}), 3);
+    EXPECT_THAT(rig->out + rig->err, HasSubstr("the file has changed since it was loaded"));
+    EXPECT_THAT(rig->accesses.all, IsEmpty()) << chip;
+  }
+}
+
 /// A signal waits for what changes the chip, and ends what only reads.
 TEST_F(IspWriteTest, ASignalLeavesNoChipHalfWritten) {
   board.Connect(ConnectedChip::Vsk830);
