@@ -68,6 +68,7 @@ void HexNoteTaker::Note(const HexRecord& record, NotedLines& lines) const {
 bool HexNoteTaker::Overwrites(const HexRecord& record) {
   constexpr char kFilled = 1;
   const auto first = static_cast<std::size_t>(record.address);
+  filled_.resize(std::max(filled_.size(), first + record.count));
   const std::string_view cells(filled_.data() + first, record.count);
   const bool overwrites = cells.find(kFilled) != std::string_view::npos;
   filled_.replace(first, record.count, record.count, kFilled);

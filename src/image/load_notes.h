@@ -33,8 +33,9 @@ struct LoadNotes {
 class HexNoteTaker {
  public:
   /// `lastCell`: the highest address that a record may reach.
-  HexNoteTaker(std::string_view text, std::int32_t lastCell)
-      : text_(text), filled_(static_cast<std::size_t>(lastCell) + 1, '\0') {}
+  HexNoteTaker(std::string_view text, std::int32_t lastCell) : text_(text) {
+    filled_.reserve(static_cast<std::size_t>(lastCell) + 1);
+  }
 
   void LookAt(const HexRecord& record);
   const LoadNotes& Notes() const { return notes_; }
@@ -44,7 +45,7 @@ class HexNoteTaker {
   bool Overwrites(const HexRecord& record);
 
   std::string_view text_;
-  std::string filled_;  // by address: not NUL where data of a record of type 00 stands
+  std::string filled_;  // by address, as far as any: not NUL where data of type 00 stands
   LoadNotes notes_;
 };
 
