@@ -68,6 +68,11 @@ void HexNoteTaker::Note(const HexRecord& record, NotedLines& lines) const {
 bool HexNoteTaker::Overwrites(const HexRecord& record) {
   constexpr char kFilled = 1;
   const auto first = static_cast<std::size_t>(record.address);
+  if (first >= filled_.size()) {  // as in nearly every file
+    filled_.resize(first);
+    filled_.append(record.count, kFilled);
+    return false;
+  }
   filled_.resize(std::max(filled_.size(), first + record.count));
   const std::string_view cells(filled_.data() + first, record.count);
   const bool overwrites = cells.find(kFilled) != std::string_view::npos;
