@@ -126,8 +126,8 @@ TEST(BusTiming, TheBusSpeedIsThatOfTheFactorOnEveryPc) {
     std::uint32_t start = 0;
   };
   constexpr double kNever = 1e9;
-  const Row rows[] = {{100, 4.4, kNever, 2},
-                      {50, 4.4, 900, 2},
+  const Row rows[] = {{20, 4.4, kNever, 2},
+                      {20, 4.4, 900, 2},
                       {300, 2.3, 0, 2},
                       {1200, 4.4, 900, 2},
                       {1200, 1, 0, 2},
