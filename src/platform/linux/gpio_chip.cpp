@@ -4,8 +4,9 @@
 #include <sys/ioctl.h>
 
 #include <algorithm>
-#include <array>
 #include <string_view>
+
+#include "text/hex_text.h"
 
 namespace {
 
@@ -26,11 +27,6 @@ gpio_v2_line_config ConfigOf(LineSetting setting) {
   config.attrs[0].attr.id = GPIO_V2_LINE_ATTR_ID_OUTPUT_VALUES;
   config.attrs[0].attr.values = kTheLine;
   return config;
-}
-
-template <std::size_t size>
-std::string TextOf(const char (&field)[size]) {
-  return {field, std::find(field, field + size, '\0')};
 }
 
 }  // namespace
@@ -61,8 +57,8 @@ GpioChip::Opened GpioChip::Open(PortSystem& system, const std::string& node) {
   const PortFault fault =
       chip->descriptor_.Call("GPIO_GET_CHIPINFO_IOCTL", GPIO_GET_CHIPINFO_IOCTL, &info);
   if (fault) return {.fault = fault};
-  chip->name = TextOf(info.name);
-  chip->label = TextOf(info.label);
+  chip->name = CutAtNul({info.name, sizeof info.name});
+  chip->label = CutAtNul({info.label, sizeof info.label});
   chip->lines = info.lines;
   return {.chip = std::move(chip)};
 }
@@ -77,8 +73,8 @@ PortFault GpioChip::Look(std::uint32_t line, LineInfo& info) const {
   const PortFault fault =
       descriptor_.Call("GPIO_V2_GET_LINEINFO_IOCTL", GPIO_V2_GET_LINEINFO_IOCTL, &found);
   if (fault) return fault;
-  info = {.name = TextOf(found.name),
-          .consumer = TextOf(found.consumer),
+  info = {.name = std::string(CutAtNul({found.name, sizeof found.name})),
+          .consumer = std::string(CutAtNul({found.consumer, sizeof found.consumer})),
           .used = (found.flags & GPIO_V2_LINE_FLAG_USED) != 0};
   return {};
 }

@@ -2,14 +2,14 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <charconv>
 #include <map>
 
 #include "platform/linux/gpio_messages.h"
+#include "text/hex_text.h"
 
 namespace {
 
-std::string TextOf(std::uint32_t number, const std::string& name) {
+std::string Numbered(std::uint32_t number, const std::string& name) {
   return std::to_string(number) + (name.empty() ? "" : " (" + name + ")");
 }
 
@@ -28,15 +28,8 @@ std::map<std::uint32_t, std::string> NamedLines(const GpioChip& chip,
 std::vector<std::string> TextsOf(const std::map<std::uint32_t, std::string>& lines) {
   std::vector<std::string> texts;
   texts.reserve(lines.size());
-  for (const auto& [number, name] : lines) texts.push_back(TextOf(number, name));
+  for (const auto& [number, name] : lines) texts.push_back(Numbered(number, name));
   return texts;
-}
-
-std::optional<std::uint32_t> Number(const std::string& text) {
-  std::uint32_t number = 0;
-  const char* const end = text.data() + text.size();
-  const auto read = std::from_chars(text.data(), end, number);
-  return read.ec == std::errc() && read.ptr == end ? std::optional(number) : std::nullopt;
 }
 
 /// Goes through the rows until one has a problem.
@@ -151,13 +144,13 @@ const GpioChip* Finder::NotOpened(const std::string& node, PortFault fault) {
 }
 
 bool Finder::FindLine(const GpioRow& row, PortLine& line) {
-  const auto number = Number(row.line);
+  const auto number = WholeDecimal(row.line);
   if (number && *number >= line.chip->lines) return NoSuchLine(row.line, *line.chip);
   if (!number && !FindNamed(row.line, line)) return false;
   if (number) line.number = *number;
   GpioChip::LineInfo info;
   const PortFault fault = line.chip->Look(line.number, info);
-  line.text = "line " + TextOf(line.number, info.name) + " of " + line.chip->node;
+  line.text = "line " + Numbered(line.number, info.name) + " of " + line.chip->node;
   if (fault) return Refuse(gpio_messages::NotTaken(line.text, fault));
   return !info.used || Refuse(gpio_messages::Held(line.text, info.consumer));
 }
@@ -186,9 +179,9 @@ std::vector<std::string> Finder::ChipTexts() {
 }  // namespace
 
 std::string PortLines::Device() const {
-  std::string nodes;
-  for (const auto& chip : chips) nodes += (nodes.empty() ? "" : ", ") + chip->node;
-  return nodes;
+  std::vector<std::string> nodes;
+  for (const auto& chip : chips) nodes.push_back(chip->node);
+  return Joined(nodes);
 }
 
 PortLines FindPortLines(PortSystem& system, const GpioPortFile& file, std::uint32_t base) {

@@ -4,17 +4,12 @@
 
 #include "platform/files.h"
 #include "platform/linux/port_messages.h"
+#include "text/hex_text.h"
 
 namespace {
 
 using port_messages::Hex;
 using port_messages::Reason;
-
-std::string Joined(const std::vector<std::string>& texts) {
-  std::string list;
-  for (const std::string& text : texts) list += (list.empty() ? "" : ", ") + text;
-  return list;
-}
 
 std::string Begun(std::string sentence) {
   if (sentence[0] >= 'a' && sentence[0] <= 'z') sentence[0] += 'A' - 'a';

@@ -3,6 +3,7 @@
 #include "platform/linux/known_ports.h"
 #include "platform/linux/port_access.h"
 #include "platform/linux/port_messages.h"
+#include "text/hex_text.h"
 
 namespace {
 
@@ -14,17 +15,20 @@ class IoPortsAccess final : public PortAccess {
  public:
   /// The right to the three I/O ports must have been given.
   IoPortsAccess(PortSystem& system, std::uint32_t base)
-      : system_(system), base_(base), data_(system.In(base)), control_(system.In(base + 2)) {}
+      : system_(system),
+        base_(base),
+        data_(system.In(At(PortRegister::Data))),
+        control_(system.In(At(PortRegister::Control))) {}
   ~IoPortsAccess() override { GiveBack(); }
   IoPortsAccess(const IoPortsAccess&) = delete;
   IoPortsAccess& operator=(const IoPortsAccess&) = delete;
 
   PortFault Write(PortRegister which, std::uint8_t value) override {
-    system_.Out(base_ + static_cast<std::uint32_t>(which), value);
+    system_.Out(At(which), value);
     return {};
   }
   PortFault ReadStatus(std::uint8_t& value) override {
-    value = system_.In(base_ + 1);
+    value = system_.In(At(PortRegister::Status));
     return {};
   }
 
@@ -38,6 +42,8 @@ class IoPortsAccess final : public PortAccess {
   }
 
  private:
+  std::uint32_t At(PortRegister which) const { return base_ + static_cast<std::uint32_t>(which); }
+
   PortSystem& system_;
   const std::uint32_t base_;
   const std::uint8_t data_;
@@ -59,9 +65,8 @@ TakenPort Refused(PortSystem& system, std::uint32_t base, PortFault fault) {
   if (fault.error != EPERM || !system.IsRoot()) {
     return {.problem = port_messages::NoSuchPort(base, known, fault), .othersMayTry = true};
   }
-  const std::string lockdown = system.ReadText("/sys/kernel/security/lockdown");
-  return {.problem = port_messages::DirectAccessRefusedToRoot(
-              base, known, lockdown.substr(0, lockdown.find('\n'))),
+  const std::string lockdown(FirstLine(system.ReadText("/sys/kernel/security/lockdown")));
+  return {.problem = port_messages::DirectAccessRefusedToRoot(base, known, lockdown),
           .othersMayTry = true};
 }
 

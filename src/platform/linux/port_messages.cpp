@@ -2,10 +2,10 @@
 
 #include <array>
 #include <cerrno>
-#include <cstdio>
 
 #include "platform/port_advice.h"
 #include "platform/problem.h"
+#include "text/hex_text.h"
 
 namespace {
 
@@ -29,11 +29,9 @@ std::string Named(const std::string& device, std::uint32_t base) {
 std::string Named(const KnownPort& port) { return Named(port.Node(), port.base); }
 
 std::string ListOf(const std::vector<KnownPort>& known) {
-  std::string list;
-  for (const KnownPort& port : known) {
-    list += (list.empty() ? "" : ", ") + Hex(port.base) + " (" + port.Node() + ")";
-  }
-  return list;
+  std::vector<std::string> list;
+  for (const KnownPort& port : known) list.push_back(Hex(port.base) + " (" + port.Node() + ")");
+  return Joined(list);
 }
 
 std::string WhatExists(const std::vector<KnownPort>& known) {
@@ -78,9 +76,7 @@ std::string HowToGetIt(const Rights& rights) {
 namespace port_messages {
 
 std::string Hex(std::uint32_t number) {
-  std::array<char, 16> text{};
-  std::snprintf(text.data(), text.size(), "0x%02X", number);
-  return text.data();
+  return "0x" + PaddedHex(static_cast<std::int32_t>(number), 2);
 }
 
 std::string Reason(PortFault fault) {
