@@ -1,7 +1,6 @@
 #include "platform/linux/gpio_chip.h"
 
 #include <linux/gpio.h>
-#include <sys/ioctl.h>
 
 #include <algorithm>
 #include <string_view>

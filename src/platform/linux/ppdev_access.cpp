@@ -1,6 +1,5 @@
 #include <linux/ppdev.h>
 #include <sys/ioctl.h>
-#include <sys/time.h>
 
 #include <algorithm>
 #include <cerrno>
