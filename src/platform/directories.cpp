@@ -13,7 +13,7 @@ Status CopyMissing(const fs::path& from, const fs::path& to) {
   for (const auto& entry : fs::recursive_directory_iterator(from)) {
     const fs::path copy = to / entry.path().lexically_relative(from);
     if (!entry.is_regular_file() || fs::exists(copy)) continue;
-    const auto content = ReadFile(entry.path(), std::numeric_limits<std::size_t>::max());
+    auto content = ReadFile(entry.path(), std::numeric_limits<std::size_t>::max());
     if (!content.Ok()) return content;
     if (Status copied = ReplaceFile(copy, *content); !copied.Ok()) return copied;
   }

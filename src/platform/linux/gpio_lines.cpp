@@ -65,9 +65,9 @@ class Finder {
 };
 
 Status Finder::Add(const GpioRow& row) {
-  const auto chip = ChipOf(row);
+  auto chip = ChipOf(row);
   if (!chip.Ok()) return chip;
-  const auto line = FindLine(row, **chip);
+  auto line = FindLine(row, **chip);
   if (!line.Ok()) return line;
   std::uint8_t PortLine::*const bit =
       row.which == PortRegister::Status ? &PortLine::input : &PortLine::output;

@@ -27,6 +27,7 @@ std::string Named(const KnownPort& port) { return Named(port.Node(), port.base);
 
 std::string ListOf(const std::vector<KnownPort>& known) {
   std::vector<std::string> list;
+  list.reserve(known.size());
   for (const KnownPort& port : known) list.push_back(Hex(port.base) + " (" + port.Node() + ")");
   return Joined(list);
 }
