@@ -3,7 +3,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <iosfwd>
 #include <map>
 #include <string>
 #include <vector>

@@ -11,17 +11,11 @@ namespace {
 constexpr int kBits = 100'000;
 constexpr int kAccessesPerBit = 3;
 
-class SilentPort final : public PortIo {
- public:
-  void DlPortWritePortUchar(std::uint32_t, std::uint8_t) override {}
-  std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t) override { return 0; }
-};
-
 /// Clocks bits out into a file of the temporary folder.
 void RecordedBits(benchmark::State& state) {
   const TempFolder folder;
-  SilentPort silent;
-  RecordingPort recording(silent, folder / "bus.vcd", [](const std::string&) {});
+  NoPort none;
+  RecordingPort recording(none, folder / "bus.vcd", [](const std::string&) {});
   IspBoards boards;
   boards.BoardTable[0] = Wiring();
   recording.FollowBoards(boards);

@@ -4,15 +4,6 @@
 #include "bus/port_address_file.h"
 #include "fuzz.h"
 
-namespace {
-
-struct NoPort final : PortIo {
-  void DlPortWritePortUchar(std::uint32_t, std::uint8_t) override {}
-  std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t) override { return {}; }
-};
-
-}  // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const InputFile file("chipport.log");
   std::string bytes = TextOf(data, size);

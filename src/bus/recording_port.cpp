@@ -119,11 +119,9 @@ void RecordingPort::EndClockRise() {
 void RecordingPort::End() {
   EndClockRise();
   vcd_.reset();
-  file_.flush();
-  const int error = errno;
-  const bool written = file_.good();
+  const bool written = file_.flush().good();
+  const std::string why = written ? std::string() : WhyBad(file_);
   file_.close();
   if (written) return;
-  report_("The recording of the port cannot be written: " + PathText(name_) + ": " +
-          ErrorText(error));
+  report_("The recording of the port cannot be written: " + PathText(name_) + ": " + why);
 }

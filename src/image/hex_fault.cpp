@@ -58,8 +58,8 @@ std::string WrongLineEnds(std::string_view text) {
   if (carriageReturns == lineFeeds) return {};
   return std::string("the file's lines end with a ") +
          (lineFeeds ? "line feed" : "carriage return") +
-         " only; convert the file to line ends of carriage return and line feed, for example "
-         "with " +
+         " only; convert the file to line ends of carriage return and line feed, "
+         "for example with " +
          (lineFeeds ? "unix2dos" : "mac2unix and then unix2dos");
 }
 
@@ -85,8 +85,7 @@ std::string BadBeginning(std::string_view text, std::size_t record) {
   if (record >= text.size() || text[record] == ':') return {};
   if (kLineBreaks.find(text[record]) != std::string_view::npos) {
     return Place(text, record) +
-           "the line is empty; every line must hold a record that begins with "
-           "\":\"";
+           "the line is empty; every line must hold a record that begins with \":\"";
   }
   const bool byteOrderMark = text.substr(record).starts_with("\xEF\xBB\xBF");
   return Place(text, record) + "found " +

@@ -11,18 +11,15 @@ namespace loadfile {
 
 struct HexFault {
   enum class Kind {
-    None,
     Digit,    // a character that is no digit 0-9 or A-F
     Address,  // the record reaches beyond the last cell
     LineEnd,  // a line break of one character
     Cut,      // the text ends inside the record
   };
 
-  Kind kind = Kind::None;
-  std::size_t record = 0;  // where the record begins that was being read
-  std::size_t at = 0;      // the character that could not be taken
-
-  explicit operator bool() const { return kind != Kind::None; }
+  Kind kind;
+  std::size_t record;  // where the record begins that was being read
+  std::size_t at;      // the character that could not be taken
 };
 
 /// The number, from 1, of the line on which a character stands. Lines end with CR LF, CR or LF.

@@ -1,6 +1,7 @@
 #include "image/intel_hex.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "image/hex_fault.h"
 #include "image/hex_record.h"
@@ -12,11 +13,11 @@ constexpr std::size_t kEndOfFileMargin = 14;  // characters; the end-of-file rec
 
 /// Calls `handle` for each record; ends at the first one for which it returns a fault.
 template <typename Handle>
-HexFault ForEachRecord(std::string_view text, Handle handle) {
+std::optional<HexFault> ForEachRecord(std::string_view text, Handle handle) {
   std::size_t at = 0;
   do {
     const HexRecord record(text, at);
-    if (const HexFault fault = handle(record)) return fault;
+    if (const std::optional<HexFault> fault = handle(record)) return fault;
     at = record.End();
   } while (at + kEndOfFileMargin <= text.size());
   return {};
@@ -42,7 +43,8 @@ std::size_t FirstWrongDigit(std::string_view text, std::size_t at, std::size_t c
   return i;
 }
 
-HexFault CheckRecord(std::string_view text, const HexRecord& record, std::int32_t lastCell) {
+std::optional<HexFault> CheckRecord(std::string_view text, const HexRecord& record,
+                                    std::int32_t lastCell) {
   using Kind = HexFault::Kind;
   const auto fault = [&](Kind kind, std::size_t at) { return HexFault{kind, record.at, at}; };
 
@@ -75,11 +77,11 @@ bool IsEndOfFile(std::string_view text) {
 }
 
 /// Looks behind the last record that is read, where no data may be lost.
-HexFault CheckRest(std::string_view text, std::size_t at) {
+std::optional<HexFault> CheckRest(std::string_view text, std::size_t at) {
   const std::string_view rest = Trim(text.substr(at), " \t\r\n\x1A");
   if (rest.empty() || IsEndOfFile(rest)) return {};
   const auto end = static_cast<std::size_t>(rest.data() + rest.size() - text.data());
-  return {HexFault::Kind::Cut, at, end};
+  return HexFault{HexFault::Kind::Cut, at, end};
 }
 
 }  // namespace
@@ -87,15 +89,15 @@ HexFault CheckRest(std::string_view text, std::size_t at) {
 Result<LoadNotes> CheckHex(std::string_view text, std::int32_t lastCell) {
   HexNoteTaker noteTaker(text, lastCell);
   std::size_t read = 0;
-  HexFault fault = ForEachRecord(text, [&](const HexRecord& record) {
-    const HexFault found = CheckRecord(text, record, lastCell);
+  auto fault = ForEachRecord(text, [&](const HexRecord& record) {
+    const auto found = CheckRecord(text, record, lastCell);
     if (found) return found;
     noteTaker.LookAt(record);
     read = record.End();
     return found;
   });
   if (!fault) fault = CheckRest(text, read);
-  if (fault) return Status::Failed(Explain(fault, text, lastCell));
+  if (fault) return Status::Failed(Explain(*fault, text, lastCell));
   return noteTaker.Notes();
 }
 
@@ -107,7 +109,7 @@ HexSummary StoreHex(std::string_view text, std::span<std::uint8_t> cells) {
     for (std::size_t i = 0; i < record.count; ++i) cell[i] = KnownHexByte(digits + 2 * i);
     if (text[record.at] != ':') ++summary.wrongStartCodes;
     summary.maximum = std::max(summary.maximum, record.Last());
-    return HexFault{};
+    return std::optional<HexFault>();
   });
   return summary;
 }

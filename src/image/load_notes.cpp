@@ -41,9 +41,7 @@ std::string Lines(const NotedLines& lines, const std::string& what) {
 }
 
 std::string StoredAsData(const NotedLines& lines) {
-  std::string address = HexText(lines.address);
-  address.insert(0, 4 - std::min<std::size_t>(address.size(), 4), '0');
-  return "Stored as data at " + address;
+  return "Stored as data at " + PaddedHex(lines.address, 4);
 }
 
 }  // namespace

@@ -8,8 +8,8 @@
 #include "text/hex_text.h"
 
 /// A title line and one line for each 16 of the page's bytes, ended by CR LF. The bytes' count is
-/// the page size; `titleSuffix` says where they come from. An address is
-/// "000" and the digits that it has: the first line of page 0 is meant to be a character shorter.
+/// the page size; `titleSuffix` says where they come from. An address is "000" and the digits that
+/// it has: the first line of page 0 is meant to be a character shorter.
 template <typename Cell>
 std::string PageText(std::span<const Cell> bytes, int page, std::string_view titleSuffix) {
   constexpr std::size_t kBytesPerLine = 16;

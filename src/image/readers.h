@@ -65,8 +65,8 @@ class ImageFile {
   /// Two beeps and the message that says why a file cannot be loaded.
   void Refuse(WriterView& view) const;
 
-  /// Stores a file that is `Ok`. An empty text sounds two beeps, shows a message and
-  /// leaves the target as it was.
+  /// Stores a file that is `Ok`. An empty text sounds two beeps, shows a message and leaves the
+  /// target as it was.
   void StoreInto(const ReadTarget& target, WriterView& view) const;
 
   /// Its name and what is to be told of it; empty for nothing.

@@ -124,6 +124,15 @@ Status AppendToFile(const fs::path& path, const std::string& text, const std::st
   return status;
 }
 
+std::string WhyBad(std::ofstream& file) {
+  if (file.is_open()) {
+    errno = 0;
+    file.clear();
+    file.flush();
+  }
+  return ErrorText(errno);
+}
+
 std::string Unsaved(const fs::path& path, const std::string& reason) {
   return "It could not be saved in " + PathText(path) + " (" + reason +
          ") and holds for this run only.";

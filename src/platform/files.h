@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <iosfwd>
 #include <span>
 #include <string>
 
@@ -28,6 +29,10 @@ Status WriteAtStart(const std::filesystem::path& path, std::span<const std::uint
 Status ReplaceFile(const std::filesystem::path& path, const std::string& content);
 /// Whether `ReplaceFile` could: tried without touching the file.
 Status CanReplace(const std::filesystem::path& path);
+
+/// The system's words on why a stream could not be opened just now, or written at some time. It
+/// keeps no errno, but what it could not write: that is tried again.
+std::string WhyBad(std::ofstream& file);
 
 /// What the operator is told of a setting that was not written to its file for this reason.
 std::string Unsaved(const std::filesystem::path& path, const std::string& reason);

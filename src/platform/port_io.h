@@ -13,6 +13,9 @@
 /// The parallel port's registers, relative to its base address.
 enum class PortRegister : std::uint32_t { Data = 0, Status = 1, Control = 2 };
 
+/// The highest I/O address.
+inline constexpr std::uint32_t kLastIoPort = 0xFFFF;
+
 /// What a parallel port is used for.
 struct PortUse {
   std::uint32_t base = 0;    // I/O address of its data register, 0..0xFFFF
@@ -42,6 +45,14 @@ class PortIo {
   /// Nothing when there is no port, or when it has failed since it was taken. No byte could say so:
   /// 0xFF is what a bus without a target shows.
   virtual std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t port) = 0;
+};
+
+/// Where no port is used.
+class NoPort final : public PortIo {
+ public:
+  bool StillThere() override { return false; }
+  void DlPortWritePortUchar(std::uint32_t /*port*/, std::uint8_t /*value*/) override {}
+  std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t /*port*/) override { return {}; }
 };
 
 /// One port that the program could be told to use.

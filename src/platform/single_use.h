@@ -1,7 +1,6 @@
 // Keeps a second copy of a program from what the first one uses.
 #pragma once
 
-#include <filesystem>
 #include <memory>
 #include <string>
 

@@ -2,8 +2,9 @@
 #pragma once
 
 #include <string>
-#include <system_error>
 #include <utility>
+
+#include "platform/problem.h"
 
 /// Success, or a failure with its reason.
 class [[nodiscard]] Status {
@@ -16,12 +17,26 @@ class [[nodiscard]] Status {
   }
   /// What was asked for does not exist.
   static Status Missing(std::string reason) { return {Kind::Missing, std::move(reason), {}}; }
+  /// A call of the system's, by its name, that returned this: minus its errno when it failed.
+  static Status OfCall(const char* name, int result) {
+    if (result >= 0) return {};
+    Status failed = Failed(std::string(name) + ": " + ErrorText(-result));
+    failed.error_ = -result;
+    return failed;
+  }
+
+  /// Of a further step that is done in any case: the first failure stays.
+  void Also(Status step) {
+    if (Ok()) *this = std::move(step);
+  }
 
   bool Ok() const { return kind_ == Kind::Ok; }
   bool IsMissing() const { return kind_ == Kind::Missing; }
   /// Empty on success, as is the cause.
   const std::string& Reason() const { return reason_; }
   const std::string& Cause() const { return cause_; }
+  /// The errno of a call that failed; 0 for any other failure.
+  int Error() const { return error_; }
 
  private:
   enum class Kind { Ok, Failed, Missing };
@@ -31,6 +46,7 @@ class [[nodiscard]] Status {
   Kind kind_ = Kind::Ok;
   std::string reason_;
   std::string cause_;
+  int error_ = 0;
 };
 
 /// A value, or a failure in its place.

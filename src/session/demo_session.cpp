@@ -76,8 +76,7 @@ void DemoSession::LookAtSettings() {
 void DemoSession::ProgramVsk830() {
   const QString image = Sample("vsk830/thermostat.hex");
   Press("Main", "Command1");
-  LoadFile("Form1", "Command1", image);
-  Expect("Form1", "Text2", image);
+  LoadFile("Form1", "Command1", "Text2", image);
   Check(ShownText("Form1", "Text5") != QLatin1String(""), QStringLiteral("\"S/W CRC\" is shown"));
   Press("Form1", "Option4");
   Expect("Form1", "Label2", QStringLiteral("isp mode is exist"));
@@ -100,8 +99,7 @@ void DemoSession::ProgramVsk630() {
   const QString bank0 = Sample("vsk630/kiosk.H00");
   Plug(QStringLiteral("VSK630"));
   Press("Main", "Command2");
-  LoadFile("Form1", "Command1", bank0);
-  Expect("Form1", "Text2", bank0);
+  LoadFile("Form1", "Command1", "Text2", bank0);
   Press("Form1", "Option4");
   Expect("Form1", "Label2", QStringLiteral("isp mode is exist"));
   RunToWriteOk();
@@ -124,10 +122,8 @@ void DemoSession::WriteRtd2120() {
   const QString bank2 = Sample("rtd2120/panel-bank2.hex");
   Plug(QStringLiteral("RTD2120"));
   Press("Main", "Command3");
-  LoadFile("RTD2120Write", "Com64K", bank1);
-  Expect("RTD2120Write", "Bank1File", bank1);
-  LoadFile("RTD2120Write", "Com64_96K", bank2);
-  Expect("RTD2120Write", "Bank2File", bank2);
+  LoadFile("RTD2120Write", "Com64K", "Bank1File", bank1);
+  LoadFile("RTD2120Write", "Com64_96K", "Bank2File", bank2);
   Press("RTD2120Write", "BothBank");
   Press("RTD2120Write", "AutoOp");
   Press("RTD2120Write", "Run");
@@ -181,9 +177,11 @@ void DemoSession::Type(QWidget& window, const char* control, const char* text) {
   window.findChild<QLineEdit*>(QLatin1String(control))->setText(QLatin1String(text));
 }
 
-void DemoSession::LoadFile(const char* window, const char* button, const QString& file) {
+void DemoSession::LoadFile(const char* window, const char* button, const char* box,
+                           const QString& file) {
   AnswerDialog<QFileDialog>([file](QFileDialog& dialog) { Choose(dialog, file); });
   Press(window, button);
+  Expect(window, box, file);
 }
 
 void DemoSession::Expect(const char* window, const char* control, const QString& text) {

@@ -32,8 +32,8 @@ class DemoSession {
   void RefuseDialog();
   /// Types into a box of a window.
   void Type(QWidget& window, const char* control, const char* text);
-  /// Presses a button that opens the file dialog, and answers it.
-  void LoadFile(const char* window, const char* button, const QString& file);
+  /// Presses a button that opens the file dialog, and answers it: `box` shows the file.
+  void LoadFile(const char* window, const char* button, const char* box, const QString& file);
   void Expect(const char* window, const char* control, const QString& text);
   void ExpectFlash(const simulator::Flash& flash, const QString& hexFile);
   void Picture(QWidget* window, const char* name);

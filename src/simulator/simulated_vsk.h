@@ -6,7 +6,6 @@
 
 #include "simulator/chip_models.h"
 #include "simulator/faults.h"
-#include "simulator/flash.h"
 #include "simulator/simulated_chip.h"
 
 namespace simulator {

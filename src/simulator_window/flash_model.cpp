@@ -2,7 +2,8 @@
 
 #include <QColor>
 
-#include "simulator_window/hex_spin_box.h"
+#include "text/hex_text.h"
+#include "widgets/dialogs.h"
 
 namespace simulator {
 namespace {
@@ -42,7 +43,7 @@ QVariant FlashModel::data(const QModelIndex& index, int role) const {
   const bool characters = index.column() == kBytesPerRow;
   const std::size_t address = AddressOf(index);
   if (role == Qt::DisplayRole) {
-    return characters ? Characters(address - kBytesPerRow) : PaddedHex(shown_[address], 2);
+    return characters ? Characters(address - kBytesPerRow) : TextOf(PaddedHex(shown_[address], 2));
   }
   if (role == Qt::TextAlignmentRole) {
     return QVariant(Qt::AlignVCenter | (characters ? Qt::AlignLeft : Qt::AlignHCenter));
@@ -56,8 +57,8 @@ QVariant FlashModel::data(const QModelIndex& index, int role) const {
 
 QVariant FlashModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (role != Qt::DisplayRole) return {};
-  if (orientation == Qt::Vertical) return PaddedHex(section * kBytesPerRow, 4);
-  return section == kBytesPerRow ? QStringLiteral("Characters") : PaddedHex(section, 1);
+  if (orientation == Qt::Vertical) return TextOf(PaddedHex(section * kBytesPerRow, 4));
+  return section == kBytesPerRow ? QStringLiteral("Characters") : TextOf(HexText(section));
 }
 
 QString FlashModel::Characters(std::size_t first) const {

@@ -1,14 +1,12 @@
-// Hexadecimal numbers of the window, and a number box for flash addresses: four digits.
+// A number box for flash addresses: four hexadecimal digits.
 #pragma once
 
 #include <QSpinBox>
 
-namespace simulator {
+#include "text/hex_text.h"
+#include "widgets/dialogs.h"
 
-/// Upper case, with leading zeros up to `digits`.
-inline QString PaddedHex(int value, int digits) {
-  return QStringLiteral("%1").arg(value, digits, 16, QLatin1Char('0')).toUpper();
-}
+namespace simulator {
 
 class HexSpinBox final : public QSpinBox {
  public:
@@ -18,7 +16,7 @@ class HexSpinBox final : public QSpinBox {
   }
 
  protected:
-  QString textFromValue(int value) const override { return PaddedHex(value, 4); }
+  QString textFromValue(int value) const override { return TextOf(PaddedHex(value, 4)); }
 };
 
 }  // namespace simulator

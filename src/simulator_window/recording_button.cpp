@@ -6,7 +6,6 @@
 #include <cerrno>
 
 #include "platform/files.h"
-#include "platform/problem.h"
 #include "widgets/dialogs.h"
 #include "widgets/guarded.h"
 
@@ -22,17 +21,6 @@ QString ChooseRecording(QWidget* window) {
   dialog.setDefaultSuffix(QStringLiteral("vcd"));
   dialog.selectFile(QStringLiteral("bus.vcd"));
   return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
-}
-
-/// The errno of a stream that could not be opened just now, or written at some time. The stream
-/// keeps none, but what it could not write, which is tried again.
-int WhyBad(std::ofstream& file) {
-  if (file.is_open()) {
-    errno = 0;
-    file.clear();
-    file.flush();
-  }
-  return errno;
 }
 
 }  // namespace
@@ -77,12 +65,12 @@ void RecordingButton::End() {
   board_.cable.ListenTo(nullptr);
   recorder_.reset();
   const bool written = file_.flush().good();
-  const int error = written ? 0 : WhyBad(file_);
+  const std::string why = written ? std::string() : WhyBad(file_);
   file_.close();
   file_.clear();
   ShowState();
   if (written) return;
-  ShowMessageBox(this, "The recording cannot be written: " + name_.toStdString(), ErrorText(error));
+  ShowMessageBox(this, "The recording cannot be written: " + name_.toStdString(), why);
 }
 
 void RecordingButton::ShowState() {

@@ -2,12 +2,28 @@
 
 #include <algorithm>
 #include <charconv>
-#include <span>
 
 namespace {
 
 /// In UTF-8 every byte but those that continue a character.
 bool BeginsCharacter(char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }
+
+std::optional<std::uint32_t> WholeNumber(std::string_view text, int base) {
+  std::uint32_t value = 0;
+  const char* end = text.data() + text.size();
+  const auto read = std::from_chars(text.data(), end, value, base);
+  if (read.ec != std::errc() || read.ptr != end) return std::nullopt;
+  return value;
+}
+
+/// The text with the 26 letters from `first` on replaced by those from `instead` on.
+std::string WithLetters(std::string_view text, char first, char instead) {
+  std::string other(text);
+  for (char& c : other) {
+    if (c >= first && c <= first + 25) c = static_cast<char>(c - first + instead);
+  }
+  return other;
+}
 
 }  // namespace
 
@@ -18,13 +34,14 @@ std::string HexText(std::int32_t value) {
   return UpperCase({digits.data(), end.ptr});
 }
 
-std::optional<std::uint32_t> WholeHex(std::string_view text) {
-  std::uint32_t value = 0;
-  const char* end = text.data() + text.size();
-  const auto read = std::from_chars(text.data(), end, value, 16);
-  if (read.ec != std::errc() || read.ptr != end) return std::nullopt;
-  return value;
+std::string PaddedHex(std::int32_t value, std::size_t digits) {
+  std::string text = HexText(value);
+  text.insert(0, digits - std::min(digits, text.size()), '0');
+  return text;
 }
+
+std::optional<std::uint32_t> WholeHex(std::string_view text) { return WholeNumber(text, 16); }
+std::optional<std::uint32_t> WholeDecimal(std::string_view text) { return WholeNumber(text, 10); }
 
 std::string_view Trim(std::string_view text, std::string_view blanks) {
   const std::size_t first = text.find_first_not_of(blanks);
@@ -32,12 +49,13 @@ std::string_view Trim(std::string_view text, std::string_view blanks) {
   return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-std::string UpperCase(std::string_view text) {
-  std::string upper(text);
-  for (char& c : upper) {
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-  }
-  return upper;
+std::string UpperCase(std::string_view text) { return WithLetters(text, 'a', 'A'); }
+std::string LowerCase(std::string_view text) { return WithLetters(text, 'A', 'a'); }
+
+std::string Joined(std::span<const std::string> texts) {
+  std::string list;
+  for (const std::string& text : texts) list += (list.empty() ? "" : ", ") + text;
+  return list;
 }
 
 std::string_view WithoutLastCharacter(std::string_view text) {
@@ -50,10 +68,7 @@ std::size_t Length(std::string_view text) {
   return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), BeginsCharacter));
 }
 
-std::string fileop::HexByte(int value) {
-  return {kHexDigits[static_cast<std::size_t>(value / 16)],
-          kHexDigits[static_cast<std::size_t>(value % 16)]};
-}
+std::string fileop::HexByte(int value) { return PaddedHex(value, 2); }
 
 namespace Module1 {
 namespace {

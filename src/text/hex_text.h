@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -31,19 +32,30 @@ constexpr std::uint8_t KnownHexByte(const char* digits) {
 
 /// Upper case, no prefix, no leading zeros; a negative value as its 32-bit two's complement.
 std::string HexText(std::int32_t value);
+/// The same, with leading zeros up to `digits`.
+std::string PaddedHex(std::int32_t value, std::size_t digits);
 
 /// The whole text, digits in either case and nothing else, as a hexadecimal number. Nothing when it
 /// is none or when it does not fit 32 bits.
 std::optional<std::uint32_t> WholeHex(std::string_view text);
+/// The same for a decimal number.
+std::optional<std::uint32_t> WholeDecimal(std::string_view text);
 
 /// The text without leading and trailing `blanks`.
 std::string_view Trim(std::string_view text, std::string_view blanks = " ");
 
 /// The part before the first NUL character, or the whole text when it holds none.
 inline std::string_view CutAtNul(std::string_view text) { return text.substr(0, text.find('\0')); }
+/// The same for a line feed.
+inline std::string_view FirstLine(std::string_view text) { return text.substr(0, text.find('\n')); }
 
-/// The text with its letters A-Z in upper case.
+/// The text with its letters a-z in upper case.
 std::string UpperCase(std::string_view text);
+/// The text with its letters A-Z in lower case.
+std::string LowerCase(std::string_view text);
+
+/// "one, two, three"
+std::string Joined(std::span<const std::string> texts);
 
 /// A UTF-8 text without its last character.
 std::string_view WithoutLastCharacter(std::string_view text);

@@ -4,7 +4,6 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
-#include <QPlainTextEdit>
 #include <algorithm>
 
 #include "widgets/application_style.h"

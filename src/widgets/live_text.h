@@ -3,7 +3,6 @@
 
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 
 /// Has a control's text spoken by a screen reader, wherever the focus is. One does not follow the
 /// texts of other controls than the one with the focus, but speaks a notification that appears:

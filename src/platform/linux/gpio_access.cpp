@@ -16,9 +16,9 @@ namespace {
 constexpr int kNotSupported = 524;  // the kernel's ENOTSUPP, which has no name outside of it
 
 /// What drivers answer for a line that has one direction.
-bool RefusesDirection(PortFault fault) {
+bool RefusesDirection(const Status& call) {
   constexpr std::array kErrors{EIO, EINVAL, EPERM, EOPNOTSUPP, kNotSupported};
-  return std::find(kErrors.begin(), kErrors.end(), fault.error) != kErrors.end();
+  return std::find(kErrors.begin(), kErrors.end(), call.Error()) != kErrors.end();
 }
 
 /// A line for output and input is open drain, by its direction: every chip can do that.
@@ -30,29 +30,28 @@ LineSetting SettingOf(const PortLine& line, bool high) {
 class GpioAccess final : public PortAccess {
  public:
   explicit GpioAccess(const PortUse& use) : use_(use) {}
-  ~GpioAccess() override { GiveBack(); }
+  ~GpioAccess() override { static_cast<void>(GiveBack()); }
   GpioAccess(const GpioAccess&) = delete;
   GpioAccess& operator=(const GpioAccess&) = delete;
 
   /// With the released level, so that there is no edge on the way.
-  PortFault Take(const PortLine& line) {
+  Status Take(const PortLine& line) {
     const bool high = line.output == 0 || IsReleasedHigh(line);
-    std::optional<GpioLine> taken;
-    const PortFault fault = line.chip->Request(line.number, SettingOf(line, high), taken);
-    if (!fault) lines_.push_back({line, high, std::move(*taken)});
-    return fault;
+    auto taken = line.chip->Request(line.number, SettingOf(line, high));
+    if (taken.Ok()) lines_.push_back({line, high, std::move(*taken)});
+    return taken;
   }
 
-  PortFault Write(PortRegister which, std::uint8_t value) override;
+  Status Write(PortRegister which, std::uint8_t value) override;
   /// Only the bits that are sampled.
-  PortFault ReadStatus(std::uint8_t& value) override;
+  Result<std::uint8_t> ReadStatus() override;
   bool Gone() const override {
-    bool high = false;
-    return !lines_.empty() && lines_.front().line.Get(high).error == ENODEV;
+    return !lines_.empty() && lines_.front().line.Get().Error() == ENODEV;
   }
   std::uint8_t Carried(PortRegister which) const override;
-  std::string Words(std::uint32_t base, const std::string& device, PortFault fault) const override;
-  PortFault GiveBack() override;
+  std::string Words(std::uint32_t base, const std::string& device,
+                    const Status& failure) const override;
+  Status GiveBack() override;
 
  private:
   struct Taken {
@@ -64,41 +63,41 @@ class GpioAccess final : public PortAccess {
   bool IsReleasedHigh(const PortLine& line) const {
     return ((line.which == PortRegister::Data ? use_.data : use_.control) & line.output) != 0;
   }
-  PortFault Drive(Taken& taken, bool high);
+  Status Drive(Taken& taken, bool high);
 
   const PortUse use_;
   std::vector<Taken> lines_;  // none when they were given back
   std::string noOutput_;      // the line that could not be turned to an output
 };
 
-PortFault GpioAccess::Drive(Taken& taken, bool high) {
+Status GpioAccess::Drive(Taken& taken, bool high) {
   if (taken.high == high) return {};
   const LineSetting setting = SettingOf(taken.at, high);
   const bool turns = setting.output != SettingOf(taken.at, !high).output;
-  const PortFault fault = turns ? taken.line.Configure(setting) : taken.line.Set(high);
-  if (!fault) taken.high = high;
-  if (turns && setting.output && RefusesDirection(fault)) noOutput_ = taken.at.text;
-  return fault;
+  Status driven = turns ? taken.line.Configure(setting) : taken.line.Set(high);
+  if (driven.Ok()) taken.high = high;
+  if (turns && setting.output && RefusesDirection(driven)) noOutput_ = taken.at.text;
+  return driven;
 }
 
-PortFault GpioAccess::Write(PortRegister which, std::uint8_t value) {
+Status GpioAccess::Write(PortRegister which, std::uint8_t value) {
   for (Taken& taken : lines_) {
     if (taken.at.output == 0 || taken.at.which != which) continue;
-    if (const PortFault fault = Drive(taken, (value & taken.at.output) != 0)) return fault;
+    Status driven = Drive(taken, (value & taken.at.output) != 0);
+    if (!driven.Ok()) return driven;
   }
   return {};
 }
 
-PortFault GpioAccess::ReadStatus(std::uint8_t& value) {
+Result<std::uint8_t> GpioAccess::ReadStatus() {
   std::uint8_t status = 0;
   for (const Taken& taken : lines_) {
     if ((taken.at.input & use_.sampled) == 0) continue;
-    bool high = false;
-    if (const PortFault fault = taken.line.Get(high)) return fault;
-    if (high) status |= taken.at.input;
+    const Result<bool> high = taken.line.Get();
+    if (!high.Ok()) return high;
+    if (*high) status |= taken.at.input;
   }
-  value = status;
-  return {};
+  return status;
 }
 
 std::uint8_t GpioAccess::Carried(PortRegister which) const {
@@ -111,37 +110,34 @@ std::uint8_t GpioAccess::Carried(PortRegister which) const {
 }
 
 std::string GpioAccess::Words(std::uint32_t base, const std::string& device,
-                              PortFault fault) const {
-  if (fault.error == ENODEV) return port_messages::Gone(base, device);
+                              const Status& failure) const {
+  if (failure.Error() == ENODEV) return port_messages::Gone(base, device);
   if (noOutput_.empty()) return {};
-  return port_messages::WithoutPort(gpio_messages::NoOutput(noOutput_, fault));
+  return port_messages::WithoutPort(gpio_messages::NoOutput(noOutput_, failure));
 }
 
-PortFault GpioAccess::GiveBack() {
-  PortFault first;
-  const auto keep = [&first](PortFault fault) {
-    if (!first) first = fault;
-  };
+Status GpioAccess::GiveBack() {
+  Status given;
   for (Taken& taken : lines_) {
-    if (taken.at.output != 0) keep(Drive(taken, IsReleasedHigh(taken.at)));
+    if (taken.at.output != 0) given.Also(Drive(taken, IsReleasedHigh(taken.at)));
   }
   for (Taken& taken : lines_) {
     if (!SettingOf(taken.at, taken.high).output) continue;
-    keep(taken.line.Configure({.output = false, .high = taken.high}));
+    given.Also(taken.line.Configure({.output = false, .high = taken.high}));
   }
   lines_.clear();
-  return first;
+  return given;
 }
 
 TakenPort Take(PortLines& found, const PortUse& use) {
   auto access = std::make_unique<GpioAccess>(use);
   for (const PortLine& line : found.lines) {
-    const PortFault fault = access->Take(line);
-    if (!fault) continue;
-    if (line.output != 0 && line.input == 0 && RefusesDirection(fault)) {
-      return {.problem = gpio_messages::NoOutput(line.text, fault)};
+    const Status taken = access->Take(line);
+    if (taken.Ok()) continue;
+    if (line.output != 0 && line.input == 0 && RefusesDirection(taken)) {
+      return {.problem = gpio_messages::NoOutput(line.text, taken)};
     }
-    return {.problem = WhyNotTaken(line, fault)};
+    return {.problem = WhyNotTaken(line, taken)};
   }
   return {.access = std::move(access), .device = found.Device()};
 }
@@ -173,11 +169,11 @@ std::vector<PortNote> GpioPorts(PortSystem& system, const std::filesystem::path&
   const std::string stray = file.ProblemOf(std::nullopt);
   if (!stray.empty()) notes.push_back({{}, PathText(file.path), stray});
   for (const std::string& node : GpioNodes(system)) {
-    const GpioChip::Opened opened = GpioChip::Open(system, node);
-    if (opened.chip) {
-      notes.push_back({{}, opened.chip->Text(), {}});
+    const auto chip = GpioChip::Open(system, node);
+    if (chip.Ok()) {
+      notes.push_back({{}, (*chip)->Text(), {}});
     } else {
-      notes.push_back({{}, node, WhyNotOpened(system, node, opened.fault)});
+      notes.push_back({{}, node, WhyNotOpened(system, node, chip)});
     }
   }
   return notes;

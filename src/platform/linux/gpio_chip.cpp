@@ -1,11 +1,11 @@
 #include "platform/linux/gpio_chip.h"
 
 #include <linux/gpio.h>
-#include <sys/ioctl.h>
 
 #include <algorithm>
-#include <array>
 #include <string_view>
+
+#include "text/hex_text.h"
 
 namespace {
 
@@ -28,72 +28,62 @@ gpio_v2_line_config ConfigOf(LineSetting setting) {
   return config;
 }
 
-template <std::size_t size>
-std::string TextOf(const char (&field)[size]) {
-  return {field, std::find(field, field + size, '\0')};
-}
-
 }  // namespace
 
-PortFault GpioLine::Configure(LineSetting setting) {
+Status GpioLine::Configure(LineSetting setting) {
   gpio_v2_line_config config = ConfigOf(setting);
   return descriptor_.Call("GPIO_V2_LINE_SET_CONFIG_IOCTL", GPIO_V2_LINE_SET_CONFIG_IOCTL, &config);
 }
 
-PortFault GpioLine::Set(bool high) {
+Status GpioLine::Set(bool high) {
   gpio_v2_line_values values{.bits = high ? kTheLine : 0, .mask = kTheLine};
   return descriptor_.Call("GPIO_V2_LINE_SET_VALUES_IOCTL", GPIO_V2_LINE_SET_VALUES_IOCTL, &values);
 }
 
-PortFault GpioLine::Get(bool& high) const {
+Result<bool> GpioLine::Get() const {
   gpio_v2_line_values values{.bits = 0, .mask = kTheLine};
-  const PortFault fault =
+  Status got =
       descriptor_.Call("GPIO_V2_LINE_GET_VALUES_IOCTL", GPIO_V2_LINE_GET_VALUES_IOCTL, &values);
-  if (!fault) high = (values.bits & kTheLine) != 0;
-  return fault;
+  if (!got.Ok()) return got;
+  return (values.bits & kTheLine) != 0;
 }
 
-GpioChip::Opened GpioChip::Open(PortSystem& system, const std::string& node) {
+Result<std::unique_ptr<GpioChip>> GpioChip::Open(PortSystem& system, const std::string& node) {
   const int descriptor = system.Open(node);
-  if (descriptor < 0) return {.fault = {"open", -descriptor}};
+  if (descriptor < 0) return Status::OfCall("open", descriptor);
   std::unique_ptr<GpioChip> chip(new GpioChip(system, node, descriptor));
   gpiochip_info info{};
-  const PortFault fault =
-      chip->descriptor_.Call("GPIO_GET_CHIPINFO_IOCTL", GPIO_GET_CHIPINFO_IOCTL, &info);
-  if (fault) return {.fault = fault};
-  chip->name = TextOf(info.name);
-  chip->label = TextOf(info.label);
+  Status asked = chip->descriptor_.Call("GPIO_GET_CHIPINFO_IOCTL", GPIO_GET_CHIPINFO_IOCTL, &info);
+  if (!asked.Ok()) return asked;
+  chip->name = CutAtNul({info.name, sizeof info.name});
+  chip->label = CutAtNul({info.label, sizeof info.label});
   chip->lines = info.lines;
-  return {.chip = std::move(chip)};
+  return chip;
 }
 
 std::string GpioChip::Text() const {
   return node + " (" + label + ", " + std::to_string(lines) + " lines)";
 }
 
-PortFault GpioChip::Look(std::uint32_t line, LineInfo& info) const {
+Result<GpioChip::LineInfo> GpioChip::Look(std::uint32_t line) const {
   gpio_v2_line_info found{};
   found.offset = line;
-  const PortFault fault =
-      descriptor_.Call("GPIO_V2_GET_LINEINFO_IOCTL", GPIO_V2_GET_LINEINFO_IOCTL, &found);
-  if (fault) return fault;
-  info = {.name = TextOf(found.name),
-          .consumer = TextOf(found.consumer),
-          .used = (found.flags & GPIO_V2_LINE_FLAG_USED) != 0};
-  return {};
+  Status asked = descriptor_.Call("GPIO_V2_GET_LINEINFO_IOCTL", GPIO_V2_GET_LINEINFO_IOCTL, &found);
+  if (!asked.Ok()) return asked;
+  return LineInfo{.name = std::string(CutAtNul({found.name, sizeof found.name})),
+                  .consumer = std::string(CutAtNul({found.consumer, sizeof found.consumer})),
+                  .used = (found.flags & GPIO_V2_LINE_FLAG_USED) != 0};
 }
 
-PortFault GpioChip::Request(std::uint32_t line, LineSetting setting,
-                            std::optional<GpioLine>& taken) const {
+Result<GpioLine> GpioChip::Request(std::uint32_t line, LineSetting setting) const {
   gpio_v2_line_request request{};
   request.offsets[0] = line;
   request.num_lines = 1;
   std::copy(kConsumer.begin(), kConsumer.end(), request.consumer);
   request.config = ConfigOf(setting);
-  const PortFault fault =
-      descriptor_.Call("GPIO_V2_GET_LINE_IOCTL", GPIO_V2_GET_LINE_IOCTL, &request);
-  if (!fault) taken.emplace(Descriptor(system_, request.fd));
-  return fault;
+  Status taken = descriptor_.Call("GPIO_V2_GET_LINE_IOCTL", GPIO_V2_GET_LINE_IOCTL, &request);
+  if (!taken.Ok()) return taken;
+  return GpioLine(Descriptor(system_, request.fd));
 }
 
 std::vector<std::string> GpioNodes(PortSystem& system) {

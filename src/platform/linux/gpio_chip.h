@@ -4,17 +4,17 @@
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "platform/linux/port_access.h"
 #include "platform/linux/port_system.h"
+#include "platform/status.h"
 
 /// A descriptor that is closed at the end.
 class Descriptor {
  public:
+  Descriptor() = default;  // none
   Descriptor(PortSystem& system, int number) : system_(&system), number_(number) {}
   Descriptor(Descriptor&& other) noexcept
       : system_(other.system_), number_(std::exchange(other.number_, -1)) {}
@@ -23,14 +23,13 @@ class Descriptor {
     if (number_ >= 0) system_->Close(number_);
   }
 
-  PortFault Call(const char* name, unsigned long request, void* argument) const {
-    const int result = system_->Ioctl(number_, request, argument);
-    return result < 0 ? PortFault{name, -result} : PortFault{};
+  Status Call(const char* name, unsigned long request, void* argument) const {
+    return Status::OfCall(name, system_->Ioctl(number_, request, argument));
   }
 
  private:
-  PortSystem* system_;
-  int number_;
+  PortSystem* system_ = nullptr;
+  int number_ = -1;
 };
 
 /// What a line does at its pin.
@@ -45,13 +44,12 @@ struct LineSetting {
 /// call.
 class GpioLine {
  public:
-  explicit GpioLine(Descriptor descriptor) : descriptor_(std::move(descriptor)) {}
+  explicit GpioLine(Descriptor descriptor = {}) : descriptor_(std::move(descriptor)) {}
 
-  PortFault Configure(LineSetting setting);
+  Status Configure(LineSetting setting);
   /// The level of an output.
-  PortFault Set(bool high);
-  /// `high` is untouched when the reading failed.
-  PortFault Get(bool& high) const;
+  Status Set(bool high);
+  Result<bool> Get() const;
 
  private:
   Descriptor descriptor_;
@@ -59,12 +57,8 @@ class GpioLine {
 
 class GpioChip {
  public:
-  struct Opened {
-    std::unique_ptr<GpioChip> chip = {};  // null: `fault` says why
-    PortFault fault = {};
-  };
   /// Opens the node and asks for the chip's facts; requests no line. ENOTTY: it is no GPIO chip.
-  static Opened Open(PortSystem& system, const std::string& node);
+  static Result<std::unique_ptr<GpioChip>> Open(PortSystem& system, const std::string& node);
 
   std::string node;
   std::string name;  // the kernel's, "gpiochip0", whatever the node is called
@@ -80,9 +74,9 @@ class GpioChip {
     bool used = false;
   };
   /// `line`: 0 to `lines` - 1.
-  PortFault Look(std::uint32_t line, LineInfo& info) const;
+  Result<LineInfo> Look(std::uint32_t line) const;
   /// Takes the line for "isp-writer", with this setting from the first moment on.
-  PortFault Request(std::uint32_t line, LineSetting setting, std::optional<GpioLine>& taken) const;
+  Result<GpioLine> Request(std::uint32_t line, LineSetting setting) const;
 
  private:
   GpioChip(PortSystem& system, std::string path, int descriptor)

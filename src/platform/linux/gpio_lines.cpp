@@ -2,14 +2,14 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <charconv>
 #include <map>
 
 #include "platform/linux/gpio_messages.h"
+#include "text/hex_text.h"
 
 namespace {
 
-std::string TextOf(std::uint32_t number, const std::string& name) {
+std::string Numbered(std::uint32_t number, const std::string& name) {
   return std::to_string(number) + (name.empty() ? "" : " (" + name + ")");
 }
 
@@ -18,9 +18,9 @@ std::map<std::uint32_t, std::string> NamedLines(const GpioChip& chip,
                                                 const std::string& name = {}) {
   std::map<std::uint32_t, std::string> named;
   for (std::uint32_t number = 0; number < chip.lines; ++number) {
-    GpioChip::LineInfo info;
-    if (chip.Look(number, info) || info.name.empty()) continue;
-    if (name.empty() || info.name == name) named[number] = info.name;
+    const auto info = chip.Look(number);
+    if (info->name.empty()) continue;
+    if (name.empty() || info->name == name) named[number] = info->name;
   }
   return named;
 }
@@ -28,15 +28,8 @@ std::map<std::uint32_t, std::string> NamedLines(const GpioChip& chip,
 std::vector<std::string> TextsOf(const std::map<std::uint32_t, std::string>& lines) {
   std::vector<std::string> texts;
   texts.reserve(lines.size());
-  for (const auto& [number, name] : lines) texts.push_back(TextOf(number, name));
+  for (const auto& [number, name] : lines) texts.push_back(Numbered(number, name));
   return texts;
-}
-
-std::optional<std::uint32_t> Number(const std::string& text) {
-  std::uint32_t number = 0;
-  const char* const end = text.data() + text.size();
-  const auto read = std::from_chars(text.data(), end, number);
-  return read.ec == std::errc() && read.ptr == end ? std::optional(number) : std::nullopt;
 }
 
 /// Goes through the rows until one has a problem.
@@ -47,7 +40,8 @@ class Finder {
   PortLines Find(const std::vector<GpioRow>& rows) {
     for (const GpioRow& row : rows) {
       row_ = gpio_messages::Row(file_.path, row.number);
-      if (!Add(row)) break;
+      found_.problem = Add(row).Reason();
+      if (!found_.problem.empty()) break;
     }
     // As in a STOP, SCL goes first when lines are taken or given back.
     std::stable_partition(found_.lines.begin(), found_.lines.end(),
@@ -56,21 +50,12 @@ class Finder {
   }
 
  private:
-  bool Refuse(std::string problem) {
-    found_.problem = std::move(problem);
-    return false;
-  }
-
-  bool Add(const GpioRow& row);
-  /// Null when it was refused.
-  const GpioChip* ChipOf(const GpioRow& row);
-  const GpioChip* Labelled(const std::string& label);
+  Status Add(const GpioRow& row);
+  Result<const GpioChip*> ChipOf(const GpioRow& row);
+  Result<const GpioChip*> Labelled(const std::string& label);
   const GpioChip* Keep(std::unique_ptr<GpioChip> chip);
-  const GpioChip* NotOpened(const std::string& node, PortFault fault);
-  /// False when it was refused.
-  bool FindLine(const GpioRow& row, PortLine& line);
-  bool FindNamed(const std::string& name, PortLine& line);
-  bool NoSuchLine(const std::string& line, const GpioChip& chip);
+  Result<PortLine> FindLine(const GpioRow& row, const GpioChip& chip);
+  Result<std::uint32_t> NumberOf(const std::string& line, const GpioChip& chip);
   std::vector<std::string> ChipTexts();
 
   PortSystem& system_;
@@ -79,29 +64,31 @@ class Finder {
   PortLines found_;
 };
 
-bool Finder::Add(const GpioRow& row) {
-  PortLine line{.chip = ChipOf(row)};
-  if (line.chip == nullptr || !FindLine(row, line)) return false;
+Status Finder::Add(const GpioRow& row) {
+  auto chip = ChipOf(row);
+  if (!chip.Ok()) return chip;
+  auto line = FindLine(row, **chip);
+  if (!line.Ok()) return line;
   std::uint8_t PortLine::*const bit =
       row.which == PortRegister::Status ? &PortLine::input : &PortLine::output;
   PortLine* known = nullptr;
   for (PortLine& each : found_.lines) {
-    if (each.chip == line.chip && each.number == line.number) known = &each;
+    if (each.chip == line->chip && each.number == line->number) known = &each;
     const bool sameRegister = row.which == PortRegister::Status || each.which == row.which;
     if (sameRegister && each.*bit == row.bit) {
-      return Refuse(gpio_messages::NamedTwice(row_, "its bit"));
+      return Status::Failed(gpio_messages::NamedTwice(row_, "its bit"));
     }
   }
   if (known != nullptr && known->*bit != 0) {
-    return Refuse(gpio_messages::NamedTwice(row_, line.text));
+    return Status::Failed(gpio_messages::NamedTwice(row_, line->text));
   }
-  if (known == nullptr) known = &found_.lines.emplace_back(line);
+  if (known == nullptr) known = &found_.lines.emplace_back(*line);
   known->*bit = row.bit;
   if (row.which != PortRegister::Status) known->which = row.which;
-  return true;
+  return {};
 }
 
-const GpioChip* Finder::ChipOf(const GpioRow& row) {
+Result<const GpioChip*> Finder::ChipOf(const GpioRow& row) {
   const auto nodes = GpioNodes(system_);
   const bool isPath = row.chip.starts_with('/');
   const std::string node = isPath ? row.chip : "/dev/" + row.chip;
@@ -111,31 +98,30 @@ const GpioChip* Finder::ChipOf(const GpioRow& row) {
   for (const auto& known : found_.chips) {
     if (known->node == node) return known.get();
   }
-  GpioChip::Opened opened = GpioChip::Open(system_, node);
-  if (opened.chip) return Keep(std::move(opened.chip));
-  if (opened.fault.error != ENOENT) return NotOpened(node, opened.fault);
-  Refuse(gpio_messages::NoSuchChip(row_, row.chip, ChipTexts()));
-  return nullptr;
+  auto opened = GpioChip::Open(system_, node);
+  if (opened.Ok()) return Keep(std::move(*opened));
+  return Status::Failed(opened.Error() == ENOENT
+                            ? gpio_messages::NoSuchChip(row_, row.chip, ChipTexts())
+                            : WhyNotOpened(system_, node, opened));
 }
 
-const GpioChip* Finder::Labelled(const std::string& label) {
+Result<const GpioChip*> Finder::Labelled(const std::string& label) {
   std::vector<std::unique_ptr<GpioChip>> labelled;
   std::vector<std::string> nodes;
-  std::pair<std::string, PortFault> unopened;
+  Status others;
   for (const std::string& node : GpioNodes(system_)) {
-    GpioChip::Opened opened = GpioChip::Open(system_, node);
-    if (!opened.chip && !unopened.second) unopened = {node, opened.fault};
-    if (!opened.chip || opened.chip->label != label) continue;
-    const auto same = [&opened](const auto& chip) { return chip->name == opened.chip->name; };
+    auto opened = GpioChip::Open(system_, node);
+    if (!opened.Ok()) others.Also(Status::Failed(WhyNotOpened(system_, node, opened)));
+    if (!opened.Ok() || (*opened)->label != label) continue;
+    const auto same = [&opened](const auto& chip) { return chip->name == (*opened)->name; };
     if (std::any_of(labelled.begin(), labelled.end(), same)) continue;  // a second node of it
     nodes.push_back(node);
-    labelled.push_back(std::move(opened.chip));
+    labelled.push_back(std::move(*opened));
   }
   if (labelled.size() == 1) return Keep(std::move(labelled[0]));
-  if (labelled.empty() && unopened.second) return NotOpened(unopened.first, unopened.second);
-  Refuse(labelled.empty() ? gpio_messages::NoSuchChip(row_, label, ChipTexts())
-                          : gpio_messages::SeveralChips(row_, label, nodes));
-  return nullptr;
+  if (labelled.empty() && !others.Ok()) return others;
+  return Status::Failed(labelled.empty() ? gpio_messages::NoSuchChip(row_, label, ChipTexts())
+                                         : gpio_messages::SeveralChips(row_, label, nodes));
 }
 
 const GpioChip* Finder::Keep(std::unique_ptr<GpioChip> chip) {
@@ -145,40 +131,33 @@ const GpioChip* Finder::Keep(std::unique_ptr<GpioChip> chip) {
   return found_.chips.emplace_back(std::move(chip)).get();
 }
 
-const GpioChip* Finder::NotOpened(const std::string& node, PortFault fault) {
-  Refuse(WhyNotOpened(system_, node, fault));
-  return nullptr;
+Result<PortLine> Finder::FindLine(const GpioRow& row, const GpioChip& chip) {
+  const auto number = NumberOf(row.line, chip);
+  if (!number.Ok()) return number;
+  const auto info = chip.Look(*number);
+  PortLine line{.chip = &chip,
+                .number = *number,
+                .text = "line " + Numbered(*number, info->name) + " of " + chip.node};
+  if (!info.Ok()) return Status::Failed(gpio_messages::NotTaken(line.text, info));
+  if (info->used) return Status::Failed(gpio_messages::Held(line.text, info->consumer));
+  return line;
 }
 
-bool Finder::FindLine(const GpioRow& row, PortLine& line) {
-  const auto number = Number(row.line);
-  if (number && *number >= line.chip->lines) return NoSuchLine(row.line, *line.chip);
-  if (!number && !FindNamed(row.line, line)) return false;
-  if (number) line.number = *number;
-  GpioChip::LineInfo info;
-  const PortFault fault = line.chip->Look(line.number, info);
-  line.text = "line " + TextOf(line.number, info.name) + " of " + line.chip->node;
-  if (fault) return Refuse(gpio_messages::NotTaken(line.text, fault));
-  return !info.used || Refuse(gpio_messages::Held(line.text, info.consumer));
-}
-
-bool Finder::FindNamed(const std::string& name, PortLine& line) {
-  const auto lines = NamedLines(*line.chip, name);
-  if (lines.empty()) return NoSuchLine(name, *line.chip);
-  line.number = lines.begin()->first;
-  return lines.size() == 1 ||
-         Refuse(gpio_messages::SeveralLines(row_, name, line.chip->node, TextsOf(lines)));
-}
-
-bool Finder::NoSuchLine(const std::string& line, const GpioChip& chip) {
-  return Refuse(gpio_messages::NoSuchLine(row_, line, chip, TextsOf(NamedLines(chip))));
+Result<std::uint32_t> Finder::NumberOf(const std::string& line, const GpioChip& chip) {
+  const auto number = WholeDecimal(line);
+  if (number && *number < chip.lines) return *number;
+  const auto lines = number ? std::map<std::uint32_t, std::string>() : NamedLines(chip, line);
+  if (lines.size() == 1) return lines.begin()->first;
+  return Status::Failed(lines.empty()
+                            ? gpio_messages::NoSuchLine(row_, line, chip, TextsOf(NamedLines(chip)))
+                            : gpio_messages::SeveralLines(row_, line, chip.node, TextsOf(lines)));
 }
 
 std::vector<std::string> Finder::ChipTexts() {
   std::vector<std::string> texts;
   for (const std::string& node : GpioNodes(system_)) {
-    const GpioChip::Opened opened = GpioChip::Open(system_, node);
-    texts.push_back(opened.chip ? opened.chip->Text() : node);
+    const auto chip = GpioChip::Open(system_, node);
+    texts.push_back(chip.Ok() ? (*chip)->Text() : node);
   }
   return texts;
 }
@@ -186,9 +165,9 @@ std::vector<std::string> Finder::ChipTexts() {
 }  // namespace
 
 std::string PortLines::Device() const {
-  std::string nodes;
-  for (const auto& chip : chips) nodes += (nodes.empty() ? "" : ", ") + chip->node;
-  return nodes;
+  std::vector<std::string> nodes;
+  for (const auto& chip : chips) nodes.push_back(chip->node);
+  return Joined(nodes);
 }
 
 PortLines FindPortLines(PortSystem& system, const GpioPortFile& file, std::uint32_t base) {
@@ -201,13 +180,14 @@ PortLines FindPortLines(PortSystem& system, const GpioPortFile& file, std::uint3
   return none;
 }
 
-std::string WhyNotOpened(PortSystem& system, const std::string& node, PortFault fault) {
-  return gpio_messages::ChipNotOpened(node, fault, system.GroupOf(node), system.IsRoot());
+std::string WhyNotOpened(PortSystem& system, const std::string& node, const Status& opened) {
+  return gpio_messages::ChipNotOpened(node, opened, system.GroupOf(node), system.IsRoot());
 }
 
-std::string WhyNotTaken(const PortLine& line, PortFault failed) {
-  GpioChip::LineInfo info;
-  const bool held = failed.error == EBUSY && !line.chip->Look(line.number, info);
-  return held ? gpio_messages::Held(line.text, info.consumer)
-              : gpio_messages::NotTaken(line.text, failed);
+std::string WhyNotTaken(const PortLine& line, const Status& taken) {
+  if (taken.Error() == EBUSY) {
+    const auto info = line.chip->Look(line.number);
+    if (info.Ok()) return gpio_messages::Held(line.text, info->consumer);
+  }
+  return gpio_messages::NotTaken(line.text, taken);
 }

@@ -32,7 +32,7 @@ struct PortLines {
 PortLines FindPortLines(PortSystem& system, const GpioPortFile& file, std::uint32_t base);
 
 /// Why the chip behind the node cannot be used.
-std::string WhyNotOpened(PortSystem& system, const std::string& node, PortFault fault);
+std::string WhyNotOpened(PortSystem& system, const std::string& node, const Status& opened);
 
-/// Why the line cannot be requested: somebody has it, or the call `failed`.
-std::string WhyNotTaken(const PortLine& line, PortFault failed);
+/// Why the line cannot be requested: somebody has it, or the call failed.
+std::string WhyNotTaken(const PortLine& line, const Status& taken);

@@ -4,17 +4,11 @@
 
 #include "platform/files.h"
 #include "platform/linux/port_messages.h"
+#include "text/hex_text.h"
 
 namespace {
 
 using port_messages::Hex;
-using port_messages::Reason;
-
-std::string Joined(const std::vector<std::string>& texts) {
-  std::string list;
-  for (const std::string& text : texts) list += (list.empty() ? "" : ", ") + text;
-  return list;
-}
 
 std::string Begun(std::string sentence) {
   if (sentence[0] >= 'a' && sentence[0] <= 'z') sentence[0] += 'A' - 'a';
@@ -68,28 +62,21 @@ std::string SeveralChips(const std::string& row, const std::string& label,
          " names: " + Joined(nodes) + ". Name one of these paths in the row.";
 }
 
-std::string ChipNotOpened(const std::string& node, PortFault fault, const std::string& group,
+std::string ChipNotOpened(const std::string& node, const Status& opened, const std::string& group,
                           bool isRoot) {
-  if (fault.error == ENOTTY) {
-    return node + " is no GPIO chip (" + Reason(fault) + "). Name another path in the file.";
+  if (opened.Error() == ENOTTY) {
+    return node + " is no GPIO chip (" + opened.Reason() + "). Name another path in the file.";
   }
-  if (fault.error != EACCES && fault.error != EPERM) {
-    return node + " cannot be opened (" + Reason(fault) + ").";
+  if (opened.Error() != EACCES && opened.Error() != EPERM) {
+    return node + " cannot be opened (" + opened.Reason() + ").";
   }
   if (isRoot) {
-    return node + " is refused even to root (" + Reason(fault) +
+    return node + " is refused even to root (" + opened.Reason() +
            "). A container does so: run the program outside of it.";
   }
-  const std::string rule =
-      "install a udev rule for this one chip: the page on GPIO in the manual has one.";
-  const std::string refused = "No permission to open " + node + ". ";
-  if (group.empty()) return refused + "To get the permission, " + rule;
-  const std::string owner =
-      refused + "It belongs to the group \"" + group + "\". To get the permission, ";
-  // Whoever is in group root may do far more than use this chip.
-  if (group == "root") return owner + rule;
-  return owner + "join the group and log in again:\n    sudo usermod -aG " + group + " $USER\nor " +
-         rule;
+  return port_messages::NoPermission(
+      node, group,
+      "install a udev rule for this one chip: the page on GPIO in the manual has one.");
 }
 
 std::string NoSuchLine(const std::string& row, const std::string& line, const GpioChip& chip,
@@ -116,13 +103,13 @@ std::string Held(const std::string& line, const std::string& consumer) {
          ". End the program, or unload the driver, or choose another line.";
 }
 
-std::string NoOutput(const std::string& line, PortFault fault) {
-  return Begun(line) + " cannot be an output (" + Reason(fault) +
+std::string NoOutput(const std::string& line, const Status& driven) {
+  return Begun(line) + " cannot be an output (" + driven.Reason() +
          "). Wire the target to another line, and name that one in the file.";
 }
 
-std::string NotTaken(const std::string& line, PortFault fault) {
-  return Begun(line) + " could not be taken (" + Reason(fault) + ").";
+std::string NotTaken(const std::string& line, const Status& taken) {
+  return Begun(line) + " could not be taken (" + taken.Reason() + ").";
 }
 
 }  // namespace gpio_messages

@@ -36,7 +36,7 @@ std::string SeveralChips(const std::string& row, const std::string& label,
                          const std::vector<std::string>& nodes);
 
 /// `group`: of the node; empty when it is not known.
-std::string ChipNotOpened(const std::string& node, PortFault fault, const std::string& group,
+std::string ChipNotOpened(const std::string& node, const Status& opened, const std::string& group,
                           bool isRoot);
 
 /// `named`: the chip's lines that have a name, as texts.
@@ -51,9 +51,9 @@ std::string SeveralLines(const std::string& row, const std::string& name, const 
 /// be empty.
 std::string Held(const std::string& line, const std::string& consumer);
 
-std::string NoOutput(const std::string& line, PortFault fault);
+std::string NoOutput(const std::string& line, const Status& driven);
 
 /// Another call failed while the port was being taken.
-std::string NotTaken(const std::string& line, PortFault fault);
+std::string NotTaken(const std::string& line, const Status& taken);
 
 }  // namespace gpio_messages

@@ -13,7 +13,6 @@
 namespace {
 
 constexpr std::size_t kLargestFile = 1 << 16;  // bytes; a port of three lines has under 100
-constexpr std::uint32_t kLastAddress = 0xFFFF;
 constexpr std::array<std::string_view, 3> kRegisterNames{"DATA", "STATUS", "CONTROL"};
 
 /// Those at the end that are empty do not count: a table program fills short rows up with them.
@@ -53,7 +52,7 @@ class Reader {
   void Address() {
     const auto base = WholeHex(Field(2));
     part_ = Part::Nowhere;
-    if (!base || *base > kLastAddress) {
+    if (!base || *base > kLastIoPort) {
       return Refuse(2, "must be a hexadecimal address from 0 to FFFF");
     }
     part_ = Part::Port;

@@ -1,18 +1,17 @@
 #include "platform/linux/known_ports.h"
 
 #include <charconv>
-#include <string_view>
+
+#include "platform/port_io.h"
+#include "text/hex_text.h"
 
 namespace {
 
-constexpr std::string_view kFolder = "/proc/sys/dev/parport/";
-constexpr std::uint32_t kLastIoPort = 0xFFFF;
+constexpr const char* kFolder = "/proc/sys/dev/parport/";
 
-std::string PathOf(const KnownPort& port, std::string_view file) {
-  return std::string(kFolder) + port.name + "/" + std::string(file);
+std::string ProcFile(const KnownPort& port, const std::string& name) {
+  return kFolder + port.name + "/" + name;
 }
-
-std::string FirstLine(const std::string& text) { return text.substr(0, text.find('\n')); }
 
 /// "888\t1912": the second number is the base of the ECP registers, not of a port. 0 when there is
 /// no address.
@@ -26,30 +25,27 @@ std::uint32_t BaseOf(const std::string& text) {
 
 std::vector<KnownPort> KnownPorts(PortSystem& system) {
   std::vector<KnownPort> ports;
-  for (const std::string& name : system.ListFolder(std::string(kFolder))) {
+  for (const std::string& name : system.ListFolder(kFolder)) {
     KnownPort port{.name = name};
-    port.base = BaseOf(system.ReadText(PathOf(port, "base-addr")));
+    port.base = BaseOf(system.ReadText(ProcFile(port, "base-addr")));
     if (port.base != 0) ports.push_back(port);  // "default" has none
   }
   return ports;
 }
 
 std::optional<std::string> HolderOf(PortSystem& system, const KnownPort& port) {
-  const std::string holder = FirstLine(system.ReadText(PathOf(port, "devices/active")));
+  const std::string holder(FirstLine(system.ReadText(ProcFile(port, "devices/active"))));
   if (holder.empty()) return std::nullopt;
   return holder == "none" ? std::string() : holder;
 }
 
 std::string WordOn(PortSystem& system, const KnownPort& port) {
-  return system.ReadText(PathOf(port, "base-addr")) +
-         system.ReadText(PathOf(port, "devices/active"));
+  return system.ReadText(ProcFile(port, "base-addr")) +
+         system.ReadText(ProcFile(port, "devices/active"));
 }
 
 std::string DriversOn(PortSystem& system, const KnownPort& port) {
-  std::string drivers;
-  for (const std::string& name : system.ListFolder(PathOf(port, "devices"))) {
-    if (name == "active") continue;
-    drivers += (drivers.empty() ? "" : ", ") + name;
-  }
-  return drivers;
+  std::vector<std::string> drivers = system.ListFolder(ProcFile(port, "devices"));
+  std::erase(drivers, "active");
+  return Joined(drivers);
 }

@@ -45,15 +45,15 @@ void LinuxParallelPort::DlPortWritePortUchar(std::uint32_t port, std::uint8_t va
   const bool isWritten = which == PortRegister::Data || which == PortRegister::Control;
   if (!Usable() || !isWritten) return;
   NoteLost(which, value);
-  NoteFault(access_->Write(which, value));
+  NoteFailure(access_->Write(which, value));
 }
 
 std::optional<std::uint8_t> LinuxParallelPort::DlPortReadPortUchar(std::uint32_t /*port*/) {
-  std::uint8_t status = 0;  // the status register is the only one that is read
   // What a bit without a pin reads could be an acknowledge.
-  if (Usable() && Lost(PortRegister::Status, place_.use.sampled) != 0) return std::nullopt;
-  if (Usable()) NoteFault(access_->ReadStatus(status));
-  return Usable() ? std::optional(status) : std::nullopt;
+  if (!Usable() || Lost(PortRegister::Status, place_.use.sampled) != 0) return std::nullopt;
+  const auto status = access_->ReadStatus();  // the only register that is read
+  NoteFailure(status);
+  return status.Ok() ? std::optional(*status) : std::nullopt;
 }
 
 int LinuxParallelPort::Lost(PortRegister which, std::uint8_t value) const {
@@ -83,15 +83,15 @@ void LinuxParallelPort::TakePort() {
 
 void LinuxParallelPort::GiveBack() {
   if (!access_) return;
-  NoteFault(access_->GiveBack());
+  NoteFailure(access_->GiveBack());
   access_.reset();
 }
 
-void LinuxParallelPort::NoteFault(PortFault fault) {
-  if (!fault || failed_) return;
+void LinuxParallelPort::NoteFailure(const Status& access) {
+  if (access.Ok() || failed_) return;
   failed_ = true;
-  const std::string words = access_->Words(place_.use.base, device_, fault);
-  report_(words.empty() ? port_messages::AccessFailed(place_.use.base, device_, fault) : words);
+  const std::string words = access_->Words(place_.use.base, device_, access);
+  report_(words.empty() ? port_messages::AccessFailed(place_.use.base, device_, access) : words);
 }
 
 std::unique_ptr<PortIo> SystemParallelPort(const std::filesystem::path& boardFolder,

@@ -21,8 +21,8 @@ class LinuxParallelPort final : public PortIo {
   /// Gives the port back.
   ~LinuxParallelPort() override;
 
-  /// Gives the present port back and takes this one. When that fails there is no port
-  /// until the next call, and `report` has been told why.
+  /// Gives the present port back and takes this one. When that fails there is no port until the
+  /// next call, and `report` has been told why.
   void UsePort(const PortUse& use) override;
 
   /// A port that has gone is let go, and told.
@@ -40,9 +40,9 @@ class LinuxParallelPort final : public PortIo {
   int Lost(PortRegister which, std::uint8_t value) const;
   /// Told once for each use of a port.
   void NoteLost(PortRegister which, std::uint8_t value);
-  /// The first fault is told, and ends the use of the port: what it answers from then on would be
+  /// The first failure is told, and ends the use of the port: what it answers from then on would be
   /// guesswork.
-  void NoteFault(PortFault fault);
+  void NoteFailure(const Status& access);
 
   const std::unique_ptr<PortSystem> system_;
   const Problem report_;

@@ -10,14 +10,7 @@
 
 #include "platform/linux/port_system.h"
 #include "platform/port_io.h"
-
-/// A system call that failed.
-struct PortFault {
-  const char* call = nullptr;  // its name; null when nothing failed
-  int error = 0;               // errno
-
-  explicit operator bool() const { return call != nullptr; }
-};
+#include "platform/status.h"
 
 /// What a way is told of the port that it is to reach.
 struct PortPlace {
@@ -33,9 +26,8 @@ class PortAccess {
   virtual ~PortAccess() = default;
 
   /// `which`: the data or the control register.
-  virtual PortFault Write(PortRegister which, std::uint8_t value) = 0;
-  /// `value` is untouched when the reading failed.
-  virtual PortFault ReadStatus(std::uint8_t& value) = 0;
+  virtual Status Write(PortRegister which, std::uint8_t value) = 0;
+  virtual Result<std::uint8_t> ReadStatus() = 0;
 
   /// The port was taken from the kernel. Its registers can still be used, to no effect.
   virtual bool Gone() const { return false; }
@@ -43,17 +35,17 @@ class PortAccess {
   /// The bits of a register that reach the port's pins.
   virtual std::uint8_t Carried(PortRegister /*which*/) const { return 0xFF; }
 
-  /// What the operator is told of a fault of this access; empty for the usual words. `device`: the
-  /// port's, with its `base`.
+  /// What the operator is told of a failure of this access; empty for the usual words. `device`:
+  /// the port's, with its `base`.
   virtual std::string Words(std::uint32_t /*base*/, const std::string& /*device*/,
-                            PortFault /*fault*/) const {
+                            const Status& /*failure*/) const {
     return {};
   }
 
   /// Puts control and data back, or their lines to rest, in this order, and leaves the port. Every
-  /// step is tried; the first fault is returned. The access is dead afterwards; a second call does
-  /// nothing.
-  virtual PortFault GiveBack() = 0;
+  /// step is tried; the first failure is returned. The access is dead afterwards; a second call
+  /// does nothing.
+  virtual Status GiveBack() = 0;
 };
 
 /// What became of an attempt to take a port.

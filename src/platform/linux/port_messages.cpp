@@ -2,16 +2,13 @@
 
 #include <array>
 #include <cerrno>
-#include <cstdio>
 
 #include "platform/port_advice.h"
-#include "platform/problem.h"
+#include "text/hex_text.h"
 
 namespace {
 
 using port_messages::Hex;
-using port_messages::Reason;
-using port_messages::Rights;
 
 using port_advice::kThenEnter;
 using port_advice::kUntilThen;
@@ -29,11 +26,10 @@ std::string Named(const std::string& device, std::uint32_t base) {
 std::string Named(const KnownPort& port) { return Named(port.Node(), port.base); }
 
 std::string ListOf(const std::vector<KnownPort>& known) {
-  std::string list;
-  for (const KnownPort& port : known) {
-    list += (list.empty() ? "" : ", ") + Hex(port.base) + " (" + port.Node() + ")";
-  }
-  return list;
+  std::vector<std::string> list;
+  list.reserve(known.size());
+  for (const KnownPort& port : known) list.push_back(Hex(port.base) + " (" + port.Node() + ")");
+  return Joined(list);
 }
 
 std::string WhatExists(const std::vector<KnownPort>& known) {
@@ -45,54 +41,41 @@ std::string WhatExists(const std::vector<KnownPort>& known) {
          std::string(kThenEnter);
 }
 
-std::string DirectAccess(PortFault direct) {
-  if (!direct) return "Direct access found nothing there: all three registers read 0xFF.";
-  if (direct.error == EPERM) return "Direct access to the address is for root only.";
-  return "Direct access failed as well (" + Reason(direct) + ").";
+std::string DirectAccess(const Status& direct) {
+  if (direct.Ok()) return "Direct access found nothing there: all three registers read 0xFF.";
+  if (direct.Error() == EPERM) return "Direct access to the address is for root only.";
+  return "Direct access failed as well (" + direct.Reason() + ").";
 }
 
-bool IsRefusal(PortFault fault) { return fault.error == EACCES || fault.error == EPERM; }
-
-bool NoDriverBehindNode(PortFault fault) {
-  return fault.error == ENOENT || fault.error == ENXIO || fault.error == ENODEV;
-}
-
-/// Each way ends with what makes it count: a group counts from the next log-in on.
-std::string HowToGetIt(const Rights& rights) {
-  const std::string rule = "udev rule 70-isp-writer-ppdev.rules";
-  const std::string byRule =
-      rights.ruleInstalled ? "log in at the PC itself, not over the network: the installed " +
-                                 rule + " gives the permission to nobody else."
-                           : "install the " + rule + " that comes with this program. " + kThenEnter;
-  const std::string toGetIt = "To get the permission, ";
-  if (rights.group.empty()) return toGetIt + byRule;
-  const std::string owner = "It belongs to the group \"" + rights.group + "\". " + toGetIt;
-  // Whoever is in group root may do far more than use this port.
-  if (rights.group == "root") return owner + byRule;
-  return owner + "join the group and log in again:\n    sudo usermod -aG " + rights.group +
-         " $USER\nor " + byRule;
-}
+bool NoDriverBehindNode(int error) { return error == ENOENT || error == ENXIO || error == ENODEV; }
 
 }  // namespace
 
 namespace port_messages {
 
 std::string Hex(std::uint32_t number) {
-  std::array<char, 16> text{};
-  std::snprintf(text.data(), text.size(), "0x%02X", number);
-  return text.data();
-}
-
-std::string Reason(PortFault fault) {
-  return std::string(fault.call) + ": " + ErrorText(fault.error);
+  return "0x" + PaddedHex(static_cast<std::int32_t>(number), 2);
 }
 
 std::string WithoutPort(const std::string& problem) {
   return problem + " " + kThenEnter + kUntilThen;
 }
 
+/// Each way ends with what makes it count: a group counts from the next log-in on.
+std::string NoPermission(const std::string& node, const std::string& group,
+                         const std::string& otherWay) {
+  std::string text = "No permission to open " + node + ". ";
+  if (!group.empty()) text += "It belongs to the group \"" + group + "\". ";
+  text += "To get the permission, ";
+  // Whoever is in group root may do far more than use this node.
+  if (!group.empty() && group != "root") {
+    text += "join the group and log in again:\n    sudo usermod -aG " + group + " $USER\nor ";
+  }
+  return text + otherWay;
+}
+
 std::string NoSuchPort(std::uint32_t base, const std::vector<KnownPort>& known,
-                       std::optional<PortFault> direct) {
+                       const std::optional<Status>& direct) {
   const std::string none =
       "There is no parallel port at " + Hex(base) + ": no /dev/parportN has this address.";
   if (direct) return none + " " + DirectAccess(*direct) + "\n\n" + WhatExists(known) + kUntilThen;
@@ -111,20 +94,25 @@ std::string DirectAccessRefusedToRoot(std::uint32_t base, const std::vector<Know
          kUntilThen;
 }
 
-std::string NodeNotOpened(const KnownPort& port, PortFault fault, const Rights& rights) {
-  if (NoDriverBehindNode(fault)) {
-    return Named(port) + " cannot be opened (" + Reason(fault) +
+std::string NodeNotOpened(const KnownPort& port, const Status& opened, const Rights& rights) {
+  if (NoDriverBehindNode(opened.Error())) {
+    return Named(port) + " cannot be opened (" + opened.Reason() +
            "). The driver for it is not loaded:\n    sudo modprobe ppdev\n" + kThenEnter +
            kUntilThen;
   }
-  if (IsRefusal(fault) && rights.isRoot) {
-    return Named(port) + " is refused even to root (" + Reason(fault) +
+  if (opened.Error() != EACCES && opened.Error() != EPERM) {
+    return Named(port) + " cannot be opened (" + opened.Reason() + ")." + kUntilThen;
+  }
+  if (rights.isRoot) {
+    return Named(port) + " is refused even to root (" + opened.Reason() +
            "). A container, or kernel lockdown under Secure Boot, does so." + kUntilThen;
   }
-  if (IsRefusal(fault)) {
-    return "No permission to open " + Named(port) + ". " + HowToGetIt(rights) + kUntilThen;
-  }
-  return Named(port) + " cannot be opened (" + Reason(fault) + ")." + kUntilThen;
+  const std::string rule = "udev rule 70-isp-writer-ppdev.rules";
+  const std::string byRule =
+      rights.ruleInstalled ? "log in at the PC itself, not over the network: the installed " +
+                                 rule + " gives the permission to nobody else."
+                           : "install the " + rule + " that comes with this program. " + kThenEnter;
+  return NoPermission(Named(port), rights.group, byRule) + kUntilThen;
 }
 
 std::string Held(const KnownPort& port, const std::string& holder) {
@@ -139,12 +127,12 @@ std::string RegisteredAlone(const KnownPort& port, const std::string& owner) {
          kUntilThen;
 }
 
-std::string NotTaken(const KnownPort& port, PortFault fault) {
-  return Named(port) + " was opened but could not be taken (" + Reason(fault) + ")." + kUntilThen;
+std::string NotTaken(const KnownPort& port, const Status& taken) {
+  return Named(port) + " was opened but could not be taken (" + taken.Reason() + ")." + kUntilThen;
 }
 
-std::string AccessFailed(std::uint32_t base, const std::string& device, PortFault fault) {
-  return Named(device, base) + " has failed (" + Reason(fault) +
+std::string AccessFailed(std::uint32_t base, const std::string& device, const Status& access) {
+  return Named(device, base) + " has failed (" + access.Reason() +
          "). What was written may not have reached the cable, and what is read does not come from "
          "a chip." +
          port_advice::kUntilEntered;
@@ -153,9 +141,8 @@ std::string AccessFailed(std::uint32_t base, const std::string& device, PortFaul
 std::string Gone(std::uint32_t base, const std::string& device) {
   return Named(device, base) +
          " has gone: its card or adapter was pulled out, or its driver was unloaded or unbound. "
-         "What was "
-         "written last may not have reached the cable, and what was read last may not come from a "
-         "chip.\n\nBring the port back. " +
+         "What was written last may not have reached the cable, and what was read last may not "
+         "come from a chip.\n\nBring the port back. " +
          kThenEnter + port_advice::kWithoutPort;
 }
 

@@ -14,15 +14,17 @@ namespace port_messages {
 
 /// "0x378"
 std::string Hex(std::uint32_t number);
-/// "PPCLAIM: Input/output error"
-std::string Reason(PortFault fault);
 /// Why there is no port, with how to try again and what holds until then.
 std::string WithoutPort(const std::string& problem);
+/// A node that could not be opened, and what helps. `group`: the node's; empty when it is not
+/// known. `otherWay`: to get the permission without joining that group.
+std::string NoPermission(const std::string& node, const std::string& group,
+                         const std::string& otherWay);
 
 /// The kernel knows no port at `base`, and direct access failed with `direct`, or found nothing
-/// there when `direct` holds no fault; null where there is no such way.
+/// there when `direct` is `Ok`; nothing where there is no such way.
 std::string NoSuchPort(std::uint32_t base, const std::vector<KnownPort>& known,
-                       std::optional<PortFault> direct);
+                       const std::optional<Status>& direct);
 
 /// Direct access was refused although the program runs as root. `lockdown`: the kernel's own word
 /// on its lockdown, empty when it has none.
@@ -37,7 +39,7 @@ struct Rights {
 };
 
 /// The node of a port that the kernel knows could not be opened.
-std::string NodeNotOpened(const KnownPort& port, PortFault fault, const Rights& rights);
+std::string NodeNotOpened(const KnownPort& port, const Status& opened, const Rights& rights);
 
 /// `holder`: the drivers that have it; may be empty.
 std::string Held(const KnownPort& port, const std::string& holder);
@@ -46,10 +48,10 @@ std::string Held(const KnownPort& port, const std::string& holder);
 std::string RegisteredAlone(const KnownPort& port, const std::string& owner);
 
 /// A call failed while the port was being taken.
-std::string NotTaken(const KnownPort& port, PortFault fault);
+std::string NotTaken(const KnownPort& port, const Status& taken);
 
 /// A call failed on a port that had been taken. `device`: the node, or the way it is reached.
-std::string AccessFailed(std::uint32_t base, const std::string& device, PortFault fault);
+std::string AccessFailed(std::uint32_t base, const std::string& device, const Status& access);
 
 /// The kernel has lost a port that had been taken.
 std::string Gone(std::uint32_t base, const std::string& device);

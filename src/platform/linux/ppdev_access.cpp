@@ -1,6 +1,5 @@
 #include <linux/ppdev.h>
 #include <sys/ioctl.h>
-#include <sys/time.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -18,43 +17,40 @@ constexpr std::uint8_t kControlOutputs = 0x0F;
 
 constexpr std::uint32_t kLongestClaim_ms = 2000;
 
-constexpr const char* kOpen = "open";
-constexpr const char* kClaim = "PPCLAIM";
-
 class PpdevAccess final : public PortAccess {
  public:
   PpdevAccess(PortSystem& system, KnownPort port, int descriptor)
       : system_(system), port_(std::move(port)), descriptor_(descriptor) {}
-  ~PpdevAccess() override { GiveBack(); }
+  ~PpdevAccess() override { static_cast<void>(GiveBack()); }
   PpdevAccess(const PpdevAccess&) = delete;
   PpdevAccess& operator=(const PpdevAccess&) = delete;
 
-  /// With `exclusive` the claim never waits, and is refused with ENXIO when any other driver is
-  /// registered on the port, be it idle. Without it the claim waits while the port is held, and
-  /// ends with EINTR after two seconds.
-  PortFault Claim(bool exclusive);
-  /// Reads the registers that are put back later. Only a claimed port can be read.
-  PortFault Save();
+  /// Claims the port, and reads the registers that are put back later. With `exclusive` it never
+  /// waits, and is refused with ENXIO when any other driver is registered on the port, be it idle.
+  /// Without it the claim waits while the port is held, and ends with EINTR after two seconds.
+  Status Claim(bool exclusive);
 
-  PortFault Write(PortRegister which, std::uint8_t value) override {
+  Status Write(PortRegister which, std::uint8_t value) override {
     value &= Carried(which);
     if (which == PortRegister::Data) return Call("PPWDATA", PPWDATA, &value);
     return Call("PPWCONTROL", PPWCONTROL, &value);
   }
-  PortFault ReadStatus(std::uint8_t& value) override {
-    return Call("PPRSTATUS", PPRSTATUS, &value);
+  Result<std::uint8_t> ReadStatus() override {
+    std::uint8_t status = 0;
+    Status read = Call("PPRSTATUS", PPRSTATUS, &status);
+    if (!read.Ok()) return read;
+    return status;
   }
   /// The driver answers for a port that has gone: writes succeed, and the status reads 0.
   bool Gone() const override { return WordOn(system_, port_) != word_; }
   std::uint8_t Carried(PortRegister which) const override {
     return which == PortRegister::Control ? kControlOutputs : 0xFF;
   }
-  PortFault GiveBack() override;
+  Status GiveBack() override;
 
  private:
-  PortFault Call(const char* name, unsigned long request, std::uint8_t* byte = nullptr) {
-    const int result = system_.Ioctl(descriptor_, request, byte);
-    return result < 0 ? PortFault{name, -result} : PortFault{};
+  Status Call(const char* name, unsigned long request, std::uint8_t* byte = nullptr) {
+    return Status::OfCall(name, system_.Ioctl(descriptor_, request, byte));
   }
 
   PortSystem& system_;
@@ -67,55 +63,46 @@ class PpdevAccess final : public PortAccess {
   std::uint8_t control_ = 0;
 };
 
-PortFault PpdevAccess::Claim(bool exclusive) {
-  if (exclusive) {
-    if (const PortFault fault = Call("PPEXCL", PPEXCL)) return fault;
-  }
-  const int result = system_.IoctlWithin(descriptor_, PPCLAIM, kLongestClaim_ms);
-  claimed_ = result == 0;
-  return claimed_ ? PortFault{} : PortFault{kClaim, -result};
+Status PpdevAccess::Claim(bool exclusive) {
+  Status step;
+  if (exclusive) step = Call("PPEXCL", PPEXCL);
+  if (!step.Ok()) return step;
+  step = Status::OfCall("PPCLAIM", system_.IoctlWithin(descriptor_, PPCLAIM, kLongestClaim_ms));
+  claimed_ = step.Ok();
+  if (claimed_) step = Call("PPRDATA", PPRDATA, &data_);
+  if (step.Ok()) step = Call("PPRCONTROL", PPRCONTROL, &control_);
+  saved_ = step.Ok();
+  if (saved_) word_ = WordOn(system_, port_);
+  return step;
 }
 
-PortFault PpdevAccess::Save() {
-  if (const PortFault fault = Call("PPRDATA", PPRDATA, &data_)) return fault;
-  if (const PortFault fault = Call("PPRCONTROL", PPRCONTROL, &control_)) return fault;
-  saved_ = true;
-  word_ = WordOn(system_, port_);
-  return {};
-}
-
-PortFault PpdevAccess::GiveBack() {
+Status PpdevAccess::GiveBack() {
   if (descriptor_ < 0) return {};
-  PortFault first;
-  const auto keep = [&first](PortFault fault) {
-    if (!first) first = fault;
-  };
+  Status given;
   if (saved_) {
-    keep(Write(PortRegister::Control, control_));
-    keep(Write(PortRegister::Data, data_));
+    given.Also(Write(PortRegister::Control, control_));
+    given.Also(Write(PortRegister::Data, data_));
   }
-  if (claimed_) keep(Call("PPRELEASE", PPRELEASE));
+  if (claimed_) given.Also(Call("PPRELEASE", PPRELEASE));
   system_.Close(descriptor_);
   descriptor_ = -1;
-  return first;
+  return given;
 }
 
 struct Attempt {
-  std::unique_ptr<PpdevAccess> access;  // null: `fault` says why
-  PortFault fault;
-
-  bool Failed(const char* call) const { return !access && fault.call == call; }
+  std::unique_ptr<PpdevAccess> access = {};  // null: one of the two has failed
+  Status open = {};
+  Status claim = {};
 };
 
 /// On a descriptor of its own: one on which PPEXCL was given keeps asking for the port alone.
 Attempt TakeOnce(PortSystem& system, const KnownPort& port, bool exclusive) {
   const int descriptor = system.Open(port.Node());
-  if (descriptor < 0) return {.access = nullptr, .fault = {kOpen, -descriptor}};
+  if (descriptor < 0) return {.open = Status::OfCall("open", descriptor)};
   auto access = std::make_unique<PpdevAccess>(system, port, descriptor);
-  PortFault fault = access->Claim(exclusive);
-  if (!fault) fault = access->Save();
-  if (fault) access.reset();
-  return {.access = std::move(access), .fault = fault};
+  Status claim = access->Claim(exclusive);
+  if (!claim.Ok()) access.reset();
+  return {.access = std::move(access), .claim = std::move(claim)};
 }
 
 port_messages::Rights RightsTo(PortSystem& system, const KnownPort& port) {
@@ -136,9 +123,9 @@ std::vector<PortNote> PpdevPorts(PortSystem& system) {
     const auto holder = HolderOf(system, port);
     const int descriptor = system.Open(port.Node());
     if (descriptor >= 0) system.Close(descriptor);
-    if (descriptor < 0) {
-      note.problem =
-          port_messages::NodeNotOpened(port, {kOpen, -descriptor}, RightsTo(system, port));
+    const Status opened = Status::OfCall("open", descriptor);
+    if (!opened.Ok()) {
+      note.problem = port_messages::NodeNotOpened(port, opened, RightsTo(system, port));
     } else if (holder && !holder->empty()) {
       note.problem = port_messages::Held(port, *holder);
     }
@@ -161,7 +148,7 @@ TakenPort TakePpdev(PortSystem& system, const PortPlace& place) {
 
   Attempt attempt = TakeOnce(system, *port, true);
   // Not where the kernel does not say who has the port: a shared claim might wait for him.
-  const bool shared = holder && attempt.Failed(kClaim) && attempt.fault.error == ENXIO;
+  const bool shared = holder && attempt.claim.Error() == ENXIO;
   if (shared) {
     // Somebody else is registered. The shared claim waits if he has become active meanwhile.
     const auto now = HolderOf(system, *port);
@@ -170,16 +157,14 @@ TakenPort TakePpdev(PortSystem& system, const PortPlace& place) {
   }
   if (attempt.access) return {.access = std::move(attempt.access), .device = port->Node()};
 
-  const PortFault fault = attempt.fault;
-  if (attempt.Failed(kOpen)) {
-    return {.problem = port_messages::NodeNotOpened(*port, fault, RightsTo(system, *port)),
+  if (!attempt.open.Ok()) {
+    return {.problem = port_messages::NodeNotOpened(*port, attempt.open, RightsTo(system, *port)),
             .othersMayTry = true};
   }
-  if (shared && attempt.Failed(kClaim) && fault.error == ENXIO) {
+  const int error = attempt.claim.Error();
+  if (shared && error == ENXIO) {
     return {.problem = port_messages::RegisteredAlone(*port, DriversOn(system, *port))};
   }
-  if (attempt.Failed(kClaim) && (fault.error == ENXIO || fault.error == EINTR)) {
-    return held(DriversOn(system, *port));
-  }
-  return {.problem = port_messages::NotTaken(*port, fault)};
+  if (error == ENXIO || error == EINTR) return held(DriversOn(system, *port));
+  return {.problem = port_messages::NotTaken(*port, attempt.claim)};
 }

@@ -55,22 +55,22 @@ std::optional<std::uint8_t> DlPortIo::DlPortReadPortUchar(std::uint32_t port) {
 void DlPortIo::LoadOnce() {
   // Marked before the attempt: the report may lead to events that access the port again.
   if (std::exchange(tried_, true)) return;
-  const std::string problem = Bind();
-  if (problem.empty()) return;
+  const Status bound = Bind();
+  if (bound.Ok()) return;
   Release();
   report_("The parallel port cannot be reached: the port driver library " + std::string(kLibrary) +
-          " " + problem + ". Put the 64-bit library beside isp-writer.exe" +
+          " " + bound.Reason() + ". Put the 64-bit library beside isp-writer.exe" +
           port_advice::kThenPress);
 }
 
-std::string DlPortIo::Bind() {
+Status DlPortIo::Bind() {
   DWORD error = 0;
   library_ = LoadQuietly(kLibrary, error);
-  if (library_ == nullptr) return LoadProblem(error);
+  if (library_ == nullptr) return Status::Failed(LoadProblem(error));
   const auto write = EntryPoint<WriteEntry>(library_, "DlPortWritePortUchar");
-  if (write == nullptr) return "has no entry point DlPortWritePortUchar";
+  if (write == nullptr) return Status::Failed("has no entry point DlPortWritePortUchar");
   const auto read = EntryPoint<ReadEntry>(library_, "DlPortReadPortUchar");
-  if (read == nullptr) return "has no entry point DlPortReadPortUchar";
+  if (read == nullptr) return Status::Failed("has no entry point DlPortReadPortUchar");
   write_ = write;
   read_ = read;
   return {};

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/port_io.h"
+#include "platform/status.h"
 
 /// Loads the library at the first port access, by its plain name: from the program's folder first,
 /// then along the system's search path. Holds it until destroyed. Port and value reach the library
@@ -32,7 +33,7 @@ class DlPortIo final : public PortIo {
   using WriteEntry = void(__stdcall*)(std::uint32_t port, std::uint8_t value);
   using ReadEntry = std::uint8_t(__stdcall*)(std::uint32_t port);
 
-  std::string Bind();
+  Status Bind();
   void Release();
 
   const Problem report_;

@@ -145,12 +145,12 @@ TEST_F(LinuxParallelPortTest, WhatIsWrongIsToldOnceForEachUseOfAnAddress) {
 
 /// A way of other lines, as its own file beside the board table tells it.
 struct FewLines final : PortAccess {
-  PortFault Write(PortRegister, std::uint8_t) override { return {}; }
-  PortFault ReadStatus(std::uint8_t&) override { return {}; }
+  Status Write(PortRegister, std::uint8_t) override { return {}; }
+  Result<std::uint8_t> ReadStatus() override { return 0; }
   std::uint8_t Carried(PortRegister which) const override {
     return std::array<std::uint8_t, 3>{0x80, 0x40, 0x01}.at(static_cast<std::size_t>(which));
   }
-  PortFault GiveBack() override { return {}; }
+  Status GiveBack() override { return {}; }
 };
 
 TEST(LinuxPortWays, AWaySaysItselfWhichBitsItCarries) {

@@ -122,13 +122,6 @@ TEST(Recording, IsReadAsTheFramesThatPassed) {
   ExpectRead(ConnectedChip::Vsk830, true);
 }
 
-/// A port that is not there.
-struct NoPort final : PortIo {
-  bool StillThere() override { return false; }
-  void DlPortWritePortUchar(std::uint32_t, std::uint8_t) override {}
-  std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t) override { return std::nullopt; }
-};
-
 TEST(PortRecording, IsBoundedShowsNoPortAsUnknownAndIsToldOnceWhenItCannotBeWritten) {
   const TempFolder folder;
   struct Row {
