@@ -8,19 +8,6 @@
 
 namespace {
 
-struct EntryParametersTest : testing::Test {
-  TempFolder folder;
-  std::array<std::int16_t, 11> params{};
-};
-
-/// What it holds then is compared with a plain reading in fuzzing/security_codes.cpp.
-TEST_F(EntryParametersTest, AMissingFileIsCreatedEmpty) {
-  params[0] = 77;
-  fileop::ReadSecurityFile(folder / "Initial/new.cod", params);
-  EXPECT_EQ(params[0], 0);
-  EXPECT_TRUE(std::filesystem::exists(folder / "Initial/new.cod"));
-}
-
 /// The boxes of the window, from the top, with "|" between them.
 fileop::SecurityEntry Typed(const std::string& boxes) {
   std::array<std::string, 6> texts;
@@ -29,7 +16,9 @@ fileop::SecurityEntry Typed(const std::string& boxes) {
   return {texts[0], texts[1], {texts[2], texts[3], texts[4], texts[5]}};
 }
 
-TEST_F(EntryParametersTest, TheSecurityCheck) {
+/// What is read from the file is compared with a plain reading in fuzzing/security_codes.cpp.
+TEST(EntryParameters, TheSecurityCheck) {
+  const TempFolder folder;
   const std::string wrongByte = "please input two word HEX number:(00-FF)";
   const std::string wrongCount = "please input two word HEX number:(01-04)";
   struct Case {

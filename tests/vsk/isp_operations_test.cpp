@@ -301,6 +301,7 @@ TEST(VskProgramming, ARefusedCommandEndsItsBankAndARefusedDataFrameDoesNot) {
   };
   const Case cases[] = {{6, 2, "S 96 A0 01- P", "S 97 ", " red: programcode fail"},
                         {7, 9, "S 94 00 ", "S 96 A0 02 P", ": programcode ok"},
+                        {9, 9, "S 94 00 ", "S 97 ", " red: programcode fail"},
                         {6, 2, "S 96 A0 01- P", "S 96 A1 00 P", ": programcode ok", Image(600)},
                         {12, 2, "S 96 A1 01- P", "S 97 ", " red: programcode fail", Image(600)}};
   for (const Case& c : cases) {
