@@ -8,7 +8,6 @@
 #include "platform/files.h"
 #include "support/line_trace.h"
 #include "support/temp_folder.h"
-#include "text/hex_text.h"
 
 namespace {
 
@@ -21,41 +20,7 @@ struct BoardFilesTest : testing::Test {
   PortAddressFile address{port, folder / "cfg"};
   int turns = 0;
   IspBoards::Turn turn = [this] { ++turns; };
-
-  void LoadTable(const std::string& text) {
-    boards.LoadPortConfig(folder.Write("InitPort.csv", text), turn);
-  }
 };
-
-std::string Row(const std::string& name, const std::string& mask = "80") {
-  return name + ",a,378,p,+,m," + mask + ",a,379,p, - ,m,40,a,37A,p,-,m,08,a,0,p,,m,zz\n";
-}
-
-/// Name, then address, polarity and mask of each line.
-std::string Shown(const IspBoard& board) {
-  std::string text = board.name;
-  for (const LineSpec& line : {board.SdaOut, board.SdaIn, board.SclOut, board.SclIn}) {
-    text += " " + HexText(line.address) + (line.polarity ? "+" : "-") + HexText(line.mask);
-  }
-  return text;
-}
-
-TEST_F(BoardFilesTest, AnErrorEndsTheLoadAndKeepsWhatWasRead) {
-  LoadTable("Count , 2\r\n\"One, two\"" + Row("") + Row("second", "1"));
-  EXPECT_EQ(boards.BoardCount, 2);
-  EXPECT_EQ(Shown(boards.BoardTable[0]), "One, two 378+80 379-40 37A-8 0+0")
-      << "a minus sign between blanks; an empty mark is direct";
-  EXPECT_EQ(Shown(boards.BoardTable[1]), "second 378+1 379-40 37A-8 0+0");
-  EXPECT_EQ(turns, 1) << "one turn of the message loop a block";
-
-  LoadTable("n,3\n" + Row("x0") + "x1,a,37G," + Row("x2"));
-  EXPECT_EQ(boards.BoardTable[1].name, "x1") << "an address that is no number ends the load";
-  LoadTable("n,2\n" + Row("y0") + "y1,a");
-  boards.LoadPortConfig(folder / "none", turn);
-  boards.LoadPortConfig(folder.Path(), turn);
-  EXPECT_EQ(Shown(boards.BoardTable[1]), "y1 378+1 379-40 37A-8 0+0") << "the old lines stay";
-  EXPECT_EQ(boards.BoardTable[2].name, "");
-}
 
 TEST_F(BoardFilesTest, TheAddressFile) {
   address.LoadPortAddress();
@@ -77,11 +42,13 @@ TEST_F(BoardFilesTest, TheAddressFile) {
   EXPECT_EQ(port.PortBase, 0x378);
 }
 
-/// The rows that ship use only the bits that a parallel port has.
+/// The rows that ship use only the bits that a parallel port has, and stay when a table is missing.
 TEST_F(BoardFilesTest, ShippedBoards) {
   const std::filesystem::path initial = std::filesystem::path(SOURCE_FOLDER) / "Initial";
   boards.LoadPortConfig(initial / "InitPort.csv", turn);
   boards.LoadCurrentBoard(initial / "CurrIspBoard.csv", turn);
+  EXPECT_EQ(turns, 3) << "one turn of the message loop a block of the table, and a field";
+  for (const auto& none : {folder / "none", folder.Path()}) boards.LoadPortConfig(none, turn);
   ASSERT_GE(boards.BoardCount, 3);
   EXPECT_LT(boards.CurrentBoard, boards.BoardCount);
   for (int i = 0; i < boards.BoardCount; ++i) {

@@ -70,25 +70,4 @@ TEST_F(RunLogTest, ALogThatCannotBeWrittenIsToldOnce) {
                               " (Not a directory). Programming is not affected."});
 }
 
-struct Clock final : TickCounter {
-  std::uint32_t GetTickCount() override { return 0; }
-  nanoseconds FineTime() override { return time; }
-  nanoseconds time = 1h;
-};
-
-TEST(RunReport, TellsHowLongARunTookUnlessItSentNothing) {
-  Clock clock;
-  RunReport report(clock);
-  std::vector<RunLine> told;
-  report.Ended = [&](const RunLine& line) { told.push_back(line); };
-  report.Begin();
-  clock.time += 2s;
-  report.Begin();
-  clock.time += 1499999us;
-  report.End({.chip = "VSK830", .result = {"Write Ok"}});
-  report.End({.chip = "VSK630"});
-  EXPECT_EQ(told,
-            std::vector({RunLine{.chip = "VSK830", .result = {"Write Ok"}, .duration = 1500ms}}));
-}
-
 }  // namespace

@@ -8,13 +8,11 @@
 
 namespace {
 
-struct IspFramesTest : testing::Test {
+struct IspFramesTest : testing::Test, VskRig {
   ScriptedTarget target;
-  std::unique_ptr<VskRig> rig = std::make_unique<VskRig>();
-  tongxun::IspFrames& frames = rig->frames;
 
-  IspFramesTest() { rig->board.wire.Connect(&target); }
-  ~IspFramesTest() override { rig->board.wire.Connect(nullptr); }
+  IspFramesTest() { board.wire.Connect(&target); }
+  ~IspFramesTest() override { board.wire.Connect(nullptr); }
 };
 
 TEST_F(IspFramesTest, TheReadPhaseFollowsARefusedWritePhaseAndASilentChipHasCrc0) {
@@ -22,7 +20,7 @@ TEST_F(IspFramesTest, TheReadPhaseFollowsARefusedWritePhaseAndASilentChipHasCrc0
   frames.IspRxBuf[0] = 0xBC;
   frames.HwCrc = 0x1234;
   EXPECT_FALSE(frames.IspWriteReadFrame(0x94, 1, 1));
-  EXPECT_THAT(rig->TakeFrames(), testing::ElementsAre("S 94- P", "S 95- P"));
+  EXPECT_THAT(TakeFrames(), testing::ElementsAre("S 94- P", "S 95- P"));
   EXPECT_EQ(frames.IspRxBuf[0], 0xBC);
   frames.ReadHwCrc();
   EXPECT_EQ(frames.HwCrc, 0);
@@ -42,12 +40,12 @@ TEST(IspFramesOnTheLines, DelaysAroundReads) {
 }
 
 TEST_F(IspFramesTest, CountsBeyondTheBuffersTouchNoLine) {
-  const std::uint64_t before = rig->board.cable.Accesses();
+  const std::uint64_t before = board.cable.Accesses();
   for (int count : {513, 1000, -2}) EXPECT_FALSE(frames.IspWriteFrame(0x94, count, true));
   for (int count : {514, -1}) EXPECT_FALSE(frames.IspReadFrame(0x94, count));
   EXPECT_FALSE(frames.IspWriteReadFrame(0x94, 513, 1));
   EXPECT_FALSE(frames.IspWriteReadFrame(0x94, 1, 514));
-  EXPECT_EQ(rig->board.cable.Accesses(), before);
+  EXPECT_EQ(board.cable.Accesses(), before);
   int most = 512;
   EXPECT_TRUE(frames.IspWriteFrame(0x94, most, true));
   most = 513;

@@ -17,11 +17,7 @@ const std::string kAskPage = "ask please input you want read page number:(00-FF)
 
 using Lines = std::vector<std::string>;
 
-struct VskWriterTest : testing::Test {
-  std::unique_ptr<VskRig> rig = std::make_unique<VskRig>();
-  Transcript& view = rig->view;
-  VskWriter& writer = rig->writer;
-
+struct VskWriterTest : testing::Test, VskRig {
   RunChoice shown = RunChoice::PageLoad;  // the option that is selected
 
   Lines Run(RunChoice operation) {
@@ -39,33 +35,33 @@ struct VskWriterTest : testing::Test {
 
 TEST_F(VskWriterTest, NothingRunsOutsideIspModeNorWithoutAnImage) {
   const Lines noImage{"Label2: isp mode is exist", "message the hexfile is not load"};
-  rig->InIspMode();
+  InIspMode();
   EXPECT_EQ(Run(RunChoice::Program), noImage);
   EXPECT_EQ(Run(RunChoice::PageLoad), noImage);
   EXPECT_FALSE(writer.LoadPageView);
 
-  rig->isp.IspModeOn = false;
-  rig->Load({1, 2, 3});
+  isp.IspModeOn = false;
+  Load({1, 2, 3});
   view.answers = {"10"};
   for (int operation = 1; operation <= 7; ++operation) {
     EXPECT_THAT(Run(static_cast<RunChoice>(operation)),
                 ElementsAre("Label2: isp mode is not exist"));
   }
-  EXPECT_THAT(rig->TakeFrames(), IsEmpty());
+  EXPECT_THAT(TakeFrames(), IsEmpty());
 }
 
 TEST_F(VskWriterTest, TellsWhatWasProgrammedOrErased) {
   std::vector<RunLine> told;
-  rig->report.Ended = [&](const RunLine& line) { told.push_back(line); };
-  rig->ticks.fineStep = 100ms;
-  rig->Load({1, 2, 3});
-  rig->images.CodeFiles = {{.name = "a.hex"}};
+  report.Ended = [&](const RunLine& line) { told.push_back(line); };
+  ticks.fineStep = 99'600us;
+  Load({1, 2, 3});
+  images.CodeFiles = {{.name = "a.hex"}};
   for (const auto operation :
        {RunChoice::Program, RunChoice::EraseAll, RunChoice::PageErase, RunChoice::PageRead}) {
-    rig->EnterIspMode();
+    EnterIspMode();
     Run(operation);  // the questions of the last two are cancelled
   }
-  const std::string crc = HexText(rig->images.CodeCrc);
+  const std::string crc = HexText(images.CodeCrc);
   EXPECT_THAT(told,
               ElementsAre(RunLine{"VSK830", "Program", "a.hex", 3, crc, crc, {"Write Ok"}, 100ms},
                           RunLine{"VSK830", "Erase All", "", 0, "", "", {"Blank ok"}, 100ms}));
@@ -74,14 +70,14 @@ TEST_F(VskWriterTest, TellsWhatWasProgrammedOrErased) {
 TEST_F(VskWriterTest, EachModelsImageHasFilesOfItsOwn) {
   TempFolder folder;
   std::vector<std::string> told;
-  rig->report.Ended = [&](const RunLine& line) { told.push_back(line.file); };
+  report.Ended = [&](const RunLine& line) { told.push_back(line.file); };
   const auto load = [&](VskChip chip, const std::string& name) {
-    rig->isp.ChipSelect = chip;
+    isp.ChipSelect = chip;
     writer.Load(folder.Write(name, "123"), view);
   };
   const auto program = [&](VskChip chip) {
-    rig->isp.ChipSelect = chip;
-    rig->InIspMode();
+    isp.ChipSelect = chip;
+    InIspMode();
     Run(RunChoice::Program);
   };
   load(VskChip::Vsk830, "one.bin");
@@ -100,10 +96,10 @@ TEST_F(VskWriterTest, EachModelsImageHasFilesOfItsOwn) {
 TEST_F(VskWriterTest, ProgramAsksWhenAFileHasChanged) {
   TempFolder folder;
   int runs = 0;
-  rig->report.Ended = [&](const RunLine&) { ++runs; };
+  report.Ended = [&](const RunLine&) { ++runs; };
   folder.Write("a.B01", "456");
-  rig->board.Connect(simulator::ConnectedChip::Vsk630);
-  rig->isp.ChipSelect = VskChip::Vsk630;
+  board.Connect(simulator::ConnectedChip::Vsk630);
+  isp.ChipSelect = VskChip::Vsk630;
   writer.Load(folder.Write("a.B00", "123"), view);
   const auto question = [&](const char* name) {
     return "confirm " + (folder / name).string() +
@@ -111,10 +107,10 @@ TEST_F(VskWriterTest, ProgramAsksWhenAFileHasChanged) {
   };
   folder.Write("a.B01", "457");
   EXPECT_THAT(Run(RunChoice::Program), ElementsAre("Label2: isp mode is not exist"));
-  rig->InIspMode();
+  InIspMode();
   view.confirmed = false;
   EXPECT_THAT(Run(RunChoice::Program), ElementsAre("Label2: isp mode is exist", question("a.B01")));
-  EXPECT_THAT(rig->TakeFrames(), IsEmpty());
+  EXPECT_THAT(TakeFrames(), IsEmpty());
   EXPECT_EQ(runs, 0);
   view.confirmed = true;
   writer.RunFromMenu(RunChoice::Program, view);
@@ -123,7 +119,7 @@ TEST_F(VskWriterTest, ProgramAsksWhenAFileHasChanged) {
 
   folder.Write("a.B00", "x");
   std::filesystem::remove(folder / "a.B01");
-  rig->InIspMode();
+  InIspMode();
   view.confirmed = false;
   EXPECT_THAT(Run(RunChoice::Program), testing::Contains(question("a.B00")));
   folder.Write("a.B00", "123");
@@ -134,8 +130,8 @@ TEST_F(VskWriterTest, ProgramAsksWhenAFileHasChanged) {
 }
 
 TEST_F(VskWriterTest, PageLoadThenPaging) {
-  rig->Load({1, 2, 3});
-  rig->InIspMode();
+  Load({1, 2, 3});
+  InIspMode();
   writer.ReadPageView = true;
   writer.ReadPage = 9;
   view.answers = {"1", "1x", "fe"};
@@ -157,18 +153,18 @@ TEST_F(VskWriterTest, PageLoadThenPaging) {
 }
 
 TEST_F(VskWriterTest, PageReadThenPagingReadsTheChip) {
-  rig->InIspMode();
+  InIspMode();
   writer.LoadPageView = true;
   writer.LoadPage = 9;
   view.answers = {"03"};
   shown = RunChoice::PageRead;
   Run(RunChoice::PageRead);
   EXPECT_EQ(Step(RunChoice::NextPage), "this is 4  page (Read Page Code)");
-  EXPECT_EQ(rig->TakeFrames()[2], "S 96 00 04 P");
+  EXPECT_EQ(TakeFrames()[2], "S 96 00 04 P");
   EXPECT_EQ(writer.IspOperate, RunChoice::PageRead);
   EXPECT_EQ(writer.LoadPage, 0);
 
-  rig->board.faults.unpluggedAfterFrame = 0;
+  board.faults.unpluggedAfterFrame = 0;
   const auto firstRow = [this] { return view.data.substr(view.data.find("    "), 52); };
   const std::string before = firstRow();
   writer.ReadPage = 0;
