@@ -48,11 +48,11 @@ struct FakeGpio {
   std::size_t OpenDescriptors() const { return open_.size(); }
 
   int Open(const std::string& node) {
-    const std::size_t chip = Find(node);
+    const auto chip = std::ranges::find(chips, node, &FakeGpioChip::node);
     if (const int failed = call("open", ":" + node)) return failed;
-    if (chip == chips.size()) return -ENOENT;
-    if (chips[chip].refused != 0) return -chips[chip].refused;
-    return Add({chip, -1});
+    if (chip == chips.end()) return -ENOENT;
+    if (chip->refused != 0) return -chip->refused;
+    return Add({static_cast<std::size_t>(chip - chips.begin()), -1});
   }
   void Close(int descriptor) {
     const Opened opened = open_.at(descriptor);
@@ -87,10 +87,6 @@ struct FakeGpio {
     int line;  // -1: the chip itself
   };
 
-  std::size_t Find(const std::string& node) const {
-    const auto is = [&node](const FakeGpioChip& chip) { return chip.node == node; };
-    return static_cast<std::size_t>(std::find_if(chips.begin(), chips.end(), is) - chips.begin());
-  }
   FakeGpioLine& LineOf(Opened opened) {
     return chips[opened.chip].lines.at(static_cast<std::size_t>(opened.line));
   }

@@ -10,14 +10,13 @@
 class ScriptedTarget final : public simulator::I2cTarget {
  public:
   std::deque<std::uint8_t> replies{0xFF};  // the last one is repeated
-  int refuse = -1;                         // byte of a frame that is not acknowledged; 0: address
   int addressesAnswered = std::numeric_limits<int>::max();
   int reads = 0;
 
-  void OnStart() override { index_ = 0; }
+  void OnStart() override {}
   void OnStop() override {}
-  bool OnAddress(std::uint8_t) override { return index_++ != refuse && addressesAnswered-- > 0; }
-  bool OnWrite(std::uint8_t) override { return index_++ != refuse; }
+  bool OnAddress(std::uint8_t) override { return addressesAnswered-- > 0; }
+  bool OnWrite(std::uint8_t) override { return true; }
   std::uint8_t OnRead() override {
     ++reads;
     const std::uint8_t reply = replies.front();
@@ -25,7 +24,4 @@ class ScriptedTarget final : public simulator::I2cTarget {
     return reply;
   }
   void OnUnplugged() override {}
-
- private:
-  int index_ = 0;
 };

@@ -179,6 +179,7 @@ TEST_F(Vsk830Test, ProgramsAndVerifiesOnEveryWiring) {
   for (int polarities = 0; polarities < 8; ++polarities) {
     Session wired(ConnectedChip::Vsk830,
                   Wiring((polarities & 1) != 0, (polarities & 2) != 0, (polarities & 4) != 0));
+    wired.port.PortBase = 0x378 * (1 + polarities);
     wired.Load(image);
     EXPECT_THAT(wired.Program(),
                 ElementsAre("S 96 68 00 P", "S 94 00 00 P", "S 96 D0 P", "S 96 A0 00 P",

@@ -105,28 +105,19 @@ TEST_F(VskWriterTest, ProgramAsksWhenAFileHasChanged) {
     return "confirm " + (folder / name).string() +
            " has changed since it was loaded. Program what was loaded?";
   };
-  folder.Write("a.B01", "457");
+  for (const char* name : {"a.B00", "a.B01"}) folder.Write(name, "another");
   EXPECT_THAT(Run(RunChoice::Program), ElementsAre("Label2: isp mode is not exist"));
   InIspMode();
   view.confirmed = false;
-  EXPECT_THAT(Run(RunChoice::Program), ElementsAre("Label2: isp mode is exist", question("a.B01")));
+  EXPECT_THAT(Run(RunChoice::Program), ElementsAre("Label2: isp mode is exist", question("a.B00")));
   EXPECT_THAT(TakeFrames(), IsEmpty());
   EXPECT_EQ(runs, 0);
+  EXPECT_THAT(Run(RunChoice::EraseAll), testing::Not(testing::Contains(question("a.B00"))));
   view.confirmed = true;
   writer.RunFromMenu(RunChoice::Program, view);
-  EXPECT_THAT(view.Take(), testing::Contains(question("a.B01")));
-  EXPECT_EQ(runs, 1);
-
-  folder.Write("a.B00", "x");
-  std::filesystem::remove(folder / "a.B01");
-  InIspMode();
-  view.confirmed = false;
-  EXPECT_THAT(Run(RunChoice::Program), testing::Contains(question("a.B00")));
-  folder.Write("a.B00", "123");
-  EXPECT_THAT(Run(RunChoice::EraseAll), testing::Not(testing::Contains(question("a.B00"))));
-  EXPECT_THAT(Run(RunChoice::Program), testing::Contains("Label3: Write Ok"))
-      << "unchanged, and gone";
-  EXPECT_EQ(runs, 3);
+  EXPECT_THAT(view.Take(), testing::IsSupersetOf({question("a.B00"), question("a.B01"),
+                                                  std::string("Label3: Write Ok")}));
+  EXPECT_EQ(runs, 2);
 }
 
 TEST_F(VskWriterTest, PageLoadThenPaging) {
