@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "image/intel_hex.h"
 #include "support/file_answers.h"
 #include "support/has_parts.h"
 #include "support/temp_folder.h"

@@ -19,9 +19,7 @@ struct RtdLinkTest : testing::Test, TracedBus {
     return text + ".1 C0 .1 D1 .1 C1 " + wait + " ";
   }
   /// The samples of `count` acknowledged bytes, and of one more line that is low.
-  void Acknowledge(int count) {
-    for (int i = 0; i < count; ++i) lines.sdaLow.push_back(true);
-  }
+  void Acknowledge(std::size_t count) { lines.sdaLow.insert(lines.sdaLow.end(), count, true); }
 };
 
 const std::string kIdle = "D1 C1 ";

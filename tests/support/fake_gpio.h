@@ -135,7 +135,12 @@ struct FakeGpio {
         {kPulled | GPIO_V2_LINE_FLAG_BIAS_PULL_DOWN, "in-"}};
     std::string setting = kSettings.at(config.flags);
     const bool output = setting == "out";
-    const bool high = output ? Attribute(config) : setting == "in+";
+    const auto& [attribute, mask] = config.attrs[0];
+    if (config.num_attrs > 0 && (attribute.id != GPIO_V2_LINE_ATTR_ID_OUTPUT_VALUES || mask != 1)) {
+      throw std::logic_error("an attribute that a single output does not have");
+    }
+    const bool driven = config.num_attrs > 0 && (attribute.values & 1) != 0;
+    const bool high = output ? driven : setting == "in+";
     if (output) setting += high ? "1" : "0";
     FakeGpioLine& line = LineOf(opened);
     const int failed = call(name, ":" + std::to_string(opened.line) + "=" + setting);
@@ -146,15 +151,6 @@ struct FakeGpio {
     line.high = high;
     moved();
     return 0;
-  }
-  /// The level that an attribute gives to an output.
-  static bool Attribute(const gpio_v2_line_config& config) {
-    if (config.num_attrs == 0) return false;
-    const auto& [attribute, mask] = config.attrs[0];
-    if (attribute.id != GPIO_V2_LINE_ATTR_ID_OUTPUT_VALUES || mask != 1) {
-      throw std::logic_error("an attribute that a single output does not have");
-    }
-    return (attribute.values & 1) != 0;
   }
   int Set(Opened opened, const gpio_v2_line_values& values) {
     if (values.mask != 1) throw std::logic_error("a value of another line");

@@ -9,7 +9,6 @@
 #include <utility>
 #include <vector>
 
-#include "simulator/bus_log.h"
 #include "simulator/simulated_board.h"
 #include "support/fake_ticks.h"
 #include "support/temp_folder.h"

@@ -115,9 +115,6 @@ TEST_F(Vsk830Test, EraseAll) {
   isp.DoEraseAll(view);
   EXPECT_THAT(TakeFrames(), ElementsAre("S 96 68 00 P", "S 94 00 00 P"));
   EXPECT_EQ(view.Take(), Begins("blankentire:isp mode is  exist", "Label3: Blank ok"));
-  board.faults.busyForEver = true;
-  isp.DoEraseAll(view);
-  EXPECT_EQ(view.Take().back(), "Label3 red: Blank fail");
 }
 
 TEST_F(Vsk830Test, PageEraseAsksAndErases) {
@@ -201,27 +198,6 @@ TEST_F(Vsk830Test, ProgramsAndVerifiesOnEveryWiring) {
     EXPECT_EQ(wired.view.Take(),
               expected + Begins("isp mode is out", "select Option5", "Label3: Write Ok"));
   }
-}
-
-TEST(VskPair, ProgramsBothBanks) {
-  Session session(ConnectedChip::Vsk630);
-  const auto bank0 = Image(0x101, 3);
-  const auto bank1 = Image(2, 4);
-  session.Load(bank0, bank1);
-  EXPECT_THAT(session.Program(),
-              ElementsAre("S 96 68 00 P", "S 94 00 00 P", "S 96 D0 P", "S 96 A0 00 P",
-                          DataFrame(bank0, 0), "S 96 A0 01 P", DataFrame(bank0, 1), "S 96 A1 00 P",
-                          DataFrame(bank1, 0), session.CrcFrame(), "S 96 48 00- P", "S 96- P"));
-  const simulator::SimulatedVsk& chip = session.board.vsk630;
-  EXPECT_TRUE(FlashEquals(chip.Bank(0), bank0) && FlashEquals(chip.Bank(1), bank1));
-
-  // An image loaded for the other chip: the bank buffers as they are.
-  *session.images.CodeBank0.begin() = 0x12;
-  session.images.CodeBank0Max = 0;
-  session.Load(Image(300));
-  session.Program();
-  EXPECT_EQ(session.view.operationText, "CRC Error");
-  EXPECT_EQ(chip.Bank(0).Cells()[0], 0x12);
 }
 
 TEST_F(Vsk830Test, WaitsForTheChip) {

@@ -1,8 +1,6 @@
 // The calls that the bus makes on GPIO lines, from the first access to the exit.
 #include <gmock/gmock.h>
 
-#include <stdexcept>
-
 #include "bus/i2c_master.h"
 #include "support/fake_ticks.h"
 #include "support/gpio_rig.h"
@@ -62,14 +60,6 @@ TEST(GpioBus, TheLinesAreReleasedOnEveryWayOut) {
   const std::string released = "set:27=1 config:17=in+ " + kGivenBack;
   const std::pair<Way, std::string> ways[] = {
       {[](GpioBus& bus) { bus.io.reset(); }, released},
-      {[](GpioBus& bus) {
-         try {
-           const auto unwound = std::move(bus.io);
-           throw std::runtime_error("in the middle of a byte");
-         } catch (const std::runtime_error&) {
-         }
-       },
-       released},
       {[](GpioBus& bus) { bus.io->UsePort({.base = 0x378}); }, released + " ioperm:378+03"},
       {[](GpioBus& bus) {
          bus.port.ReopenPort();
