@@ -17,7 +17,7 @@ struct BoardFilesTest : testing::Test {
   LineTrace io;
   IspBoards boards;
   IicPort port{io, boards, {}};
-  PortAddressFile address{port, folder / "cfg"};
+  PortAddressFile address{port, folder / std::string("cfg\0junk", 8)};  // up to the NUL
   int turns = 0;
   IspBoards::Turn turn = [this] { ++turns; };
 };

@@ -3,14 +3,34 @@
 #include <gmock/gmock.h>
 
 #include <deque>
+#include <limits>
 
 #include "support/rtd_rig.h"
-#include "support/scripted_target.h"
 
 namespace {
 
 using tongxun2120::Bank;
 using tongxun2120::RtdLog;
+
+/// Answers from a list.
+class ScriptedTarget final : public simulator::I2cTarget {
+ public:
+  std::deque<std::uint8_t> replies{0xFF};  // the last one is repeated
+  int addressesAnswered = std::numeric_limits<int>::max();
+  int reads = 0;
+
+  void OnStart() override {}
+  void OnStop() override {}
+  bool OnAddress(std::uint8_t) override { return addressesAnswered-- > 0; }
+  bool OnWrite(std::uint8_t) override { return true; }
+  std::uint8_t OnRead() override {
+    ++reads;
+    const std::uint8_t reply = replies.front();
+    if (replies.size() > 1) replies.pop_front();
+    return reply;
+  }
+  void OnUnplugged() override {}
+};
 
 struct RtdWaitsTest : testing::Test, RtdRig {
   ScriptedTarget target;

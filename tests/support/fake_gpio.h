@@ -23,7 +23,6 @@ struct FakeGpioLine {
   bool pulledLow = false;  // from outside
   bool output = false;     // its direction
   bool high = false;       // as an output drives it, or as an input is pulled
-  bool requested = false;  // at any time
 
   bool Level() const { return high && !pulledLow; }
 };
@@ -42,6 +41,7 @@ struct FakeGpio {
   /// Records a call; minus errno when it has to fail.
   std::function<int(const std::string& name, const std::string& arguments)> call;
   std::function<void()> moved = [] {};  // told when a line was taken or changed
+  std::string requested;                // the lines, in order
 
   FakeGpioLine& Line(std::size_t number) { return chips.at(0).lines.at(number); }
   bool Has(int descriptor) const { return open_.contains(descriptor); }
@@ -123,7 +123,7 @@ struct FakeGpio {
     if (line.used) return -EBUSY;
     if (const int failed = Configure("request", opened, request.config)) return failed;
     Use(line, request.consumer, true);
-    line.requested = true;
+    requested += chips[opened.chip].name + ":" + std::to_string(opened.line) + " ";
     request.fd = Add(opened);
     return 0;
   }

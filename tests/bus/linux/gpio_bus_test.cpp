@@ -50,7 +50,7 @@ TEST(GpioBus, AFrameIsOneCallForEachChangeAndEachSample) {
   bus.port.ReleaseLines();
   bus.io.reset();
   EXPECT_EQ(bus.Calls(), kGivenBack) << "both were released";
-  EXPECT_EQ(bus.Requested(), "gpiochip0:17 gpiochip0:27 ");
+  EXPECT_EQ(bus.kernel.gpio.requested, "gpiochip0:27 gpiochip0:17 ");
   EXPECT_EQ(bus.kernel.gpio.OpenDescriptors(), 0U);
   EXPECT_TRUE(bus.told.empty());
 }

@@ -145,7 +145,7 @@ TEST(GpioPort, IsTakenOrItsProblemIsToldAndListed) {
       return each.base == GpioRig::kBase;
     });
     ASSERT_NE(note, notes.end());
-    EXPECT_EQ(rig.Requested(), "") << "a list requests no line";
+    EXPECT_EQ(rig.kernel.gpio.requested, "") << "a list requests no line";
     EXPECT_EQ(rig.kernel.gpio.OpenDescriptors(), 0U);
 
     rig.io->UsePort(kUse);
@@ -158,7 +158,7 @@ TEST(GpioPort, IsTakenOrItsProblemIsToldAndListed) {
     }
     ASSERT_THAT(rig.told, ElementsAre(Tells(rig, row.told)));
     EXPECT_EQ(rig.told[0].find(note->problem + " " + kThenEnter), 0U) << note->problem;
-    EXPECT_EQ(rig.Requested(), "") << "nothing half taken";
+    EXPECT_EQ(rig.kernel.gpio.requested, "") << "nothing half taken";
     EXPECT_EQ(rig.kernel.gpio.OpenDescriptors(), 0U);
   }
 }
@@ -289,7 +289,7 @@ TEST(GpioPort, OtherAddressesAreLeftToTheOtherWays) {
       rig.kernel.failures["ioperm"] = EPERM;
       rig.io->UsePort({.base = 0x378});
       EXPECT_EQ(rig.io->StillThere(), there);
-      EXPECT_EQ(rig.Requested(), "");
+      EXPECT_EQ(rig.kernel.gpio.requested, "");
       ASSERT_EQ(rig.told.size(), there ? 0U : 1U);
       if (there) continue;
       EXPECT_THAT(rig.told[0], Tells(rig, row.told));
