@@ -96,7 +96,7 @@ TEST_F(IspWriteTest, NeverCallsDoneWhatTheChipDidNotDo) {
       {"compare vsk830 " + thermostat, "unplugged:3", "the chip did not answer at page 0"},
       {"read vsk830 out.bin", "unplugged:4", "Page Read fail at page 1"},
       {"read vsk830 out.bin", "sda-stuck-low", "isp mode is not out"},
-      {rtd, "unplugged:40", "MCU link error at bank 1 page "},
+      {rtd, "unplugged:40", "MCU link error at bank 1 page 3,"},
       {rtd, "busy-for-ever", "MCU link error"},
       {rtd, "flash-bit-flipped:3,1,20", "CRC FAIL."},
       {"erase rtd2120", "unplugged", "MCU link error"},
