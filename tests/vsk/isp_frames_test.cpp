@@ -11,7 +11,7 @@ struct IspFramesTest : testing::Test, VskRig {};
 
 TEST_F(IspFramesTest, TheReadPhaseFollowsARefusedWritePhaseAndASilentChipHasCrc0) {
   board.Connect(simulator::ConnectedChip::None);
-  frames.IspRxBuf[0] = 0xBC;
+  frames.IspRxBuf.fill(0xBC);
   frames.HwCrc = 0x1234;
   EXPECT_FALSE(frames.IspWriteReadFrame(0x94, 1, 1));
   EXPECT_THAT(TakeFrames(), testing::ElementsAre("S 94- P", "S 95- P"));

@@ -56,10 +56,11 @@ TEST_F(VskWriterTest, TellsWhatWasProgrammedOrErased) {
   ticks.fineStep = 99'600us;
   Load({1, 2, 3});
   images.CodeFiles = {{.name = "a.hex"}};
-  for (const auto operation :
-       {RunChoice::Program, RunChoice::EraseAll, RunChoice::PageErase, RunChoice::PageRead}) {
+  view.answers = {"0000"};  // to the first question; all that follow are cancelled
+  for (const auto operation : {RunChoice::Program, RunChoice::EraseAll, RunChoice::PageErase,
+                               RunChoice::PageErase, RunChoice::PageRead}) {
     EnterIspMode();
-    Run(operation);  // the questions of the last two are cancelled
+    Run(operation);
   }
   const std::string crc = HexText(images.CodeCrc);
   EXPECT_THAT(told,
