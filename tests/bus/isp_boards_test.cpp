@@ -22,6 +22,12 @@ struct BoardFilesTest : testing::Test {
   IspBoards::Turn turn = [this] { ++turns; };
 };
 
+TEST_F(BoardFilesTest, AnAddressThatIsNoNumberEndsTheLoad) {
+  boards.LoadPortConfig(folder.Write("t.csv", "n,2\nx0,a,37G,p,+,m,80,a,379,p,-,m,40\n"), turn);
+  EXPECT_EQ(boards.BoardTable[0].name, "x0");
+  EXPECT_EQ(boards.BoardTable[0].SclOut.address, 0);
+}
+
 TEST_F(BoardFilesTest, TheAddressFile) {
   address.LoadPortAddress();
   EXPECT_EQ(folder.Read("cfg/chipport.log"), "\x03\x78") << "missing: created";
