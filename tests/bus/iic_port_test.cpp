@@ -73,17 +73,15 @@ TEST_F(IicPortTest, EveryLineOperationIsOneWriteWithTheShadowInTheOtherBits) {
 }
 
 TEST_F(IicPortTest, SamplesSdaWithTheMaskAndThePolarity) {
-  for (const bool direct : {true, false}) {
-    for (const std::uint8_t mask : std::initializer_list<std::uint8_t>{0x40, 0x80}) {
-      boards.BoardTable[0].SdaIn = {0, direct, mask};
-      io.status = mask;
-      EXPECT_EQ(port.SdaIsLow(), direct);
-      io.status = static_cast<std::uint8_t>(~mask);
-      EXPECT_EQ(port.SdaIsLow(), !direct);
-      io.status = std::nullopt;
-      EXPECT_FALSE(port.SdaIsLow()) << "no port";
-      EXPECT_EQ(io.Take(), "379? 379? 379?");
-    }
+  for (const LineSpec& line : {LineSpec{0, true, 0x40}, {0, false, 0x40}, {0, false, 0x80}}) {
+    boards.BoardTable[0].SdaIn = line;
+    io.status = static_cast<std::uint8_t>(line.mask);
+    EXPECT_EQ(port.SdaIsLow(), line.polarity) << line.mask;
+    io.status = static_cast<std::uint8_t>(~line.mask);
+    EXPECT_EQ(port.SdaIsLow(), !line.polarity) << line.mask;
+    io.status = std::nullopt;
+    EXPECT_FALSE(port.SdaIsLow()) << "no port";
+    EXPECT_EQ(io.Take(), "379? 379? 379?");
   }
   EXPECT_TRUE(problems.empty());
 }
@@ -132,22 +130,13 @@ TEST_F(IicPortTest, AChangedBoardOrAddressCountsAtTheNextCallAndAPortIsAnnounced
   EXPECT_EQ(io.Take(), "use EC02 sample 40 released FF,1 EC02=FF");
 }
 
-TEST_F(IicPortTest, LinesAreReleasedOnlyOnAPortInUse) {
-  port.SetSdaLow();
-  io.Take();
-  port.ReleaseLines();
-  EXPECT_EQ(io.Take(), "37A=1 378=7F") << "SCL before SDA: a STOP, not a START";
-  port.PortBase = 0x200;
-  port.ReleaseLines();
-  EXPECT_EQ(io.Take(), "");
-}
-
-TEST_F(IicPortTest, OnlyAPortInUseIsLookedFor) {
+TEST_F(IicPortTest, OnlyAPortInUseIsLookedForAndReleased) {
   EXPECT_TRUE(port.StillThere());
   io.there = false;
   EXPECT_FALSE(port.StillThere());
   port.ReopenPort();
   EXPECT_TRUE(port.StillThere());
+  port.ReleaseLines();
   EXPECT_EQ(io.Take(), "");
 }
 

@@ -19,12 +19,6 @@ struct Files : testing::Test {
   }
 };
 
-TEST_F(Files, SayWhyTheyCannotBeRead) {
-  EXPECT_EQ(ReadFile(folder / "none", 9).Reason(), "the file does not exist");
-  EXPECT_TRUE(ReadFile(folder / "none", 9).IsMissing());
-  EXPECT_EQ(ReadFile(folder.Path(), 9).Reason(), "it is a folder, not a file");
-}
-
 TEST_F(Files, WritingAtTheStartKeepsWhatFollows) {
   folder.Write("a", "12345");
   EXPECT_EQ(Write("a", "xy"), "");

@@ -3,24 +3,40 @@
 #include <gmock/gmock.h>
 
 #include <deque>
+#include <limits>
 
 #include "support/rtd_rig.h"
-#include "support/scripted_target.h"
 
 namespace {
 
 using tongxun2120::Bank;
 using tongxun2120::RtdLog;
 
-struct RtdWaitsTest : testing::Test {
-  ScriptedTarget target;
-  std::unique_ptr<RtdRig> rig = std::make_unique<RtdRig>();
-  RtdTranscript& view = rig->view;
-  tongxun2120::RtdLink& link = rig->link;
-  tongxun2120::RtdOperations& operations = rig->operations;
+/// Answers from a list.
+class ScriptedTarget final : public simulator::I2cTarget {
+ public:
+  std::deque<std::uint8_t> replies{0xFF};  // the last one is repeated
+  int addressesAnswered = std::numeric_limits<int>::max();
+  int reads = 0;
 
-  RtdWaitsTest() { rig->board.wire.Connect(&target); }
-  ~RtdWaitsTest() override { rig->board.wire.Connect(nullptr); }
+  void OnStart() override {}
+  void OnStop() override {}
+  bool OnAddress(std::uint8_t) override { return addressesAnswered-- > 0; }
+  bool OnWrite(std::uint8_t) override { return true; }
+  std::uint8_t OnRead() override {
+    ++reads;
+    const std::uint8_t reply = replies.front();
+    if (replies.size() > 1) replies.pop_front();
+    return reply;
+  }
+  void OnUnplugged() override {}
+};
+
+struct RtdWaitsTest : testing::Test, RtdRig {
+  ScriptedTarget target;
+
+  RtdWaitsTest() { board.wire.Connect(&target); }
+  ~RtdWaitsTest() override { board.wire.Connect(nullptr); }
 };
 
 TEST_F(RtdWaitsTest, WhichReadingEndsTheCrcWait) {
@@ -43,11 +59,11 @@ TEST_F(RtdWaitsTest, EveryWaitEndsAfterTenSeconds) {
   for (const auto& replies : {erasing, settingRange, running}) {
     target.replies = replies;
     RtdLog log(view);
-    const std::uint32_t begin = rig->ticks.Elapsed();
+    const std::uint32_t begin = ticks.Elapsed();
     const bool done = replies == erasing ? operations.RtdEraseChip(log)
                                          : operations.RtdReadCrc(Bank::First, log).has_value();
     EXPECT_FALSE(done);
-    EXPECT_NEAR(rig->ticks.Elapsed() - begin, 10'015, 15);
+    EXPECT_NEAR(ticks.Elapsed() - begin, 10'015, 15);
     EXPECT_THAT(view.Take(), testing::ElementsAre("red MCU link error\r\n"));
   }
 }
@@ -78,10 +94,10 @@ TEST_F(RtdWaitsTest, AReadThatWasNotAcknowledgedNeverCounts) {
 
 TEST_F(RtdWaitsTest, ARunEndsWithALongDelay) {
   target.replies = {0x40};
-  rig->timing.ByteDelayCount = 3;
-  const std::int64_t before = rig->timing.Steps;
-  rig->writer.Run(view);  // nothing is loaded: two writes to enter, one to leave
-  EXPECT_EQ(rig->timing.Steps - before, 3 * 2 + 1001 * 2);
+  timing.ByteDelayCount = 3;
+  const std::int64_t before = timing.Steps;
+  writer.Run(view);  // nothing is loaded: two writes to enter, one to leave
+  EXPECT_EQ(timing.Steps - before, 3 * 2 + 1001 * 2);
 }
 
 }  // namespace

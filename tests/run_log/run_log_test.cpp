@@ -35,15 +35,12 @@ TEST_F(RunLogTest, OneLineARun) {
                 "Error,378,\"ISP-1, plain\",isp-write\r\n"
                 "2026-11-03T04:03:05Z,64.0,VSK630,Erase All,,,,,Blank ok,378,\"ISP-1, "
                 "plain\",isp-write\r\n");
-  EXPECT_TRUE(told.empty());
-}
-
-TEST_F(RunLogTest, ARedResultIsLoggedAsOneWithItsReason) {
   log.Append({.result = {"Write Ok", "programcode fail"}});
   log.Append({.result = {"Erase MCU OK.; CRC FAIL.", "CRC FAIL."}});
   const std::string lines = folder.Read("state/runs.csv");
   EXPECT_NE(lines.find(",Write Ok (red): programcode fail,378"), std::string::npos) << lines;
   EXPECT_NE(lines.find(",Erase MCU OK.; CRC FAIL. (red),378"), std::string::npos) << lines;
+  EXPECT_TRUE(told.empty());
 }
 
 TEST_F(RunLogTest, AFullLogOrOneOfAnotherVersionBecomesTheOldOne) {
@@ -68,27 +65,6 @@ TEST_F(RunLogTest, ALogThatCannotBeWrittenIsToldOnce) {
   const std::string file = (folder / "state" / "runs.csv").string();
   EXPECT_EQ(told, std::vector{"The log of runs cannot be written: " + file +
                               " (Not a directory). Programming is not affected."});
-}
-
-struct Clock final : TickCounter {
-  std::uint32_t GetTickCount() override { return 0; }
-  nanoseconds FineTime() override { return time; }
-  nanoseconds time = 1h;
-};
-
-TEST(RunReport, TellsHowLongARunTookUnlessItSentNothing) {
-  Clock clock;
-  RunReport report(clock);
-  std::vector<RunLine> told;
-  report.Ended = [&](const RunLine& line) { told.push_back(line); };
-  report.Begin();
-  clock.time += 2s;
-  report.Begin();
-  clock.time += 1499999us;
-  report.End({.chip = "VSK830", .result = {"Write Ok"}});
-  report.End({.chip = "VSK630"});
-  EXPECT_EQ(told,
-            std::vector({RunLine{.chip = "VSK830", .result = {"Write Ok"}, .duration = 1500ms}}));
 }
 
 }  // namespace

@@ -23,7 +23,6 @@ struct FakeGpioLine {
   bool pulledLow = false;  // from outside
   bool output = false;     // its direction
   bool high = false;       // as an output drives it, or as an input is pulled
-  bool requested = false;  // at any time
 
   bool Level() const { return high && !pulledLow; }
 };
@@ -42,17 +41,18 @@ struct FakeGpio {
   /// Records a call; minus errno when it has to fail.
   std::function<int(const std::string& name, const std::string& arguments)> call;
   std::function<void()> moved = [] {};  // told when a line was taken or changed
+  std::string requested;                // the lines, in order
 
   FakeGpioLine& Line(std::size_t number) { return chips.at(0).lines.at(number); }
   bool Has(int descriptor) const { return open_.contains(descriptor); }
   std::size_t OpenDescriptors() const { return open_.size(); }
 
   int Open(const std::string& node) {
-    const std::size_t chip = Find(node);
+    const auto chip = std::ranges::find(chips, node, &FakeGpioChip::node);
     if (const int failed = call("open", ":" + node)) return failed;
-    if (chip == chips.size()) return -ENOENT;
-    if (chips[chip].refused != 0) return -chips[chip].refused;
-    return Add({chip, -1});
+    if (chip == chips.end()) return -ENOENT;
+    if (chip->refused != 0) return -chip->refused;
+    return Add({static_cast<std::size_t>(chip - chips.begin()), -1});
   }
   void Close(int descriptor) {
     const Opened opened = open_.at(descriptor);
@@ -87,10 +87,6 @@ struct FakeGpio {
     int line;  // -1: the chip itself
   };
 
-  std::size_t Find(const std::string& node) const {
-    const auto is = [&node](const FakeGpioChip& chip) { return chip.node == node; };
-    return static_cast<std::size_t>(std::find_if(chips.begin(), chips.end(), is) - chips.begin());
-  }
   FakeGpioLine& LineOf(Opened opened) {
     return chips[opened.chip].lines.at(static_cast<std::size_t>(opened.line));
   }
@@ -127,7 +123,7 @@ struct FakeGpio {
     if (line.used) return -EBUSY;
     if (const int failed = Configure("request", opened, request.config)) return failed;
     Use(line, request.consumer, true);
-    line.requested = true;
+    requested += chips[opened.chip].name + ":" + std::to_string(opened.line) + " ";
     request.fd = Add(opened);
     return 0;
   }
@@ -139,7 +135,12 @@ struct FakeGpio {
         {kPulled | GPIO_V2_LINE_FLAG_BIAS_PULL_DOWN, "in-"}};
     std::string setting = kSettings.at(config.flags);
     const bool output = setting == "out";
-    const bool high = output ? Attribute(config) : setting == "in+";
+    const auto& [attribute, mask] = config.attrs[0];
+    if (config.num_attrs > 0 && (attribute.id != GPIO_V2_LINE_ATTR_ID_OUTPUT_VALUES || mask != 1)) {
+      throw std::logic_error("an attribute that a single output does not have");
+    }
+    const bool driven = config.num_attrs > 0 && (attribute.values & 1) != 0;
+    const bool high = output ? driven : setting == "in+";
     if (output) setting += high ? "1" : "0";
     FakeGpioLine& line = LineOf(opened);
     const int failed = call(name, ":" + std::to_string(opened.line) + "=" + setting);
@@ -150,15 +151,6 @@ struct FakeGpio {
     line.high = high;
     moved();
     return 0;
-  }
-  /// The level that an attribute gives to an output.
-  static bool Attribute(const gpio_v2_line_config& config) {
-    if (config.num_attrs == 0) return false;
-    const auto& [attribute, mask] = config.attrs[0];
-    if (attribute.id != GPIO_V2_LINE_ATTR_ID_OUTPUT_VALUES || mask != 1) {
-      throw std::logic_error("an attribute that a single output does not have");
-    }
-    return (attribute.values & 1) != 0;
   }
   int Set(Opened opened, const gpio_v2_line_values& values) {
     if (values.mask != 1) throw std::logic_error("a value of another line");

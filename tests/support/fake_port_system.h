@@ -9,7 +9,6 @@
 
 #include <array>
 #include <cerrno>
-#include <cstdio>
 #include <map>
 #include <memory>
 #include <string>
@@ -18,6 +17,7 @@
 
 #include "platform/linux/linux_parallel_port.h"
 #include "support/fake_gpio.h"
+#include "text/hex_text.h"
 
 struct FakeKernel {
   std::map<std::string, int> failures;  // errno by the call's name, without its arguments
@@ -133,9 +133,7 @@ struct FakePortSystem final : PortSystem {
   }
 
   static std::string Hex(std::uint32_t number) {
-    std::array<char, 16> text{};
-    std::snprintf(text.data(), text.size(), "%02X", number);
-    return text.data();
+    return (number < 0x10 ? "0" : "") + HexText(static_cast<std::int32_t>(number));
   }
   int Claim() {
     if (kernel_.registeredAlone) return -ENXIO;

@@ -11,8 +11,9 @@ class FakeTicks : public TickCounter {
 
   std::uint32_t GetTickCount() override { return start_ + readings_++ / readingsPerTick_ * 15; }
 
-  /// Stands still, so that delays take no time.
-  std::chrono::nanoseconds FineTime() override { return {}; }
+  /// Advances by this with each reading; stands still at first, so that delays take no time.
+  std::chrono::nanoseconds fineStep{};
+  std::chrono::nanoseconds FineTime() override { return fine_ += fineStep; }
 
   /// Milliseconds that have passed.
   std::uint32_t Elapsed() const { return readings_ / readingsPerTick_ * 15; }
@@ -21,4 +22,5 @@ class FakeTicks : public TickCounter {
   std::uint32_t readingsPerTick_;
   std::uint32_t start_;
   std::uint32_t readings_ = 0;
+  std::chrono::nanoseconds fine_{};
 };

@@ -34,17 +34,6 @@ struct GpioRig : TempFolder, PortRig {
       sda.pulledLow = board.wire.PullsSdaLow();
     };
   }
-
-  /// The lines that were ever requested.
-  std::string Requested() const {
-    std::string numbers;
-    for (const FakeGpioChip& chip : kernel.gpio.chips) {
-      for (std::size_t i = 0; i < chip.lines.size(); ++i) {
-        if (chip.lines[i].requested) numbers += chip.name + ":" + std::to_string(i) + " ";
-      }
-    }
-    return numbers;
-  }
 };
 
 /// The board whose wiring the delivered file's lines have: all bits direct.

@@ -2,51 +2,53 @@
 #pragma once
 
 #include <functional>
+#include <iomanip>
 #include <memory>
 #include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "simulator/bus_log.h"
 #include "simulator/simulated_board.h"
 #include "support/fake_ticks.h"
 #include "support/temp_folder.h"
 #include "terminal/isp_write.h"
 
-/// Passes accesses on to another port, and keeps them.
-class KeptAccesses final : public PortIo {
- public:
-  explicit KeptAccesses(PortIo& port) : port_(port) {}
-
-  using Access = std::pair<std::uint32_t, int>;  // port, and the byte written or -1 - the byte read
-  std::vector<Access> all;
-  std::function<void()> onAccess = [] {};
-
-  void UsePort(const PortUse& use) override { port_.UsePort(use); }
-  bool StillThere() override { return port_.StillThere(); }
-  void DlPortWritePortUchar(std::uint32_t port, std::uint8_t value) override {
-    all.emplace_back(port, value);
-    onAccess();
-    port_.DlPortWritePortUchar(port, value);
-  }
-  std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t port) override {
-    const auto value = port_.DlPortReadPortUchar(port);
-    all.emplace_back(port, -1 - value.value_or(0));
-    onAccess();
-    return value;
-  }
-
- private:
-  PortIo& port_;
-};
-
 struct TerminalRig {
+  /// The board's cable, which outlives the port. Keeps the accesses.
+  struct Port final : PortIo {
+    explicit Port(TerminalRig& owner, Problem told = {}) : rig(owner), report(std::move(told)) {}
+    TerminalRig& rig;
+    Problem report;
+
+    void UsePort(const PortUse& use) override {
+      if (!StillThere()) report(rig.portProblem);
+      rig.board.cable.UsePort(use);
+    }
+    bool StillThere() override { return rig.portProblem.empty(); }
+    void DlPortWritePortUchar(std::uint32_t at, std::uint8_t value) override {
+      if (!StillThere()) return;
+      Keep(at, value);
+      rig.board.cable.DlPortWritePortUchar(at, value);
+    }
+    std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t at) override {
+      if (!StillThere()) return std::nullopt;
+      const auto value = rig.board.cable.DlPortReadPortUchar(at);
+      Keep(at, -1 - value.value_or(0));
+      return value;
+    }
+    void Keep(std::uint32_t at, int value) const {
+      rig.accesses.emplace_back(at, value);
+      rig.onAccess();
+    }
+  };
+
   TempFolder folder;
   FakeTicks ticks{4};
   simulator::SimulatedBoard board{simulator::CableWiring()};
-  KeptAccesses accesses{board.cable};
-  std::string portProblem;  // told when the port is opened; empty for none
+  std::vector<std::pair<std::uint32_t, int>> accesses;  // port, byte written or -1 - byte read
+  std::function<void()> onAccess = [] {};
+  std::string portProblem;  // told when the port is used; empty for none
   int signal = 0;
   bool errIsTerminal = false;
   int opened = 0;
@@ -64,7 +66,11 @@ struct TerminalRig {
 
   std::string Sample(const std::string& name) const { return SOURCE_FOLDER "/samples/" + name; }
 
-  int Run(const std::vector<std::string>& arguments) {
+  /// The arguments with blanks between them, and in quotes when they are empty or have blanks.
+  int Run(const std::string& line) {
+    std::istringstream words(line);
+    std::vector<std::string> arguments;
+    for (std::string word; words >> std::quoted(word);) arguments.push_back(word);
     std::ostringstream outStream, errStream;
     const int status = terminal::IspWrite(
         arguments, {.out = outStream,
@@ -89,28 +95,8 @@ struct TerminalRig {
     loaded();
     return what == heldByOthers ? nullptr : std::make_unique<SingleUse>();
   }
-  /// A port that lives as long as the command, on the board that outlives it.
-  struct Borrowed final : PortIo {
-    Borrowed(PortIo& lent, Problem told, std::string trouble)
-        : port(lent), report(std::move(told)), problem(std::move(trouble)) {}
-    PortIo& port;
-    Problem report;
-    std::string problem;
-
-    void UsePort(const PortUse& use) override {
-      if (!problem.empty()) report(problem);
-      port.UsePort(use);
-    }
-    bool StillThere() override { return problem.empty(); }
-    void DlPortWritePortUchar(std::uint32_t at, std::uint8_t value) override {
-      if (problem.empty()) port.DlPortWritePortUchar(at, value);
-    }
-    std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t at) override {
-      return problem.empty() ? port.DlPortReadPortUchar(at) : std::nullopt;
-    }
-  };
   std::unique_ptr<PortIo> Open(const Problem& report) {
     ++opened;
-    return std::make_unique<Borrowed>(accesses, report, portProblem);
+    return std::make_unique<Port>(*this, report);
   }
 };

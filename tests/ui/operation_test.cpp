@@ -143,21 +143,19 @@ class OperationTest : public WindowTest {
     }
   }
 
-  void aCloseRequestToTheLauncherEndsTheProgram() {
-    bus_.hook = [this] {
-      QWindowSystemInterface::handleCloseEvent(desk_->launcher->windowHandle());
-    };
-    QTimer::singleShot(0, this, [] { kRtdWriter.Press("Run"); });
-    QTimer::singleShot(20000, qApp, [] { QCoreApplication::exit(1); });
-    QCOMPARE(QCoreApplication::exec(), 0);
-  }
-
-  void theEndOfTheSessionEndsTheProgram() {
-    bus_.hook = [] { QCoreApplication::postEvent(qApp, new QEvent(QEvent::Quit)); };
-    int frames = 0;
-    QTimer::singleShot(0, this, [&] { frames = Run(); });
-    QCOMPARE(QCoreApplication::exec(), 0);
-    QCOMPARE(frames, oneRun_);
+  void whatEndsTheProgramWaitsForTheOperation() {
+    for (const bool session : {false, true}) {
+      init();
+      bus_.hook = [=, this] {
+        if (session) return QCoreApplication::postEvent(qApp, new QEvent(QEvent::Quit));
+        QWindowSystemInterface::handleCloseEvent(desk_->launcher->windowHandle());
+      };
+      int frames = 0;
+      QTimer::singleShot(0, this, [&] { frames = Run(); });
+      QTimer::singleShot(20000, qApp, [] { QCoreApplication::exit(1); });
+      QCOMPARE(QCoreApplication::exec(), 0);
+      QCOMPARE(frames, oneRun_);
+    }
   }
 
  private:

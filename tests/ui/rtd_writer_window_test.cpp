@@ -27,29 +27,20 @@ class RtdWriterWindowTest : public WindowTest {
     QCOMPARE(status->palette().color(QPalette::Text), QColor(0, 0, 0));
   }
 
-  void theLastLineIsSeenAndSpokenOnce() {
-    QCOMPARE(kRtdWriter.Shown()->focusWidget(), kRtdWriter.Find("Com64K"));
-    auto* status = kRtdWriter.Find<QPlainTextEdit>("WriteStatus");
-    status->setFixedHeight(40);  // two lines
-    ScreenReader reader;
-    ChooseFile(QStringLiteral(SOURCE_FOLDER "/samples/rtd2120/panel-bank1.hex"));
-    kRtdWriter.Press("Com64K");
-    kRtdWriter.Press("Run");
-    QCOMPARE(reader.Spoken(), QStringLiteral("CRC OK. (Messages of the run)"));
-    const auto* bar = status->verticalScrollBar();
-    QVERIFY(bar->maximum() > 0 && bar->value() == bar->maximum());
-  }
-
-  void aBankThatFailedIsSpokenBeforeTheLastLine() {
+  void aBankThatFailedIsSpokenBeforeTheLastLineWhichIsSeen() {
     for (const char* bank : {"Com64K", "Com64_96K"}) {
       ChooseFile(QStringLiteral(SOURCE_FOLDER "/samples/rtd2120/panel-bank1.hex"));
       kRtdWriter.Press(bank);
     }
     kRtdWriter.Press("BothBank");
+    auto* status = kRtdWriter.Find<QPlainTextEdit>("WriteStatus");
+    status->setFixedHeight(40);  // two lines
     desk_->board.faults.flippedBit = {.bank = 0, .address = 0, .bit = 0};
     ScreenReader reader;
     kRtdWriter.Press("Run");
     QCOMPARE(reader.Spoken(), QStringLiteral("CRC FAIL.; CRC OK. (Messages of the run, in red)"));
+    const auto* bar = status->verticalScrollBar();
+    QVERIFY(bar->maximum() > 0 && bar->value() == bar->maximum());
     desk_->board.faults = {};
     kRtdWriter.Press("Run");
     QCOMPARE(reader.Spoken(), QStringLiteral("CRC OK. (Messages of the run)"));
@@ -94,23 +85,6 @@ class RtdWriterWindowTest : public WindowTest {
     QCOMPARE(kRtdWriter.Text("Bank2MaxAddr"), QString::number(images.Bank2Max));
     QCOMPARE(kRtdWriter.Text("Bank2CheckSum").toStdString(), HexText(images.RtdBankSum));
     QCOMPARE(kRtdWriter.Text("Bank1File"), QString());
-  }
-
-  void autoAsksBeforeItWritesAFileThatHasChanged() {
-    const std::string file = desk_->folder.Write("a.bin", "abc");
-    ChooseFile(QString::fromStdString(file));
-    kRtdWriter.Press("Com64K");
-    desk_->folder.Write("a.bin", "abd");
-    QString asked;
-    AnswerDialog<QMessageBox>([&](QMessageBox& box) {
-      asked = box.text();
-      QTest::keyClick(&box, Qt::Key_Enter);  // the default
-    });
-    kRtdWriter.Press("Run");
-    QVERIFY(
-        asked.endsWith(QStringLiteral("a.bin has changed since it was loaded. "
-                                      "Program what was loaded?")));
-    QVERIFY(desk_->log.Lines().empty());
   }
 };
 

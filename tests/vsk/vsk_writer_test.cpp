@@ -11,16 +11,13 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using namespace std::chrono_literals;
 
 const std::string kAskPage = "ask please input you want read page number:(00-FF)|input number|00";
 
 using Lines = std::vector<std::string>;
 
-struct VskWriterTest : testing::Test {
-  std::unique_ptr<VskRig> rig = std::make_unique<VskRig>();
-  Transcript& view = rig->view;
-  VskWriter& writer = rig->writer;
-
+struct VskWriterTest : testing::Test, VskRig {
   RunChoice shown = RunChoice::PageLoad;  // the option that is selected
 
   Lines Run(RunChoice operation) {
@@ -38,80 +35,53 @@ struct VskWriterTest : testing::Test {
 
 TEST_F(VskWriterTest, NothingRunsOutsideIspModeNorWithoutAnImage) {
   const Lines noImage{"Label2: isp mode is exist", "message the hexfile is not load"};
-  rig->InIspMode();
+  InIspMode();
   EXPECT_EQ(Run(RunChoice::Program), noImage);
   EXPECT_EQ(Run(RunChoice::PageLoad), noImage);
   EXPECT_FALSE(writer.LoadPageView);
 
-  rig->isp.IspModeOn = false;
-  rig->Load({1, 2, 3});
+  isp.IspModeOn = false;
+  Load({1, 2, 3});
   view.answers = {"10"};
   for (int operation = 1; operation <= 7; ++operation) {
     EXPECT_THAT(Run(static_cast<RunChoice>(operation)),
                 ElementsAre("Label2: isp mode is not exist"));
   }
-  EXPECT_THAT(rig->TakeFrames(), IsEmpty());
+  EXPECT_THAT(TakeFrames(), IsEmpty());
 }
 
 TEST_F(VskWriterTest, TellsWhatWasProgrammedOrErased) {
   std::vector<RunLine> told;
-  rig->report.Ended = [&](const RunLine& line) { told.push_back(line); };
-  rig->Load({1, 2, 3});
-  rig->images.CodeFiles = {{.name = "a.hex"}};
-  for (const auto operation :
-       {RunChoice::Program, RunChoice::EraseAll, RunChoice::PageErase, RunChoice::PageRead}) {
-    rig->EnterIspMode();
-    Run(operation);  // the questions of the last two are cancelled
+  report.Ended = [&](const RunLine& line) { told.push_back(line); };
+  ticks.fineStep = 99'600us;
+  Load({1, 2, 3});
+  images.CodeFiles = {{.name = "a.hex"}};
+  view.answers = {"0000"};  // to the first question; all that follow are cancelled
+  for (const auto operation : {RunChoice::Program, RunChoice::EraseAll, RunChoice::PageErase,
+                               RunChoice::PageErase, RunChoice::PageRead}) {
+    EnterIspMode();
+    Run(operation);
   }
-  const std::string crc = HexText(rig->images.CodeCrc);
-  EXPECT_THAT(told, ElementsAre(RunLine{"VSK830", "Program", "a.hex", 3, crc, crc, "Write Ok"},
-                                RunLine{"VSK830", "Erase All", "", 0, "", "", "Blank ok"}));
-}
-
-TEST_F(VskWriterTest, TheRunLogKeepsWhatTurnedTheResultRed) {
-  RunResult told;
-  rig->report.Ended = [&](const RunLine& line) { told = line.result; };
-  rig->Load({1, 2, 3});
-  rig->InIspMode();
-  rig->board.faults.refusedByte = {rig->board.wire.FramesSeen() + 5, 2};  // the page's data
-  Run(RunChoice::Program);
-  EXPECT_EQ(told, (RunResult{"CRC Error", "programcode fail", "page 0"}));
-  rig->images.CodeCrc = 0;
-  rig->InIspMode();
-  rig->board.Connect(simulator::ConnectedChip::None);
-  Run(RunChoice::Program);
-  const RunResult silent{"Write Ok", "programcode fail", "page 0", true};
-  EXPECT_EQ(told, silent) << "a silent bus reads as CRC 0";
-  Run(RunChoice::EraseAll);
-  EXPECT_EQ(told, silent) << "not in ISP mode";
-}
-
-TEST_F(VskWriterTest, ARunThatSentNothingIsNotTold) {
-  rig->report.Ended = [](const RunLine& line) { FAIL() << line.result.text; };
-  rig->InIspMode();
-  for (const auto& answers :
-       {std::deque<std::string>{"0400", "0100"}, {"8000", "FFFF"}, {"0000"}}) {
-    view.answers = answers;
-    Run(RunChoice::PageErase);
-  }
-  EXPECT_THAT(rig->TakeFrames(), IsEmpty());
+  const std::string crc = HexText(images.CodeCrc);
+  EXPECT_THAT(told,
+              ElementsAre(RunLine{"VSK830", "Program", "a.hex", 3, crc, crc, {"Write Ok"}, 100ms},
+                          RunLine{"VSK830", "Erase All", "", 0, "", "", {"Blank ok"}, 100ms}));
 }
 
 TEST_F(VskWriterTest, EachModelsImageHasFilesOfItsOwn) {
   TempFolder folder;
   std::vector<std::string> told;
-  rig->report.Ended = [&](const RunLine& line) { told.push_back(line.file); };
+  report.Ended = [&](const RunLine& line) { told.push_back(line.file); };
   const auto load = [&](VskChip chip, const std::string& name) {
-    rig->isp.ChipSelect = chip;
+    isp.ChipSelect = chip;
     writer.Load(folder.Write(name, "123"), view);
   };
   const auto program = [&](VskChip chip) {
-    rig->isp.ChipSelect = chip;
-    rig->InIspMode();
+    isp.ChipSelect = chip;
+    InIspMode();
     Run(RunChoice::Program);
   };
   load(VskChip::Vsk830, "one.bin");
-  program(VskChip::Vsk630);
   load(VskChip::Vsk630, "pair.B00");
   program(VskChip::Vsk830);
   program(VskChip::Vsk630);
@@ -119,49 +89,40 @@ TEST_F(VskWriterTest, EachModelsImageHasFilesOfItsOwn) {
   program(VskChip::Vsk630);
   program(VskChip::Vsk830);
   const std::string pair = (folder / "pair.B00").string();
-  EXPECT_THAT(told, ElementsAre("", "", pair, pair, (folder / "one.bin").string()))
+  EXPECT_THAT(told, ElementsAre("", pair, pair, (folder / "one.bin").string()))
       << "a pair overwrites the image of one file, and is kept beside one";
 }
 
 TEST_F(VskWriterTest, ProgramAsksWhenAFileHasChanged) {
   TempFolder folder;
   int runs = 0;
-  rig->report.Ended = [&](const RunLine&) { ++runs; };
+  report.Ended = [&](const RunLine&) { ++runs; };
   folder.Write("a.B01", "456");
-  rig->board.Connect(simulator::ConnectedChip::Vsk630);
-  rig->isp.ChipSelect = VskChip::Vsk630;
+  board.Connect(simulator::ConnectedChip::Vsk630);
+  isp.ChipSelect = VskChip::Vsk630;
   writer.Load(folder.Write("a.B00", "123"), view);
   const auto question = [&](const char* name) {
     return "confirm " + (folder / name).string() +
            " has changed since it was loaded. Program what was loaded?";
   };
-  folder.Write("a.B01", "457");
+  for (const char* name : {"a.B00", "a.B01"}) folder.Write(name, "another");
   EXPECT_THAT(Run(RunChoice::Program), ElementsAre("Label2: isp mode is not exist"));
-  rig->InIspMode();
+  InIspMode();
   view.confirmed = false;
-  EXPECT_THAT(Run(RunChoice::Program), ElementsAre("Label2: isp mode is exist", question("a.B01")));
-  EXPECT_THAT(rig->TakeFrames(), IsEmpty());
+  EXPECT_THAT(Run(RunChoice::Program), ElementsAre("Label2: isp mode is exist", question("a.B00")));
+  EXPECT_THAT(TakeFrames(), IsEmpty());
   EXPECT_EQ(runs, 0);
+  EXPECT_THAT(Run(RunChoice::EraseAll), testing::Not(testing::Contains(question("a.B00"))));
   view.confirmed = true;
   writer.RunFromMenu(RunChoice::Program, view);
-  EXPECT_THAT(view.Take(), testing::Contains(question("a.B01")));
-  EXPECT_EQ(runs, 1);
-
-  folder.Write("a.B00", "x");
-  std::filesystem::remove(folder / "a.B01");
-  rig->InIspMode();
-  view.confirmed = false;
-  EXPECT_THAT(Run(RunChoice::Program), testing::Contains(question("a.B00")));
-  folder.Write("a.B00", "123");
-  EXPECT_THAT(Run(RunChoice::EraseAll), testing::Not(testing::Contains(question("a.B00"))));
-  EXPECT_THAT(Run(RunChoice::Program), testing::Contains("Label3: Write Ok"))
-      << "unchanged, and gone";
-  EXPECT_EQ(runs, 3);
+  EXPECT_THAT(view.Take(), testing::IsSupersetOf({question("a.B00"), question("a.B01"),
+                                                  std::string("Label3: Write Ok")}));
+  EXPECT_EQ(runs, 2);
 }
 
 TEST_F(VskWriterTest, PageLoadThenPaging) {
-  rig->Load({1, 2, 3});
-  rig->InIspMode();
+  Load({1, 2, 3});
+  InIspMode();
   writer.ReadPageView = true;
   writer.ReadPage = 9;
   view.answers = {"1", "1x", "fe"};
@@ -183,18 +144,18 @@ TEST_F(VskWriterTest, PageLoadThenPaging) {
 }
 
 TEST_F(VskWriterTest, PageReadThenPagingReadsTheChip) {
-  rig->InIspMode();
+  InIspMode();
   writer.LoadPageView = true;
   writer.LoadPage = 9;
   view.answers = {"03"};
   shown = RunChoice::PageRead;
   Run(RunChoice::PageRead);
   EXPECT_EQ(Step(RunChoice::NextPage), "this is 4  page (Read Page Code)");
-  EXPECT_EQ(rig->TakeFrames()[2], "S 96 00 04 P");
+  EXPECT_EQ(TakeFrames()[2], "S 96 00 04 P");
   EXPECT_EQ(writer.IspOperate, RunChoice::PageRead);
   EXPECT_EQ(writer.LoadPage, 0);
 
-  rig->board.faults.unpluggedAfterFrame = 0;
+  board.faults.unpluggedAfterFrame = 0;
   const auto firstRow = [this] { return view.data.substr(view.data.find("    "), 52); };
   const std::string before = firstRow();
   writer.ReadPage = 0;
@@ -210,14 +171,6 @@ TEST_F(VskWriterTest, PageReadThenPagingReadsTheChip) {
   writer.LoadPage = 5;
   Step(RunChoice::NextPage);
   EXPECT_EQ(writer.LoadPage + writer.ReadPage, 0) << "without a view the pages are forgotten";
-}
-
-TEST_F(VskWriterTest, MenuCommandsStayInForce) {
-  rig->InIspMode();
-  writer.RunFromMenu(RunChoice::EraseAll, view);
-  writer.Run(view);
-  EXPECT_THAT(rig->TakeFrames(),
-              ElementsAre("S 96 68 00 P", "S 94 00 00 P", "S 96 68 00 P", "S 94 00 00 P"));
 }
 
 }  // namespace

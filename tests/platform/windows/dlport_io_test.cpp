@@ -1,7 +1,6 @@
 #include <gmock/gmock.h>
 #include <windows.h>
 
-#include <cstdio>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -56,16 +55,12 @@ TEST_F(DlPortIoTest, EveryAccessReachesTheLibraryUnchangedAndInOrder) {
   EXPECT_EQ(io->DlPortReadPortUchar(0x379), 0x00);
   EXPECT_EQ(Calls(), "37A=7F 37A=7F 379?00 ");
 
-  for (std::uint32_t i = 0; i < 256; ++i) {
-    const std::uint32_t port = i * 0x1010101;  // up to the last 32-bit number
-    const std::uint32_t served = 255 - i;
-    Serve(static_cast<std::uint8_t>(served));
-    io->DlPortWritePortUchar(port, static_cast<std::uint8_t>(i));
-    EXPECT_EQ(io->DlPortReadPortUchar(port), served);
-    char expected[32];
-    std::snprintf(expected, sizeof expected, "%X=%02X %X?%02X ", port, i, port, served);
-    EXPECT_EQ(Calls(), expected);
+  Serve(0xA5);
+  for (const std::uint32_t port : {0U, 0xD000U, 0x80000000U, 0xFFFFFFFFU}) {
+    io->DlPortWritePortUchar(port, 0x80);
+    EXPECT_EQ(io->DlPortReadPortUchar(port), 0xA5);
   }
+  EXPECT_EQ(Calls(), "0=80 0?A5 D000=80 D000?A5 80000000=80 80000000?A5 FFFFFFFF=80 FFFFFFFF?A5 ");
   io.reset();
   EXPECT_EQ(Calls(), "no library is loaded");
   EXPECT_THAT(told, ElementsAre());

@@ -40,6 +40,11 @@ TEST(LostPort, EndsIspModeWithTheNextCommandAndIsToldOnce) {
         {&VskWriter::GoToIspMode, "isp mode is no exist"},
         {&VskWriter::QuitIspMode, "isp mode is out"}}) {
     Session session;
+    session.kernel.looks = 0;
+    session.After(&VskWriter::Run);
+    EXPECT_EQ(session.view.operationText, "Blank ok");
+    EXPECT_EQ(session.kernel.looks, 1) << "once in an operation";
+    session.Calls();
     session.kernel.RemoveUsualPort();
     EXPECT_EQ(session.After(first), shown);
     EXPECT_EQ(session.After(&VskWriter::Run), "isp mode is not exist");
@@ -56,14 +61,6 @@ TEST(LostPort, IsToldByTheRtd2120) {
   session.tool->rtdWriter.Run(box);
   EXPECT_TRUE(box.red);
   EXPECT_EQ(session.told.size(), 1U);
-}
-
-TEST(LostPort, IsLookedForOnceInAnOperation) {
-  Session session;
-  session.kernel.looks = 0;
-  session.writer.Run(session.view);
-  EXPECT_EQ(session.view.operationText, "Blank ok");
-  EXPECT_EQ(session.kernel.looks, 1);
 }
 
 }  // namespace

@@ -111,7 +111,7 @@ void ExpectRead(ConnectedChip chip, bool gpio) {
   if (chip == ConnectedChip::Rtd2120) std::ranges::for_each(frames, LeaveOutAcknowledge);
   EXPECT_EQ(Decoded(folder / "port.vcd"), frames);
   EXPECT_TRUE(!gpio || FlashEquals(board->vsk830.Bank(0), Image(300)));
-  EXPECT_EQ(lines.Requested(), gpio ? "gpiochip0:17 gpiochip0:27 " : "");
+  EXPECT_EQ(lines.kernel.gpio.requested, gpio ? "gpiochip0:27 gpiochip0:17 " : "");
   EXPECT_TRUE(lines.told.empty());
 }
 
@@ -147,10 +147,10 @@ TEST(PortRecording, IsBoundedShowsNoPortAsUnknownAndIsToldOnceWhenItCannotBeWrit
   }
   EXPECT_THAT(folder.Read("bus.vcd"),
               testing::AllOf(HasSubstr("#8\n1D0\n$comment"), Not(HasSubstr("#10\n"))));
-  NoPort none;
-  RecordingPort(none, folder / "none.vcd", {}).DlPortReadPortUchar(1);
+  PortRig none;
+  RecordingPort(*none.io, folder / "none.vcd", {}).DlPortReadPortUchar(1);
   EXPECT_THAT(folder.Read("none.vcd"), HasSubstr("\nxS0\nxS1\n"));
-  EXPECT_FALSE(RecordingPort(none, folder / "none.vcd", {}).StillThere());
+  EXPECT_FALSE(RecordingPort(*none.io, folder / "none.vcd", {}).StillThere());
 }
 
 }  // namespace
