@@ -19,7 +19,7 @@ on_screen() {
 # window TITLE: waits for it to open
 window() {
   local id tries
-  for tries in $(seq 100); do
+  for tries in $(seq 300); do
     id=$(xdotool search --onlyvisible --name "^$1\$" | tail -1) && [ -n "$id" ] && { echo "$id"; return; }
     sleep 0.2
   done
@@ -28,7 +28,7 @@ window() {
 # gone TITLE: waits for it to close
 gone() {
   local tries
-  for tries in $(seq 100); do
+  for tries in $(seq 300); do
     xdotool search --onlyvisible --name "^$1\$" >/dev/null || { echo "  ok: \"$1\" has closed"; return; }
     sleep 0.2
   done
