@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QIconEngine>
+#include <QKeyEvent>
 #include <QPlainTextEdit>
 #include <QProxyStyle>
 #include <QStyleOption>
@@ -111,6 +112,18 @@ class ProgramIcon final : public QIconEngine {
   QIcon pictures_;
 };
 
+/// A button, a box or a message is entered by a press, not again while the key is held.
+class HeldEnterFilter final : public QObject {
+ public:
+  using QObject::QObject;
+
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() != QEvent::KeyPress) return false;
+    const auto* key = static_cast<QKeyEvent*>(event);
+    return key->isAutoRepeat() && (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter);
+  }
+};
+
 }  // namespace
 
 /// Half a pixel inside, so that all of the line is painted on a screen of fractional scale too.
@@ -133,4 +146,5 @@ void ApplyApplicationStyle() {
   font.setStyleHint(QFont::SansSerif);
   font.setPixelSize(kFontPixels);
   QApplication::setFont(font);
+  qApp->installEventFilter(new HeldEnterFilter(qApp));
 }

@@ -137,6 +137,19 @@ class LauncherTest : public WindowTest {
     QCOMPARE(opened_, QList<QUrl>(3, QUrl::fromLocalFile(QString::fromStdString(page))));
   }
 
+  /// The key was pressed for what the message answers.
+  void aHeldEnterClosesNoMessage() {
+    Start();
+    bool stays = false;
+    AnswerDialog<QMessageBox>([&stays](QMessageBox& box) {
+      PressKey(&box, Qt::Key_Return, {}, {true});
+      stays = box.isVisible();
+      PressKey(&box, Qt::Key_Return);
+    });
+    ShowMessageBox(kLauncher.Shown(), "message");
+    QVERIFY(stays);
+  }
+
   void exitAndTheCloseBoxEndTheProgram() {
     for (const bool byButton : {true, false}) {
       init();

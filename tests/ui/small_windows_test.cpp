@@ -1,6 +1,4 @@
 // The Settings window, with the port address and the bus speed, and the Security Check window.
-#include <qpa/qwindowsysteminterface.h>
-
 #include "ui/window_test.h"
 
 class SmallWindowsTest : public WindowTest {

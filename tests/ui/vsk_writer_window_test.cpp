@@ -183,6 +183,26 @@ class VskWriterWindowTest : public WindowTest {
     QVERIFY(!desk_->tool.isp.IspModeOn);
   }
 
+  /// An erase takes less time than the keyboard takes to send the key again.
+  void aHeldKeyRunsOnce() {
+    kVskWriter.Press("Option4");
+    kVskWriter.Press("Option7");
+    kVskWriter.Activate();
+    std::vector<std::string> once;
+    for (const auto& [key, modifiers] : {std::pair{Qt::Key_B, Qt::ControlModifier},
+                                         {Qt::Key_Return, Qt::NoModifier},
+                                         {Qt::Key_Enter, Qt::KeypadModifier}}) {
+      for (const auto& held : {std::initializer_list<bool>{false}, {false, true, true}}) {
+        kVskWriter.Find("Command4")->setFocus();
+        desk_->log.Clear();
+        PressKey(kVskWriter.Shown(), key, modifiers, held);
+        if (once.empty()) once = desk_->log.Lines();
+        QVERIFY(!once.empty());
+        QCOMPARE(desk_->log.Lines(), once);
+      }
+    }
+  }
+
   void aRefusedFileIsSaidAndWrongStartCodesArePrinted() {
     const std::string record = ":03000000010203F7\r\n";
     Load(QString::fromStdString(desk_->folder.Write("a.hex", "!" + record.substr(1) + record)));

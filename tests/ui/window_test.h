@@ -4,6 +4,7 @@
 #include <private/qguiapplication_p.h>
 #include <qpa/qplatformaccessibility.h>
 #include <qpa/qplatformintegration.h>
+#include <qpa/qwindowsysteminterface.h>
 
 #include <QtTest/QtTest>
 #include <QtWidgets/QtWidgets>
@@ -82,6 +83,30 @@ class WindowTest : public QObject {
     kLauncher.Press(button);
   }
 };
+
+/// As the window system sends them: presses of one key; all but the first because it is held.
+inline void PressKey(QWidget* window, Qt::Key key, Qt::KeyboardModifiers modifiers = {},
+                     std::initializer_list<bool> held = {false}) {
+  for (const bool isHeld : held) {
+    QWindowSystemInterface::handleKeyEvent(window->windowHandle(), QEvent::KeyPress, key, modifiers,
+                                           QString(), isHeld);
+    QApplication::processEvents();
+  }
+}
+
+/// As a screen reader does: a call, no event.
+inline void PressAsReader(QWidget* control) {
+  auto* actions = QAccessible::queryAccessibleInterface(control)->actionInterface();
+  actions->doAction(actions->actionNames().value(0));
+}
+
+/// As if the time of the control's timers had come: a press by a screen reader takes one.
+inline void EndTimers(QWidget* control) {
+  for (const auto& timer : QAbstractEventDispatcher::instance()->registeredTimers(control)) {
+    QTimerEvent ended(timer.timerId);
+    QApplication::sendEvent(control, &ended);
+  }
+}
 
 /// What a screen reader is told of the control.
 inline QString Told(QWidget* control, QAccessible::Text what) {
