@@ -65,6 +65,25 @@ class SmallWindowsTest : public WindowTest {
     timing.Calibrated = nullptr;
   }
 
+  /// It is input that was made while the thread was held.
+  void anEnterReleasedWhileTheSpeedIsMeasuredAppliesNothing() {
+    kVskWriter.Choose("about");
+    kSettings.Activate();
+    QWindow* window = kSettings.Shown()->windowHandle();
+    PressKey(kSettings.Shown(), Qt::Key_Return);
+    desk_->tool.port.PortBase = kOldBase;
+    desk_->tool.timing.Calibrated = [window](std::int32_t) {
+      QWindowSystemInterface::handleKeyEvent(window, QEvent::KeyRelease, Qt::Key_Return, {});
+    };
+    const auto* slider = kSettings.Find("HScroll1");
+    const QPoint at = slider->mapTo(slider->window(), slider->rect().center());
+    QWindowSystemInterface::handleWheelEvent(window, at, window->mapToGlobal(at), {}, {0, 120});
+    QApplication::processEvents();
+    desk_->tool.timing.Calibrated = nullptr;
+    QVERIFY(kSettings.Text("Text2") != QStringLiteral("2"));
+    QCOMPARE(desk_->tool.port.PortBase, kOldBase);
+  }
+
   void saysOnceThatAnAddressHoldsForThisRunOnly() {
     std::filesystem::remove(desk_->folder / "config/chipport.log");
     std::filesystem::create_directory(desk_->folder / "config/chipport.log");
