@@ -47,7 +47,15 @@ class WriterWindow : public ClosesOnce<QMainWindow>, protected View {
   /// For a file that is dropped there, in coordinates of the client area.
   virtual LoadCommand LoadCommandAt(QPoint place) = 0;
 
-  void dragEnterEvent(QDragEnterEvent* event) override { TakeIfFile(event); }
+  /// An entry that is refused would be the last that Qt tells of the drag: where there is nothing
+  /// to drop on, the move that follows at once refuses.
+  void dragEnterEvent(QDragEnterEvent* event) override {
+    if (CommandFor(event).run) {
+      TakeIfFile(event);
+    } else {
+      event->accept();
+    }
+  }
   void dragMoveEvent(QDragMoveEvent* event) override { TakeIfFile(event); }
   void dropEvent(QDropEvent* event) override {
     if (!TakeIfFile(event)) return;
