@@ -97,6 +97,24 @@ class RtdWriterWindowTest : public WindowTest {
     QCOMPARE(kRtdWriter.Text("Bank1File"), QString());
   }
 
+  /// The program that the file comes from waits for it.
+  void aDropEndsBeforeItsMessageAppears() {
+    for (const bool closes : {false, true}) {
+      const QString file =
+          closes ? QStringLiteral(SOURCE_FOLDER "/samples/rtd2120/panel-bank1.hex")
+                 : QString::fromStdString(desk_->folder.Write("a.hex", "no hex file\n"));
+      QString said;
+      if (!closes) ConfirmMessage(said);
+      QVERIFY(Drag("Bank1File", file));
+      Drop("Bank1File", file);
+      QCOMPARE(said, QString());
+      if (closes) kRtdWriter.Shown()->close();
+      QApplication::processEvents();
+      QCOMPARE(said.isEmpty(), closes);
+      QVERIFY(!desk_->tool.rtdImages.Bank1Loaded);
+    }
+  }
+
   void autoAsksBeforeItWritesAFileThatHasChanged() {
     const std::string file = desk_->folder.Write("a.bin", "abc");
     ChooseFile(QString::fromStdString(file));
