@@ -87,6 +87,11 @@ class BoardWindowTest : public QObject {
     Find<QSpinBox>("of bank")->setValue(2);
     Tick("BitFlipped")->setChecked(true);
     QCOMPARE(rig_->board.faults.flippedBit->bank, 1);
+    chips->setCurrentText(QStringLiteral("VSK630"));
+    Find<QSpinBox>("of bank")->setValue(1);
+    chips->setCurrentText(QStringLiteral("RTD2120"));  // whose banks are counted from 1
+    QCOMPARE(Find<QSpinBox>("of bank")->value(), 1);
+    QCOMPARE(rig_->board.faults.flippedBit->bank, 0);
     chips->setCurrentText(QStringLiteral("nothing"));
     for (const char* idle : {"Unplugged", "ByteRefused", "BitFlipped", "BusyForEver"}) {
       QVERIFY2(!Tick(idle)->isEnabled(), idle);
