@@ -51,8 +51,10 @@ void KeepWide(QMessageBox& box) {
   rows->addItem(new QSpacerItem(kWidth, 0), rows->rowCount(), 0, 1, rows->columnCount());
 }
 
-/// The button that was pressed; Cancel is the default where there is one.
+/// The button that was pressed; Cancel is the default where there is one. Outside an operation too
+/// a screen reader's press is refused meanwhile: it could close the window that the box belongs to.
 int Answer(QMessageBox& box) {
+  const ThreadHold hold;
   const ThreadHold::Pause pause;
   box.setDefaultButton(QMessageBox::Cancel);
   return box.exec();

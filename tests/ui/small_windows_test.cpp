@@ -84,6 +84,31 @@ class SmallWindowsTest : public WindowTest {
     QCOMPARE(desk_->tool.port.PortBase, kOldBase);
   }
 
+  /// A screen reader's press is a call, which no modal box keeps out.
+  void aMessageKeepsItsWindowOpen() {
+    for (const std::string_view by : {"Enter", "Text3", "F1"}) {
+      kVskWriter.Choose("about");
+      kSettings.Activate();
+      bool stays = false;
+      AnswerDialog<QMessageBox>([&stays](QMessageBox& box) {
+        QWidget* back = kSettings.Find("Command1");
+        PressAsReader(back);
+        EndTimers(back);
+        stays = kSettings.Shown() != nullptr;
+        if (stays) box.accept();
+      });
+      if (by == "F1") {
+        QTest::keyClick(kSettings.Shown()->windowHandle(), Qt::Key_F1);
+      } else if (by == "Text3") {
+        QTest::keyClick(kSettings.Find("Text3"), Qt::Key_Return);
+      } else {
+        kSettings.Press("Enter");
+      }
+      QVERIFY2(stays, by.data());
+      QCOMPARE(kSettings.Shown() == nullptr, by == "Enter");
+    }
+  }
+
   void saysOnceThatAnAddressHoldsForThisRunOnly() {
     std::filesystem::remove(desk_->folder / "config/chipport.log");
     std::filesystem::create_directory(desk_->folder / "config/chipport.log");
