@@ -205,10 +205,11 @@ class VskWriterWindowTest : public WindowTest {
 
   void aRefusedFileIsSaidAndWrongStartCodesArePrinted() {
     const std::string record = ":03000000010203F7\r\n";
+    ScreenReader reader;
     Load(QString::fromStdString(desk_->folder.Write("a.hex", "!" + record.substr(1) + record)));
     auto* surface = static_cast<QMainWindow*>(kVskWriter.Shown())->centralWidget();
     QCOMPARE(Told(surface, QAccessible::Name), QStringLiteral("error!!!"));
-    QCoreApplication::processEvents();
+    QCOMPARE(reader.Spoken(), QStringLiteral("error!!! ()"));
     auto* notes = qobject_cast<QMessageBox*>(ShownWindow("FileNotes"));
     QVERIFY(notes != nullptr && !notes->isModal());
     QVERIFY(notes->text().contains(QStringLiteral("earlier line stands: line 2.")));
