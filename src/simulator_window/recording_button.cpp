@@ -9,6 +9,7 @@
 #include "platform/problem.h"
 #include "widgets/dialogs.h"
 #include "widgets/guarded.h"
+#include "widgets/live_text.h"
 
 namespace simulator {
 namespace {
@@ -92,7 +93,7 @@ void RecordingButton::ShowState() {
                           .arg(QFileInfo(name_).fileName().replace(QLatin1String("&"),
                                                                    QLatin1String("&&")))
                     : QStringLiteral("Record the bus to a VCD file..."));
-  setToolTip(recording ? name_ : QString());
+  setToolTip(recording ? PlainToolTip(name_) : QString());
   QFont bold = font();
   bold.setBold(recording);
   setFont(bold);

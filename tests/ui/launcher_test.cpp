@@ -137,6 +137,25 @@ class LauncherTest : public WindowTest {
     QCOMPARE(opened_, QList<QUrl>(3, QUrl::fromLocalFile(QString::fromStdString(page))));
   }
 
+  /// A path may look like rich text, and can be copied.
+  void aMessageIsPlainTextForMouseAndKeyboard() {
+    Start();
+    const QString detail = QStringLiteral("It is the file /tmp/<b>x</b>.hex");
+    QString spoken, selected;
+    AnswerDialog<QMessageBox>([&](QMessageBox& box) {
+      auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"));
+      spoken = Told(label, QAccessible::Name);
+      QTest::mouseClick(label, Qt::LeftButton);
+      QTest::keyClick(label, Qt::Key_Home);
+      QTest::keyClick(label, Qt::Key_End, Qt::ShiftModifier);
+      selected = label->selectedText();
+      box.accept();
+    });
+    ShowMessageBox(kLauncher.Shown(), "message", detail.toStdString());
+    QCOMPARE(spoken, detail);
+    QCOMPARE(selected, detail);
+  }
+
   /// The key was pressed for what the message answers.
   void aHeldEnterClosesNoMessage() {
     Start();
