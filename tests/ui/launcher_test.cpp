@@ -20,6 +20,18 @@ class LauncherTest : public WindowTest {
     QCOMPARE(desk_->tool.boards.CurrentBoard, std::int16_t{0});
   }
 
+  void securityCheckTakesTheFocusOnceAtTheStart() {
+    desk_->folder.Write("program/Initial/security.cod", "");
+    Start();
+    QTRY_VERIFY(kSecurity.Shown()->isActiveWindow());
+    kLauncher.Activate();
+    for (const auto state : {Qt::WindowMinimized, Qt::WindowNoState}) {
+      QWindowSystemInterface::handleWindowStateChanged(kLauncher.Shown()->windowHandle(), state);
+      for (int turn = 0; turn < 2; ++turn) QApplication::processEvents();  // activating takes one
+    }
+    QVERIFY(kLauncher.Shown()->isActiveWindow());
+  }
+
   void startUpState() {
     Tool& tool = desk_->tool;
     auto& writer = tool.vskWriter;
