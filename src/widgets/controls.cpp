@@ -179,7 +179,6 @@ QAction* AddMenuItem(QMenu* menu, const char* name, const QString& caption, cons
   QAction* item = menu->addAction(caption);
   item->setObjectName(QLatin1String(name));
   item->setShortcut(QKeySequence(QLatin1String(shortcut)));
-  item->setAutoRepeat(false);
   item->setEnabled(false);
   return item;
 }

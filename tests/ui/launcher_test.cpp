@@ -136,13 +136,13 @@ class LauncherTest : public WindowTest {
     kVskWriter.Choose("about");
     QString said;
     ConfirmMessage(said);
-    QTest::keyClick(kLauncher.Shown()->windowHandle(), Qt::Key_F1);
+    PressKey(kLauncher.Shown(), Qt::Key_F1);
     QVERIFY(said.startsWith(QStringLiteral("The manual is not there.|")));
     desk_->folder.Write("manual/operator-manual.html", "");
     QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "Open");
     for (const NamedWindow& window : {kLauncher, kVskWriter, kSettings}) {
       window.Activate();
-      QTest::keyClick(window.Shown()->windowHandle(), Qt::Key_F1);
+      PressKey(window.Shown(), Qt::Key_F1);
     }
     QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
     const auto page = (desk_->folder / "manual/operator-manual.html").string();
@@ -173,7 +173,7 @@ class LauncherTest : public WindowTest {
     Start();
     bool stays = false;
     AnswerDialog<QMessageBox>([&stays](QMessageBox& box) {
-      PressKey(&box, Qt::Key_Return, {}, {true});
+      for (const bool told : {false, true}) RepeatKey(&box, Qt::Key_Return, {}, told);
       stays = box.isVisible();
       PressKey(&box, Qt::Key_Return);
     });

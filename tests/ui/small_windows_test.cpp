@@ -98,7 +98,7 @@ class SmallWindowsTest : public WindowTest {
         if (stays) box.accept();
       });
       if (by == "F1") {
-        QTest::keyClick(kSettings.Shown()->windowHandle(), Qt::Key_F1);
+        PressKey(kSettings.Shown(), Qt::Key_F1);
       } else if (by == "Text3") {
         QTest::keyClick(kSettings.Find("Text3"), Qt::Key_Return);
       } else {

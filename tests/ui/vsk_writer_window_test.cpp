@@ -193,11 +193,16 @@ class VskWriterWindowTest : public WindowTest {
     std::vector<std::string> once;
     for (const auto& [key, modifiers] : {std::pair{Qt::Key_B, Qt::ControlModifier},
                                          {Qt::Key_Return, Qt::NoModifier},
-                                         {Qt::Key_Enter, Qt::KeypadModifier}}) {
-      for (const auto& held : {std::initializer_list<bool>{false}, {false, true, true}}) {
+                                         {Qt::Key_Enter, Qt::KeypadModifier},
+                                         {Qt::Key_Space, Qt::NoModifier}}) {
+      for (const auto& repeats :
+           {std::vector<bool>{}, {true, true}, {false, false}, {true, false}}) {
         kVskWriter.Find("Command4")->setFocus();
         desk_->log.Clear();
-        PressKey(kVskWriter.Shown(), key, modifiers, held);
+        PressKey(kVskWriter.Shown(), key, modifiers);
+        for (const bool told : repeats) RepeatKey(kVskWriter.Shown(), key, modifiers, told);
+        QTest::lastMouseTimestamp += 40;
+        SendKey(kVskWriter.Shown(), QEvent::KeyRelease, key, modifiers);
         if (once.empty()) once = desk_->log.Lines();
         QVERIFY(!once.empty());
         QCOMPARE(desk_->log.Lines(), once);

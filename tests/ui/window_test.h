@@ -84,14 +84,23 @@ class WindowTest : public QObject {
   }
 };
 
-/// As the window system sends them: presses of one key; all but the first because it is held.
-inline void PressKey(QWidget* window, Qt::Key key, Qt::KeyboardModifiers modifiers = {},
-                     std::initializer_list<bool> held = {false}) {
-  for (const bool isHeld : held) {
-    QWindowSystemInterface::handleKeyEvent(window->windowHandle(), QEvent::KeyPress, key, modifiers,
-                                           QString(), isHeld);
-    QApplication::processEvents();
-  }
+/// Keys as the window system sends them.
+inline void SendKey(QWidget* window, QEvent::Type type, Qt::Key key,
+                    Qt::KeyboardModifiers modifiers = {}, bool repeats = false) {
+  const auto now = static_cast<ulong>(QTest::lastMouseTimestamp);
+  QWindowSystemInterface::handleKeyEvent(window->windowHandle(), now, type, key, modifiers,
+                                         QString(), repeats);
+  QApplication::processEvents();
+}
+inline void PressKey(QWidget* window, Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+  QTest::lastMouseTimestamp += 900;
+  SendKey(window, QEvent::KeyPress, key, modifiers);
+}
+/// A key that is held, once; `told`: that it repeats, which X11 leaves open.
+inline void RepeatKey(QWidget* window, Qt::Key key, Qt::KeyboardModifiers modifiers, bool told) {
+  QTest::lastMouseTimestamp += 40;
+  SendKey(window, QEvent::KeyRelease, key, modifiers, told);
+  SendKey(window, QEvent::KeyPress, key, modifiers, told);
 }
 
 /// As a screen reader does: a call, no event.
