@@ -5,6 +5,8 @@
 //                                        plays the operator's session by itself, leaves screenshots
 //                                        in FOLDER; exit status 0 only when every step held
 #include <QApplication>
+#include <cstdio>
+#include <exception>
 #include <memory>
 
 #include "app/options.h"
@@ -15,6 +17,20 @@
 #include "ui/launcher.h"
 #include "widgets/application_style.h"
 #include "widgets/dialogs.h"
+
+namespace {
+
+/// Exit status. A window that is not open, or has no such control, ends the session.
+int Play(DemoSession& demo) {
+  try {
+    return demo.Play() ? 0 : 1;
+  } catch (const std::exception& failure) {
+    std::printf("  WRONG: %s\nThe session FAILED.\n", failure.what());
+  }
+  return 1;
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
   if (AnswerOption(
@@ -43,7 +59,7 @@ int main(int argc, char** argv) {
   const QStringList arguments = QApplication::arguments();
   if (arguments.value(1) == QLatin1String("--demo")) {
     DemoSession demo(*board, launcher, boardWindow, arguments.value(2), arguments.value(3));
-    return demo.Play() ? 0 : 1;
+    return Play(demo);
   }
   return QApplication::exec();
 }

@@ -81,6 +81,7 @@ void FaultBox::ShowChip() {
   if (!plugged) return;
   bank_->setRange(chip->FirstBankNumber(), chip->FirstBankNumber() + chip->Banks() - 1);
   address_->setMaximum(static_cast<int>(chip->Bank(0).Cells().size()) - 1);
+  ApplyFlipped();  // the same number is another bank of another chip
 }
 
 void FaultBox::Refresh() {

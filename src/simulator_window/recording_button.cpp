@@ -3,11 +3,14 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QStyleOptionButton>
 #include <cerrno>
 
 #include "platform/files.h"
 #include "widgets/dialogs.h"
 #include "widgets/guarded.h"
+#include "widgets/live_text.h"
+#include "widgets/thread_hold.h"
 
 namespace simulator {
 namespace {
@@ -20,6 +23,8 @@ QString ChooseRecording(QWidget* window) {
   dialog.setNameFilter(QStringLiteral("Value change dumps (*.vcd)"));
   dialog.setDefaultSuffix(QStringLiteral("vcd"));
   dialog.selectFile(QStringLiteral("bus.vcd"));
+  const ThreadHold hold;  // a screen reader's press is refused meanwhile
+  const ThreadHold::Pause pause;
   return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
@@ -27,21 +32,21 @@ QString ChooseRecording(QWidget* window) {
 
 RecordingButton::RecordingButton(SimulatedBoard& board) : board_(board) {
   setObjectName(QStringLiteral("Record"));
-  setCheckable(true);
   ShowState();
-  connect(this, &QPushButton::clicked, this, Guarded(this, [this] { Toggle(isChecked()); }));
+  connect(this, &QPushButton::clicked, this, Asked(this, [this] { Toggle(); }));
 }
 
 RecordingButton::~RecordingButton() { board_.cable.ListenTo(nullptr); }
 
-void RecordingButton::Toggle(bool on) {
-  if (on) {
-    const QString name = ChooseRecording(this);
-    if (!name.isEmpty()) Begin(name);
-  } else {
-    End();
-  }
-  ShowState();
+void RecordingButton::Toggle() {
+  if (recorder_ != nullptr) return End();
+  const QString name = ChooseRecording(this);
+  if (!name.isEmpty()) Begin(name);
+}
+
+void RecordingButton::initStyleOption(QStyleOptionButton* option) const {
+  QPushButton::initStyleOption(option);
+  if (recorder_ != nullptr) option->state |= QStyle::State_On;
 }
 
 void RecordingButton::Begin(const QString& name) {
@@ -51,7 +56,7 @@ void RecordingButton::Begin(const QString& name) {
   recorder_ = std::make_unique<VcdRecorder>(file_);
   board_.cable.ListenTo(recorder_.get());
   file_.flush();
-  if (!file_) End();
+  file_ ? ShowState() : End();
 }
 
 void RecordingButton::Flush() {
@@ -75,12 +80,11 @@ void RecordingButton::End() {
 
 void RecordingButton::ShowState() {
   const bool recording = recorder_ != nullptr;
-  setChecked(recording);
   setText(recording ? QStringLiteral("\u25CF Recording to %1 - press to stop")
                           .arg(QFileInfo(name_).fileName().replace(QLatin1String("&"),
                                                                    QLatin1String("&&")))
                     : QStringLiteral("Record the bus to a VCD file..."));
-  setToolTip(recording ? name_ : QString());
+  setToolTip(recording ? PlainToolTip(name_) : QString());
   QFont bold = font();
   bold.setBold(recording);
   setFont(bold);

@@ -10,6 +10,8 @@
 
 namespace simulator {
 
+/// Looks on while it records. A checkable button would do nothing for a screen reader, which sets
+/// its state and does not click.
 class RecordingButton final : public QPushButton {
  public:
   explicit RecordingButton(SimulatedBoard& board);
@@ -18,8 +20,11 @@ class RecordingButton final : public QPushButton {
   /// Brings the file up to date. A file that cannot be written ends the recording, and is told.
   void Flush();
 
+ protected:
+  void initStyleOption(QStyleOptionButton* option) const override;
+
  private:
-  void Toggle(bool on);
+  void Toggle();
   void Begin(const QString& name);
   /// Tells when the recording could not be written.
   void End();

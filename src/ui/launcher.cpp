@@ -164,10 +164,11 @@ void Main::ShowSettings() {
 
 void Main::ShowManualPage() { ShowManual(QApplication::activeWindow(), tool_.directories); }
 
-/// The first thing to do at a first start is to enter the security codes.
-void Main::showEvent(QShowEvent*) {
-  if (form3_)
-    QMetaObject::invokeMethod(form3_.get(), &QWidget::activateWindow, Qt::QueuedConnection);
+/// The first thing to do at a first start is to enter the security codes. A launcher that is
+/// restored is shown by the window system.
+void Main::showEvent(QShowEvent* event) {
+  if (event->spontaneous() || !form3_) return;
+  QMetaObject::invokeMethod(form3_.get(), &QWidget::activateWindow, Qt::QueuedConnection);
 }
 
 void Main::closeEvent(QCloseEvent* event) {

@@ -6,6 +6,7 @@ void PrintSurface::PrintLine(const QString& line) {
   if (lines_.size() * fontMetrics().height() >= height()) return;
   lines_ << line;
   Announce();
+  announcer_->Speak(line);
 }
 
 void PrintSurface::Clear() {

@@ -1,13 +1,15 @@
 // A window's client area, on which lines of text can be printed behind the controls. Its accessible
-// name is what is printed.
+// name is what is printed, and each line is spoken.
 #pragma once
 
 #include <QStringList>
 #include <QWidget>
 
+#include "widgets/live_text.h"
+
 class PrintSurface final : public QWidget {
  public:
-  using QWidget::QWidget;
+  explicit PrintSurface(QWidget* window) : QWidget(window), announcer_(new Announcer(this)) {}
 
   /// Prints below the line printed before, from the top left corner on; lines below the lower edge
   /// are not seen.
@@ -21,5 +23,6 @@ class PrintSurface final : public QWidget {
  private:
   void Announce();
 
+  Announcer* const announcer_;
   QStringList lines_;  // at most as many as the surface can show
 };

@@ -145,6 +145,6 @@ bool Form2::eventFilter(QObject* watched, QEvent* event) {
   // closed a message box arrives here too.
   const bool released = event->type() == QEvent::KeyRelease && enterPressed_;
   enterPressed_ = event->type() == QEvent::KeyPress;
-  if (released) Guarded(this, &Form2::Text3_KeyUp)();
+  if (released) Asked(this, &Form2::Text3_KeyUp)();
   return true;
 }

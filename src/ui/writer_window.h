@@ -47,13 +47,25 @@ class WriterWindow : public ClosesOnce<QMainWindow>, protected View {
   /// For a file that is dropped there, in coordinates of the client area.
   virtual LoadCommand LoadCommandAt(QPoint place) = 0;
 
-  void dragEnterEvent(QDragEnterEvent* event) override { TakeIfFile(event); }
+  /// An entry that is refused would be the last that Qt tells of the drag: where there is nothing
+  /// to drop on, the move that follows at once refuses.
+  void dragEnterEvent(QDragEnterEvent* event) override {
+    if (CommandFor(event).run) {
+      TakeIfFile(event);
+    } else {
+      event->accept();
+    }
+  }
   void dragMoveEvent(QDragMoveEvent* event) override { TakeIfFile(event); }
+  /// Loads once the drop is over: the program that the file comes from waits for that, and a load
+  /// may show a message. Not when the window closes meanwhile.
   void dropEvent(QDropEvent* event) override {
     if (!TakeIfFile(event)) return;
     const QString file = event->mimeData()->urls().first().toLocalFile();
-    const auto load = CommandFor(event).run;
-    Guarded(this, [=] { load(QDir::toNativeSeparators(file).toStdString()); })();
+    const auto load = [this, file, run = CommandFor(event).run] {
+      if (isEnabled()) run(QDir::toNativeSeparators(file).toStdString());
+    };
+    QMetaObject::invokeMethod(this, Asked(this, load), Qt::QueuedConnection);
   }
 
   /// The operator's choice; empty for none.

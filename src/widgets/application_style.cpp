@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QIconEngine>
+#include <QKeyEvent>
 #include <QPlainTextEdit>
 #include <QProxyStyle>
 #include <QStyleOption>
@@ -111,6 +112,34 @@ class ProgramIcon final : public QIconEngine {
   QIcon pictures_;
 };
 
+/// A key that is held presses no button, menu entry or message again. Qt does not always tell that
+/// a press repeats: on X11 it is one at the very time at which the key was released.
+class HeldKeyFilter final : public QObject {
+ public:
+  using QObject::QObject;
+
+  bool eventFilter(QObject*, QEvent* event) override {
+    const auto type = event->type();
+    const bool released = type == QEvent::KeyRelease;
+    if (!released && type != QEvent::KeyPress && type != QEvent::ShortcutOverride) return false;
+    const auto* key = static_cast<QKeyEvent*>(event);
+    const std::pair now(key->key(), key->timestamp());
+    const bool repeats = key->isAutoRepeat() || (now == released_ && now.second != 0);
+    if (released) released_ = now;
+    if (released || !repeats) return false;
+    if (type == QEvent::KeyPress) return IsPressing(key->key());
+    event->accept();  // it is no shortcut
+    return true;
+  }
+
+ private:
+  static bool IsPressing(int key) {
+    return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
+  }
+
+  std::pair<int, quint64> released_;  // the key, and when
+};
+
 }  // namespace
 
 /// Half a pixel inside, so that all of the line is painted on a screen of fractional scale too.
@@ -133,4 +162,5 @@ void ApplyApplicationStyle() {
   font.setStyleHint(QFont::SansSerif);
   font.setPixelSize(kFontPixels);
   QApplication::setFont(font);
+  qApp->installEventFilter(new HeldKeyFilter(qApp));
 }

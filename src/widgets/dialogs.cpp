@@ -5,6 +5,7 @@
 #include <QFileDialog>
 #include <QGridLayout>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMessageBox>
 #include <QUrl>
 
@@ -42,6 +43,11 @@ void MakeReadable(QMessageBox& box) {
   box.setWindowTitle(QStringLiteral("isp-writer"));
   box.setTextFormat(Qt::PlainText);
   box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  // Qt sets these for the text only.
+  auto* detail = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"));
+  if (detail == nullptr) return;
+  detail->setTextFormat(Qt::PlainText);
+  detail->setTextInteractionFlags(box.textInteractionFlags());
 }
 
 /// Room for a path on one line.
@@ -51,8 +57,10 @@ void KeepWide(QMessageBox& box) {
   rows->addItem(new QSpacerItem(kWidth, 0), rows->rowCount(), 0, 1, rows->columnCount());
 }
 
-/// The button that was pressed; Cancel is the default where there is one.
+/// The button that was pressed; Cancel is the default where there is one. Outside an operation too
+/// a screen reader's press is refused meanwhile: it could close the window that the box belongs to.
 int Answer(QMessageBox& box) {
+  const ThreadHold hold;
   const ThreadHold::Pause pause;
   box.setDefaultButton(QMessageBox::Cancel);
   return box.exec();
@@ -76,8 +84,8 @@ void PostBox(const char* name, const std::string& message) {
 void ShowMessageBox(QWidget* window, std::string_view message, std::string_view detail) {
   const auto icon = detail.empty() ? QMessageBox::Information : QMessageBox::Warning;
   QMessageBox box(icon, {}, TextOf(message), QMessageBox::Ok, window);
-  MakeReadable(box);
   box.setInformativeText(TextOf(detail));
+  MakeReadable(box);
   if (!detail.empty()) KeepWide(box);
   Answer(box);
 }

@@ -1,5 +1,6 @@
 #include "widgets/live_text.h"
 
+#include <QTextDocument>
 #include <utility>
 
 namespace {
@@ -8,10 +9,14 @@ void SetBoxText(QLineEdit* box, const QString& text) {
   constexpr int kBorder = 12;  // what the box's frame and margins take of its width
   box->setText(text);
   const bool fits = box->fontMetrics().horizontalAdvance(text) + kBorder <= box->width();
-  box->setToolTip(fits ? QString() : text);
+  box->setToolTip(fits ? QString() : PlainToolTip(text));
 }
 
 }  // namespace
+
+QString PlainToolTip(const QString& text) {
+  return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
+}
 
 Announcer::Announcer(QWidget* control) : QWidget(control->parentWidget()), control_(control) {
   setAttribute(Qt::WA_TransparentForMouseEvents);

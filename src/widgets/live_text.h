@@ -35,6 +35,9 @@ class SpokenLabel final : public QLabel {
   Announcer* const announcer_;
 };
 
+/// The tool tip that shows this text, also one that looks like rich text, as a path can.
+QString PlainToolTip(const QString& text);
+
 /// Shows the beginning of the text. One that is longer than its box is its tool tip too.
 void ShowLiveText(QLineEdit* box, const QString& text);
 /// The same, but shows the end: of a path, the file's name.

@@ -2,6 +2,7 @@
 
 #include <QMenuBar>
 #include <QScreen>
+#include <QShowEvent>
 #include <QStyle>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -11,11 +12,12 @@ namespace {
 constexpr QMargins kWindowFrame(8, 36, 8, 8);  // what a window manager draws around, at most
 constexpr int kGap = 24;                       // between the launcher and a window beside it
 
-/// Opens with what has the focus in view.
+/// Opens with what has the focus in view; restored it shows what it showed.
 class ScrollArea final : public QScrollArea {
  protected:
   void showEvent(QShowEvent* event) override {
     QScrollArea::showEvent(event);
+    if (event->spontaneous()) return;
     if (QWidget* first = window()->focusWidget()) ensureWidgetVisible(first);
   }
 };

@@ -87,6 +87,11 @@ class BoardWindowTest : public QObject {
     Find<QSpinBox>("of bank")->setValue(2);
     Tick("BitFlipped")->setChecked(true);
     QCOMPARE(rig_->board.faults.flippedBit->bank, 1);
+    chips->setCurrentText(QStringLiteral("VSK630"));
+    Find<QSpinBox>("of bank")->setValue(1);
+    chips->setCurrentText(QStringLiteral("RTD2120"));  // whose banks are counted from 1
+    QCOMPARE(Find<QSpinBox>("of bank")->value(), 1);
+    QCOMPARE(rig_->board.faults.flippedBit->bank, 0);
     chips->setCurrentText(QStringLiteral("nothing"));
     for (const char* idle : {"Unplugged", "ByteRefused", "BitFlipped", "BusyForEver"}) {
       QVERIFY2(!Tick(idle)->isEnabled(), idle);
@@ -158,12 +163,25 @@ class BoardWindowTest : public QObject {
   }
 
   void records() {
-    const TempFolder folder;
-    PressRecord(folder / "session");
-    QVERIFY(ShownText("SimulatedBoard", "Record").contains("Recording to session.vcd"));
-    Frame({0x94});
-    Find<QPushButton>("Record")->click();
-    QVERIFY(folder.Read("session.vcd").find("0d") != std::string::npos);
+    auto* record = Find<QPushButton>("Record");
+    const std::pair<const char*, std::function<void()>> ways[] = {
+        {"mouse", [record] { QTest::mouseClick(record, Qt::LeftButton); }},
+        {"keyboard", [record] { QTest::keyClick(record, Qt::Key_Space); }},
+        {"screen reader", [record] {
+           auto* actions = QAccessible::queryAccessibleInterface(record)->actionInterface();
+           actions->doAction(actions->actionNames().value(0));
+           QTRY_VERIFY(!record->isDown());
+         }}};
+    for (const auto& [name, press] : ways) {
+      const TempFolder folder;
+      TakeFile(folder / "session");
+      press();
+      QVERIFY2(record->text().contains("Recording to session.vcd"), name);
+      Frame({0x94});
+      press();
+      QVERIFY2(folder.Read("session.vcd").find("0d") != std::string::npos, name);
+      QVERIFY2(record->text().startsWith("Record the bus"), name);
+    }
   }
 
   void aRecordingThatCannotBeWrittenIsTold() {
@@ -175,7 +193,7 @@ class BoardWindowTest : public QObject {
       AnswerDialog<QMessageBox>([&told](QMessageBox& box) { Confirm(box, told); });
       PressRecord(folder / "bus.vcd");
       QVERIFY2(told.contains(QLatin1String(reason)), qPrintable(told));
-      QVERIFY(!Find<QPushButton>("Record")->isChecked());
+      QVERIFY(Find<QPushButton>("Record")->text().startsWith("Record the bus"));
     }
   }
 
@@ -212,9 +230,12 @@ class BoardWindowTest : public QObject {
   }
 
   /// Takes this file in the dialog that follows.
-  void PressRecord(const std::filesystem::path& path) {
+  static void TakeFile(const std::filesystem::path& path) {
     const QString file = QString::fromStdString(path.string());
     AnswerDialog<QFileDialog>([file](QFileDialog& dialog) { Choose(dialog, file); });
+  }
+  void PressRecord(const std::filesystem::path& path) {
+    TakeFile(path);
     Find<QPushButton>("Record")->click();
   }
   void Frame(std::initializer_list<int> bytes) {

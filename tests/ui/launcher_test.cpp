@@ -20,6 +20,18 @@ class LauncherTest : public WindowTest {
     QCOMPARE(desk_->tool.boards.CurrentBoard, std::int16_t{0});
   }
 
+  void securityCheckTakesTheFocusOnceAtTheStart() {
+    desk_->folder.Write("program/Initial/security.cod", "");
+    Start();
+    QTRY_VERIFY(kSecurity.Shown()->isActiveWindow());
+    kLauncher.Activate();
+    for (const auto state : {Qt::WindowMinimized, Qt::WindowNoState}) {
+      QWindowSystemInterface::handleWindowStateChanged(kLauncher.Shown()->windowHandle(), state);
+      for (int turn = 0; turn < 2; ++turn) QApplication::processEvents();  // activating takes one
+    }
+    QVERIFY(kLauncher.Shown()->isActiveWindow());
+  }
+
   void startUpState() {
     Tool& tool = desk_->tool;
     auto& writer = tool.vskWriter;
@@ -124,17 +136,49 @@ class LauncherTest : public WindowTest {
     kVskWriter.Choose("about");
     QString said;
     ConfirmMessage(said);
-    QTest::keyClick(kLauncher.Shown()->windowHandle(), Qt::Key_F1);
+    PressKey(kLauncher.Shown(), Qt::Key_F1);
     QVERIFY(said.startsWith(QStringLiteral("The manual is not there.|")));
     desk_->folder.Write("manual/operator-manual.html", "");
     QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "Open");
     for (const NamedWindow& window : {kLauncher, kVskWriter, kSettings}) {
       window.Activate();
-      QTest::keyClick(window.Shown()->windowHandle(), Qt::Key_F1);
+      PressKey(window.Shown(), Qt::Key_F1);
     }
     QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
     const auto page = (desk_->folder / "manual/operator-manual.html").string();
     QCOMPARE(opened_, QList<QUrl>(3, QUrl::fromLocalFile(QString::fromStdString(page))));
+  }
+
+  /// A path may look like rich text, and can be copied.
+  void aMessageIsPlainTextForMouseAndKeyboard() {
+    Start();
+    const QString detail = QStringLiteral("It is the file /tmp/<b>x</b>.hex");
+    QString spoken, selected;
+    AnswerDialog<QMessageBox>([&](QMessageBox& box) {
+      auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"));
+      spoken = Told(label, QAccessible::Name);
+      QTest::mouseClick(label, Qt::LeftButton);
+      QTest::keyClick(label, Qt::Key_Home);
+      QTest::keyClick(label, Qt::Key_End, Qt::ShiftModifier);
+      selected = label->selectedText();
+      box.accept();
+    });
+    ShowMessageBox(kLauncher.Shown(), "message", detail.toStdString());
+    QCOMPARE(spoken, detail);
+    QCOMPARE(selected, detail);
+  }
+
+  /// The key was pressed for what the message answers.
+  void aHeldEnterClosesNoMessage() {
+    Start();
+    bool stays = false;
+    AnswerDialog<QMessageBox>([&stays](QMessageBox& box) {
+      for (const bool told : {false, true}) RepeatKey(&box, Qt::Key_Return, {}, told);
+      stays = box.isVisible();
+      PressKey(&box, Qt::Key_Return);
+    });
+    ShowMessageBox(kLauncher.Shown(), "message");
+    QVERIFY(stays);
   }
 
   void exitAndTheCloseBoxEndTheProgram() {

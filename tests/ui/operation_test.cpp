@@ -1,8 +1,4 @@
 // What the operator does in any window while an operation holds the thread.
-#include <qpa/qwindowsysteminterface.h>
-
-#include <QAbstractEventDispatcher>
-
 #include "ui/window_test.h"
 
 /// Counts what passes on the bus; `hook` runs once, at the next START, while an operation holds the
@@ -40,20 +36,6 @@ void QueueClick(QWidget* control) {
   }
 }
 
-/// As a screen reader does: a call, no event.
-void Press(QWidget* control) {
-  QAccessible::queryAccessibleInterface(control)->actionInterface()->doAction(
-      QAccessibleActionInterface::pressAction());
-}
-
-/// As if the time of the control's timers had come: a press by a screen reader takes one.
-void EndTimers(QWidget* control) {
-  for (const auto& timer : QAbstractEventDispatcher::instance()->registeredTimers(control)) {
-    QTimerEvent ended(timer.timerId);
-    QApplication::sendEvent(control, &ended);
-  }
-}
-
 void QueueKey(Qt::Key key, Qt::KeyboardModifiers modifiers) {
   Queue([=] { QTest::keyClick(kRtdWriter.Shown()->windowHandle(), key, modifiers); });
 }
@@ -81,7 +63,7 @@ class OperationTest : public WindowTest {
         {"a click on the launcher", [] { QueueClick(kLauncher.Find("Command1")); }},
         {"the space bar on Run", [] { QueueKey(Qt::Key_Space, {}); }},
         {"a menu entry, by a screen reader", [] { Queue([] { kRtdWriter.Choose("About"); }); }},
-        {"Run, by a screen reader", [] { Queue([] { Press(kRtdWriter.Find("Run")); }); }},
+        {"Run, by a screen reader", [] { Queue([] { PressAsReader(kRtdWriter.Find("Run")); }); }},
         {"a shortcut", [] { QueueKey(Qt::Key_A, Qt::ControlModifier); }}};
     for (const auto& [name, input] : inputs) {
       init();
@@ -135,7 +117,11 @@ class OperationTest : public WindowTest {
         {[] { throw 1; }, QStringLiteral("unknown error|")}};
     for (const auto& [fault, text] : faults) {
       QString said;
-      ConfirmMessage(said);
+      AnswerDialog<QMessageBox>([&said](QMessageBox& box) {
+        said = box.text() + QLatin1Char('|') + box.informativeText();
+        kRtdWriter.Choose("exit");  // as a screen reader can
+        if (kRtdWriter.Shown() != nullptr) box.accept();
+      });
       bus_.hook = fault;
       kRtdWriter.Press("Run");
       QCOMPARE(said, text);

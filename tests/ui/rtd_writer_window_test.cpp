@@ -1,4 +1,6 @@
 // The RTD2120 writer window.
+#include <qpa/qplatformdrag.h>
+
 #include "text/hex_text.h"
 #include "ui/window_test.h"
 
@@ -63,28 +65,70 @@ class RtdWriterWindowTest : public WindowTest {
   }
 
   void aDroppedFileLoadsIntoItsRow() {
-    QMimeData data;
     const QString file = QStringLiteral(SOURCE_FOLDER "/samples/rtd2120/panel-bank2.hex");
-    data.setUrls({QUrl::fromLocalFile(file)});
-    const auto drop = [&](const char* control) {
-      auto* box = kRtdWriter.Find(control);
-      QDropEvent event(box->mapTo(kRtdWriter.Shown(), box->rect().center()), Qt::CopyAction, &data,
-                       Qt::LeftButton, {});
-      event.ignore();
-      static_cast<QObject*>(kRtdWriter.Shown())->event(&event);  // no drag entered the window
-      return event.isAccepted();
-    };
-    QVERIFY(!drop("WriteStatus"));
-    data.setUrls({QUrl::fromLocalFile(QStringLiteral("/tmp/panel.H00"))});
-    QVERIFY(!drop("Bank2MaxAddr"));
-    data.setUrls({QUrl::fromLocalFile(file)});
-    QVERIFY(drop("Bank2MaxAddr"));
+    // Each is one drag, from place to place: what was refused is taken where it belongs.
+    for (const QString& dragged : {QStringLiteral("/tmp/panel.H00"), file}) {
+      for (const auto& [control, isRow] : {std::pair{"Label1", false},
+                                           {"Com64_96K", true},
+                                           {"Frame1", false},
+                                           {"Com64K", true},
+                                           {"WriteStatus", false},
+                                           {"Bank2MaxAddr", true}}) {
+        QVERIFY2(Drag(control, dragged) == (isRow && dragged == file), control);
+      }
+      if (dragged != file) Leave();
+    }
+    Drop("Bank2MaxAddr", file);
+    QApplication::processEvents();
     const auto& images = desk_->tool.rtdImages;
     QVERIFY(images.Bank2Loaded && !images.Bank1Loaded);
     QCOMPARE(kRtdWriter.Text("Bank2File"), file);
     QCOMPARE(kRtdWriter.Text("Bank2MaxAddr"), QString::number(images.Bank2Max));
     QCOMPARE(kRtdWriter.Text("Bank2CheckSum").toStdString(), HexText(images.RtdBankSum));
     QCOMPARE(kRtdWriter.Text("Bank1File"), QString());
+  }
+
+  /// The program that the file comes from waits for it.
+  void aDropEndsBeforeItsMessageAppears() {
+    for (const bool closes : {false, true}) {
+      const QString file =
+          closes ? QStringLiteral(SOURCE_FOLDER "/samples/rtd2120/panel-bank1.hex")
+                 : QString::fromStdString(desk_->folder.Write("a.hex", "no hex file\n"));
+      QString said;
+      if (!closes) ConfirmMessage(said);
+      QVERIFY(Drag("Bank1File", file));
+      Drop("Bank1File", file);
+      QCOMPARE(said, QString());
+      if (closes) kRtdWriter.Shown()->close();
+      QApplication::processEvents();
+      QCOMPARE(said.isEmpty(), closes);
+      QVERIFY(!desk_->tool.rtdImages.Bank1Loaded);
+    }
+  }
+
+ private:
+  /// To the middle of the control, as the window system tells it; whether it may be dropped there.
+  static bool Drag(const char* control, const QString& file) {
+    const auto [data, at] = Dragged(control, file);
+    return QWindowSystemInterface::handleDrag(kRtdWriter.Shown()->windowHandle(), data.get(), at,
+                                              Qt::CopyAction, Qt::LeftButton, {})
+        .isAccepted();
+  }
+  static void Drop(const char* control, const QString& file) {
+    const auto [data, at] = Dragged(control, file);
+    QWindowSystemInterface::handleDrop(kRtdWriter.Shown()->windowHandle(), data.get(), at,
+                                       Qt::CopyAction, Qt::NoButton, {});
+  }
+  static void Leave() {
+    QWindowSystemInterface::handleDrag(kRtdWriter.Shown()->windowHandle(), nullptr, {},
+                                       Qt::IgnoreAction, {}, {});
+  }
+  static std::pair<std::unique_ptr<QMimeData>, QPoint> Dragged(const char* control,
+                                                               const QString& file) {
+    auto data = std::make_unique<QMimeData>();
+    data->setUrls({QUrl::fromLocalFile(file)});
+    const auto* box = kRtdWriter.Find(control);
+    return {std::move(data), box->mapTo(kRtdWriter.Shown(), box->rect().center())};
   }
 };
 

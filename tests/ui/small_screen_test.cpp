@@ -32,6 +32,11 @@ class SmallScreenTest : public WindowTest {
         bar->setValue(bar->maximum());
       }
       QVERIFY2(last->visibleRegion().boundingRect() == last->rect(), row.window.name);
+      for (const auto state : {Qt::WindowMinimized, Qt::WindowNoState}) {
+        QWindowSystemInterface::handleWindowStateChanged(shown->windowHandle(), state);
+        QApplication::processEvents();
+      }
+      QVERIFY2(last->visibleRegion().boundingRect() == last->rect(), row.window.name);
     }
   }
 };

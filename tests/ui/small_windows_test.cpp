@@ -1,6 +1,4 @@
 // The Settings window, with the port address and the bus speed, and the Security Check window.
-#include <qpa/qwindowsysteminterface.h>
-
 #include "ui/window_test.h"
 
 class SmallWindowsTest : public WindowTest {
@@ -59,6 +57,50 @@ class SmallWindowsTest : public WindowTest {
     QCOMPARE(calibrations, 5);
     QCOMPARE(timing.SpeedFactor, static_cast<std::int16_t>(slider->value()));
     timing.Calibrated = nullptr;
+  }
+
+  /// It is input that was made while the thread was held.
+  void anEnterReleasedWhileTheSpeedIsMeasuredAppliesNothing() {
+    kVskWriter.Choose("about");
+    kSettings.Activate();
+    QWindow* window = kSettings.Shown()->windowHandle();
+    PressKey(kSettings.Shown(), Qt::Key_Return);
+    desk_->tool.port.PortBase = kOldBase;
+    desk_->tool.timing.Calibrated = [window](std::int32_t) {
+      QWindowSystemInterface::handleKeyEvent(window, QEvent::KeyRelease, Qt::Key_Return, {});
+    };
+    const auto* slider = kSettings.Find("HScroll1");
+    const QPoint at = slider->mapTo(slider->window(), slider->rect().center());
+    QWindowSystemInterface::handleWheelEvent(window, at, window->mapToGlobal(at), {}, {0, 120});
+    QApplication::processEvents();
+    desk_->tool.timing.Calibrated = nullptr;
+    QVERIFY(kSettings.Text("Text2") != QStringLiteral("2"));
+    QCOMPARE(desk_->tool.port.PortBase, kOldBase);
+  }
+
+  /// A screen reader's press is a call, which no modal box keeps out.
+  void aMessageKeepsItsWindowOpen() {
+    for (const std::string_view by : {"Enter", "Text3", "F1"}) {
+      kVskWriter.Choose("about");
+      kSettings.Activate();
+      bool stays = false;
+      AnswerDialog<QMessageBox>([&stays](QMessageBox& box) {
+        QWidget* back = kSettings.Find("Command1");
+        PressAsReader(back);
+        EndTimers(back);
+        stays = kSettings.Shown() != nullptr;
+        if (stays) box.accept();
+      });
+      if (by == "F1") {
+        PressKey(kSettings.Shown(), Qt::Key_F1);
+      } else if (by == "Text3") {
+        QTest::keyClick(kSettings.Find("Text3"), Qt::Key_Return);
+      } else {
+        kSettings.Press("Enter");
+      }
+      QVERIFY2(stays, by.data());
+      QCOMPARE(kSettings.Shown() == nullptr, by == "Enter");
+    }
   }
 
   void saysOnceThatAnAddressHoldsForThisRunOnly() {

@@ -4,6 +4,7 @@
 #include <private/qguiapplication_p.h>
 #include <qpa/qplatformaccessibility.h>
 #include <qpa/qplatformintegration.h>
+#include <qpa/qwindowsysteminterface.h>
 
 #include <QtTest/QtTest>
 #include <QtWidgets/QtWidgets>
@@ -82,6 +83,39 @@ class WindowTest : public QObject {
     kLauncher.Press(button);
   }
 };
+
+/// Keys as the window system sends them.
+inline void SendKey(QWidget* window, QEvent::Type type, Qt::Key key,
+                    Qt::KeyboardModifiers modifiers = {}, bool repeats = false) {
+  const auto now = static_cast<ulong>(QTest::lastMouseTimestamp);
+  QWindowSystemInterface::handleKeyEvent(window->windowHandle(), now, type, key, modifiers,
+                                         QString(), repeats);
+  QApplication::processEvents();
+}
+inline void PressKey(QWidget* window, Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+  QTest::lastMouseTimestamp += 900;
+  SendKey(window, QEvent::KeyPress, key, modifiers);
+}
+/// A key that is held, once; `told`: that it repeats, which X11 leaves open.
+inline void RepeatKey(QWidget* window, Qt::Key key, Qt::KeyboardModifiers modifiers, bool told) {
+  QTest::lastMouseTimestamp += 40;
+  SendKey(window, QEvent::KeyRelease, key, modifiers, told);
+  SendKey(window, QEvent::KeyPress, key, modifiers, told);
+}
+
+/// As a screen reader does: a call, no event.
+inline void PressAsReader(QWidget* control) {
+  auto* actions = QAccessible::queryAccessibleInterface(control)->actionInterface();
+  actions->doAction(actions->actionNames().value(0));
+}
+
+/// As if the time of the control's timers had come: a press by a screen reader takes one.
+inline void EndTimers(QWidget* control) {
+  for (const auto& timer : QAbstractEventDispatcher::instance()->registeredTimers(control)) {
+    QTimerEvent ended(timer.timerId);
+    QApplication::sendEvent(control, &ended);
+  }
+}
 
 /// What a screen reader is told of the control.
 inline QString Told(QWidget* control, QAccessible::Text what) {
