@@ -33,6 +33,13 @@ Status Unreadable(const std::string& reason) {
   return Status::Failed("the file cannot be read: " + reason);
 }
 
+/// The file itself; of one that does not exist, the name as it is given.
+fs::path BehindLinks(const fs::path& path) {
+  std::error_code error;
+  const fs::path file = fs::canonical(path, error);
+  return error ? path : file;
+}
+
 /// A name beside the file that none of the operator's files has.
 fs::path PartOf(const fs::path& file) {
   std::error_code error;
@@ -55,9 +62,11 @@ Result<std::string> ReadFile(const fs::path& path, std::size_t limit) {
   if (error) return Unreadable(ErrorText(error));
   if (!fs::is_regular_file(status)) return Unreadable("it is not a regular file");
 
+  const std::uintmax_t size = fs::file_size(path, error);
+  if (error) return Unreadable(ErrorText(error));
+  std::string bytes(std::min<std::uintmax_t>(size, limit), '\0');
   errno = 0;
   std::ifstream file(path, std::ios::binary);
-  std::string bytes(std::min<std::uintmax_t>(fs::file_size(path, error), limit), '\0');
   if (file.is_open()) file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   if (!file.is_open() || file.bad()) return Unreadable(ErrorText(errno));
   bytes.resize(static_cast<std::size_t>(file.gcount()));
@@ -73,8 +82,7 @@ void EnsureFile(const fs::path& path) {
 /// Under another name first, which then takes the file's place at once.
 Status ReplaceFile(const fs::path& path, const std::string& content) {
   std::error_code error;
-  const fs::path linked = fs::canonical(path, error);
-  const fs::path& file = error ? path : linked;
+  const fs::path file = BehindLinks(path);
   const fs::path part = PartOf(file);
   Status status = EnsureFolderOf(file);
   if (status.Ok()) status = Write(part, content, std::ios::trunc);
@@ -90,11 +98,12 @@ Status ReplaceFile(const fs::path& path, const std::string& content) {
 
 Status CanReplace(const fs::path& path) {
   std::error_code error;
-  if (fs::is_directory(path, error)) return Status::Failed("it is a folder, not a file");
-  if (!fs::is_directory(fs::absolute(path, error).parent_path(), error)) {
+  const fs::path file = BehindLinks(path);
+  if (fs::is_directory(file, error)) return Status::Failed("it is a folder, not a file");
+  if (!fs::is_directory(fs::absolute(file, error).parent_path(), error)) {
     return Status::Failed("its folder does not exist");
   }
-  const fs::path part = PartOf(path);
+  const fs::path part = PartOf(file);
   Status status = Write(part, "", std::ios::trunc);
   if (status.Ok()) fs::remove(part, error);
   return status;

@@ -6,6 +6,7 @@ namespace port_advice {
 
 inline constexpr const char* kThenEnter = "Then enter the address again in the Setting window.";
 inline constexpr const char* kEnterOne = "Enter one of these addresses in the Setting window.";
+inline constexpr const char* kEnterThat = "Enter that address in the Setting window.";
 // Not "the bus reads as empty": on a board with a direct SDA input 0xFF is an acknowledge.
 inline constexpr const char* kUntilThen =
     "\n\nThe program goes on without a port: what it writes goes nowhere, and nothing it reads "

@@ -10,9 +10,10 @@ namespace terminal {
 
 std::string InTerminalWords(std::string message) {
   using Words = std::pair<std::string_view, std::string_view>;
-  constexpr std::array<Words, 6> kWords{{
+  constexpr std::array<Words, 7> kWords{{
       {port_advice::kThenEnter, "Then start isp-write again."},
       {port_advice::kEnterOne, "Name one of these addresses with --port."},
+      {port_advice::kEnterThat, "Name that address with --port."},
       {port_advice::kUntilThen, ""},
       {port_advice::kUntilEntered, ""},
       {port_advice::kWithoutPort, ""},

@@ -1,3 +1,6 @@
+#include <pwd.h>
+#include <unistd.h>
+
 #include <cstdlib>
 #include <system_error>
 
@@ -14,7 +17,8 @@ fs::path Home(const char* variable, const char* usual) {
   if (const char* home = std::getenv("HOME"); home != nullptr && *home != '\0') {
     return fs::path(home) / usual;
   }
-  return usual;
+  const passwd* user = getpwuid(geteuid());  // a service has no HOME
+  return (user != nullptr ? fs::path(user->pw_dir) : fs::path("/")) / usual;
 }
 
 fs::path ExecutableFolder() {

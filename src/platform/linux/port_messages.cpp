@@ -16,8 +16,7 @@ using port_advice::kUntilThen;
 // For a machine that is no PC.
 constexpr const char* kLinesInstead =
     "Linux knows no parallel port on this machine. GPIO lines can take the place of one: the file "
-    "GpioPort.csv beside the board table tells which, and under which address. Enter that address "
-    "in the Setting window.";
+    "GpioPort.csv beside the board table tells which, and under which address. ";
 
 /// "/dev/parport0 (port 0x378)"
 std::string Named(const std::string& device, std::uint32_t base) {
@@ -79,7 +78,8 @@ std::string NoSuchPort(std::uint32_t base, const std::vector<KnownPort>& known,
   const std::string none =
       "There is no parallel port at " + Hex(base) + ": no /dev/parportN has this address.";
   if (direct) return none + " " + DirectAccess(*direct) + "\n\n" + WhatExists(known) + kUntilThen;
-  const std::string cure = known.empty() ? kLinesInstead : WhatExists(known);
+  const std::string cure =
+      known.empty() ? kLinesInstead + std::string(port_advice::kEnterThat) : WhatExists(known);
   return none + "\n\n" + cure + kUntilThen;
 }
 

@@ -129,4 +129,6 @@ TEST(LinuxDirectories, AnInstalledProgramHasItsFoldersWithTheOperator) {
   setenv("HOME", "/home/operator", 1);
   expect("/home/operator/.config/isp-writer", "/home/operator/.local/share/isp-writer",
          "/home/operator/.local/state/isp-writer");
+  unsetenv("HOME");
+  EXPECT_TRUE(SystemDirectories("isp-writer").settingsFolder.is_absolute()) << "as for a service";
 }
