@@ -47,7 +47,7 @@ void HexLoad(benchmark::State& state) {
   const auto buffers = std::make_unique<tongxun::VskImages>();
   Transcript view;
   for (auto _ : state) {
-    loadfile::ReadHexFile(file.name, 65536, *buffers, view);
+    if (!loadfile::ReadHexFile(file.name, 65536, *buffers, view).Ok()) break;
     buffers->CheckCode();
   }
   const bool loaded = std::equal(file.image.begin(), file.image.end(), buffers->CodeBuffer.begin());

@@ -14,7 +14,7 @@ void Check(const std::string& name, const std::string& bytes, std::size_t cellCo
   std::vector<std::uint8_t> expected = cells;
   std::int32_t maximum = 4711;
   FileAnswers<> view;
-  Require(loadfile::ReadImage(name, loadfile::kBinary, {cells, maximum}, view).has_value(),
+  Require(loadfile::ReadImage(name, loadfile::kBinary, {cells, maximum}, view).Ok(),
           "every file is taken");
 
   const std::size_t most = std::min<std::size_t>(65536, cellCount);

@@ -70,6 +70,12 @@ void IspBoards::LoadCurrentBoard(const std::filesystem::path& path, const Turn& 
   }
 }
 
+std::size_t IspBoards::NamedRows() const {
+  std::size_t rows = BoardTable.size();
+  while (rows > 0 && BoardTable[rows - 1].name.empty()) --rows;
+  return rows;
+}
+
 std::string IspBoards::MissingWiring() const {
   return "ISP board number " + std::to_string(CurrentBoard) +
          " is in use, and the board table has no complete row for it, so nothing can answer. "

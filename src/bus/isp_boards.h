@@ -42,6 +42,8 @@ class IspBoards {
   std::int16_t BoardCount = 0;    // rows announced by the last block of the board table
   std::int16_t CurrentBoard = 0;  // row in use, 0..20
 
+  /// Rows up to the last one with a name.
+  std::size_t NamedRows() const;
   const IspBoard& InUse() const { return BoardTable[static_cast<std::size_t>(CurrentBoard)]; }
 
   /// Fills the board table from "Initial/InitPort.csv". A mask outside 1..255 is stored as 0.

@@ -101,17 +101,16 @@ Result<LoadNotes> CheckHex(std::string_view text, std::int32_t lastCell) {
   return noteTaker.Notes();
 }
 
-HexSummary StoreHex(std::string_view text, std::span<std::uint8_t> cells) {
-  HexSummary summary;
+std::int32_t StoreHex(std::string_view text, std::span<std::uint8_t> cells) {
+  std::int32_t maximum = 0;
   ForEachRecord(text, [&](const HexRecord& record) {
     std::uint8_t* cell = cells.data() + record.address;
     const char* digits = text.data() + record.Data();
     for (std::size_t i = 0; i < record.count; ++i) cell[i] = KnownHexByte(digits + 2 * i);
-    if (text[record.at] != ':') ++summary.wrongStartCodes;
-    summary.maximum = std::max(summary.maximum, record.Last());
+    maximum = std::max(maximum, record.Last());
     return std::optional<HexFault>();
   });
-  return summary;
+  return maximum;
 }
 
 }  // namespace loadfile

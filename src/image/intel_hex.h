@@ -15,11 +15,6 @@
 
 namespace loadfile {
 
-struct HexSummary {
-  std::int32_t maximum = 0;  // address of the last byte; 0 for a text without data
-  int wrongStartCodes = 0;   // records that begin with another character than ":"
-};
-
 /// Checks the whole text without storing anything. Digits are 0-9 and A-F only; a record must be
 /// complete, its line end two characters, its bytes within 0..`lastCell`. What is left behind the
 /// last record that is read must be blank or Ctrl-Z, or an end-of-file record, which may be cut
@@ -27,7 +22,7 @@ struct HexSummary {
 Result<LoadNotes> CheckHex(std::string_view text, std::int32_t lastCell);
 
 /// Stores the bytes of a text that `CheckHex` found good for `cells`; cells that no record names
-/// keep their contents.
-HexSummary StoreHex(std::string_view text, std::span<std::uint8_t> cells);
+/// keep their contents. Returns the address of the last byte; 0 for a text without data.
+std::int32_t StoreHex(std::string_view text, std::span<std::uint8_t> cells);
 
 }  // namespace loadfile

@@ -47,7 +47,9 @@ std::string StoredAsData(const NotedLines& lines) {
 }  // namespace
 
 void HexNoteTaker::LookAt(const HexRecord& record) {
+  if (text_[record.at] != ':') ++notes_.wrongStartCodes;
   if (!ChecksumHolds(text_, record)) Note(record, notes_.wrongChecksums);
+  notes_.dataBytes += record.count;
   if (record.count == 0) return;
   const auto type = ByteAt(text_, record.Type());
   if (type == 0U) {

@@ -25,6 +25,8 @@ struct LoadNotes {
   NotedLines otherRecords = {};    // types 03, 05 and others that hold no data
   NotedLines overwrites = {};      // data where data of an earlier line stands
   std::size_t taken = 0;  // bytes of a binary file that is longer; 0 when all of it was taken
+  std::size_t wrongStartCodes = 0;  // lines that do not begin with ":", which are not explained
+  std::size_t dataBytes = 0;
 
   bool operator==(const LoadNotes&) const = default;
 };

@@ -16,14 +16,14 @@ constexpr std::size_t kLargestHex = 64U << 20;
 constexpr const char* kTooLarge =
     "the file is too large: a HEX file of more than 64 MiB is no image for these chips";
 
-Result<LoadNotes> TakeAnything(std::string_view /*bytes*/, std::int32_t /*lastCell*/) {
-  return LoadNotes{};
+Result<LoadNotes> TakeAnything(std::string_view bytes, std::int32_t /*lastCell*/) {
+  return LoadNotes{.dataBytes = bytes.size()};
 }
 
-HexSummary StoreBinary(std::string_view bytes, std::span<std::uint8_t> cells) {
+std::int32_t StoreBinary(std::string_view bytes, std::span<std::uint8_t> cells) {
   std::copy(bytes.begin(), bytes.end(), cells.begin());
   if (bytes.size() < std::min(kLargestBinary, cells.size())) cells[bytes.size()] = 0xFF;
-  return {.maximum = static_cast<std::int32_t>(bytes.size()) - 1};
+  return static_cast<std::int32_t>(bytes.size()) - 1;
 }
 
 }  // namespace
@@ -70,40 +70,43 @@ ImageFile::ImageFile(const std::string& name, const Format& format, std::size_t 
   if (longer) notes_.taken = limit;
 }
 
-void ImageFile::Refuse(WriterView& view) const {
+Status ImageFile::Refuse(WriterView& view) const {
+  Status refused = Status::Failed("path or file name error!!!", status_.Reason());
   view.Beep();
   view.Beep();
-  view.ShowMessage("path or file name error!!!", status_.Reason());
+  view.ShowMessage(refused.Reason(), refused.Cause());
+  return refused;
 }
 
 void ImageFile::StoreInto(const ReadTarget& target, WriterView& view) const {
-  if (format_.isText && bytes_.empty()) return Refuse(view);
-  const HexSummary summary = format_.store(bytes_, target.cells);
-  target.maximum = summary.maximum;
-  for (int i = 0; i < summary.wrongStartCodes; ++i) view.PrintLine("error!!!");
+  if (format_.isText && bytes_.empty()) return static_cast<void>(Refuse(view));
+  target.maximum = format_.store(bytes_, target.cells);
+  for (std::size_t i = 0; i < notes_.wrongStartCodes; ++i) view.PrintLine("error!!!");
 }
 
-std::string ImageFile::Notes() const {
-  const std::string notes = Explain(notes_);
-  return notes.empty() ? notes : "\n" + loaded_.name + "\n" + notes;
+TakenFile ImageFile::Taken() const {
+  std::string notes = Explain(notes_);
+  if (!notes.empty()) notes = "\n" + loaded_.name + "\n" + notes;
+  const bool emptyText = format_.isText && bytes_.empty();
+  return {loaded_, notes_.dataBytes, notes_.wrongStartCodes, emptyText ? 1U : 0U, notes};
 }
 
-void TellNotes(const std::string& notes, WriterView& view) {
-  if (notes.empty()) return;
-  view.ShowNotes("Loaded as it is, but hardly as it was meant. Before you program:\n" + notes);
+std::string TellNotes(const std::string& notes, WriterView& view) {
+  if (notes.empty()) return {};
+  std::string told = "Loaded as it is, but hardly as it was meant. Before you program:\n" + notes;
+  view.ShowNotes(told);
+  return told;
 }
 
-std::optional<LoadedFile> ReadImage(const std::string& name, const Format& format,
-                                    const ReadTarget& target, WriterView& view) {
+Result<TakenFile> ReadImage(const std::string& name, const Format& format, const ReadTarget& target,
+                            WriterView& view) {
   const ImageFile file(name, format, target.cells.size() - 1);
-  if (!file.Ok()) {
-    file.Refuse(view);
-    return std::nullopt;
-  }
+  if (!file.Ok()) return file.Refuse(view);
   view.ClearPrintedLines();
   file.StoreInto(target, view);
-  TellNotes(file.Notes(), view);
-  return file.Loaded();
+  TakenFile taken = file.Taken();
+  taken.notes = TellNotes(taken.notes, view);
+  return taken;
 }
 
 }  // namespace loadfile

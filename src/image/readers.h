@@ -3,7 +3,6 @@
 
 #include <array>
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -27,7 +26,8 @@ struct Format {
   std::size_t largest;  // bytes: of more, a text is refused, and any other file is cut
   /// Of what is not empty.
   Result<LoadNotes> (*check)(std::string_view bytes, std::int32_t lastCell);
-  HexSummary (*store)(std::string_view bytes, std::span<std::uint8_t> cells);
+  /// Returns the address of the last byte.
+  std::int32_t (*store)(std::string_view bytes, std::span<std::uint8_t> cells);
 };
 
 extern const Format kHex;
@@ -54,6 +54,26 @@ bool IsShown(std::string_view name, Formats formats);
 /// What a file that does not exist is, unless it is a text: that is refused.
 enum class Missing { Refused, Empty };
 
+/// A file that was not refused.
+struct TakenFile {
+  LoadedFile file = {};
+  std::size_t dataBytes = 0;
+  std::size_t wrongStartCodes = 0;  // lines
+  std::size_t emptyTexts = 0;       // 1 for a text of 0 bytes, which leaves the target as it was
+  std::string notes = {};           // what else is odd in it; empty for nothing
+};
+
+/// What a load shows of the image that it has loaded.
+struct ImageFacts {
+  std::string maximumAddress = {};
+  std::string checksum = {};
+  std::string crc = {};             // empty where the window shows none
+  std::size_t dataBytes = 0;        // in the files
+  std::size_t wrongStartCodes = 0;  // lines, each told as "error!!!"
+  std::size_t emptyTexts = 0;       // files, each told as refused, in whose place the buffer counts
+  std::string notes = {};           // as they were told; empty for none
+};
+
 /// One image file, read and checked, not yet stored anywhere.
 class ImageFile {
  public:
@@ -62,16 +82,14 @@ class ImageFile {
             Missing missing = Missing::Refused);
 
   bool Ok() const { return status_.Ok(); }
-  /// Two beeps and the message that says why a file cannot be loaded.
-  void Refuse(WriterView& view) const;
+  /// Two beeps and the message that says why a file cannot be loaded: returned, too.
+  Status Refuse(WriterView& view) const;
 
   /// Stores a file that is `Ok`. An empty text sounds two beeps, shows a message and leaves the
   /// target as it was.
   void StoreInto(const ReadTarget& target, WriterView& view) const;
 
-  /// Its name and what is to be told of it; empty for nothing.
-  std::string Notes() const;
-  const LoadedFile& Loaded() const { return loaded_; }
+  TakenFile Taken() const;
 
  private:
   const Format& format_;
@@ -81,12 +99,12 @@ class ImageFile {
   LoadNotes notes_;
 };
 
-/// Shows the notes of the files that were loaded, unless there are none.
-void TellNotes(const std::string& notes, WriterView& view);
+/// Shows the notes of the files that were loaded, unless there are none. Returns the whole text.
+std::string TellNotes(const std::string& notes, WriterView& view);
 
 /// Reads one file into `target`, whose last cell is the highest address that it holds, and tells
-/// its notes. Nothing when the file was refused; nothing has changed then.
-std::optional<LoadedFile> ReadImage(const std::string& name, const Format& format,
-                                    const ReadTarget& target, WriterView& view);
+/// its notes: they are returned as they were told. When the file was refused, nothing has changed.
+Result<TakenFile> ReadImage(const std::string& name, const Format& format, const ReadTarget& target,
+                            WriterView& view);
 
 }  // namespace loadfile

@@ -60,6 +60,7 @@ class [[nodiscard]] Result : public Status {
   const T& operator*() const { return value_; }
   T& operator*() { return value_; }
   const T* operator->() const { return &value_; }
+  T* operator->() { return &value_; }
 
  private:
   T value_{};

@@ -146,7 +146,9 @@ int RtdLink::RtdWriteBytes(int count, int flags) {
 }
 
 int RtdLink::RtdWritePage(int count, int flags) {
-  const std::span<const std::uint8_t> row(RtdPageTable[static_cast<std::size_t>(RtdPageIndex)]);
+  const auto index = static_cast<std::size_t>(RtdPageIndex);
+  if (index >= kPageRows) return kNotAcknowledged;
+  const std::span<const std::uint8_t> row(RtdPageTable[index]);
   return Write(row, count, flags, 3);
 }
 

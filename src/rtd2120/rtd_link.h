@@ -37,7 +37,7 @@ class RtdLink {
   std::int16_t RtdPageIndex = 0;  // the row that `RtdWritePage` sends, 0..256
   std::int32_t RtdPollCount = 0;  // of `RtdWaitBitsClear`, 0..5001
 
-  // A count beyond the buffer is `kNotAcknowledged`, and touches no line.
+  // A count or a row beyond the buffer is `kNotAcknowledged`, and touches no line.
 
   /// S address&FE register Sr address|01 [count bytes] N P     count 0..21
   /// `kNotAcknowledged` when the address or the register byte was refused: no STOP then.

@@ -6,12 +6,13 @@
 
 namespace tongxun2120 {
 
-void Load_RTD2120_NormalFile(const std::string& name, Bank bank, RtdImages& images, RtdView& view) {
-  if (name.empty()) return;
-  const loadfile::Format& format = loadfile::FormatOf(name, loadfile::kOneFileFormats);
+Result<loadfile::ImageFacts> Load_RTD2120_NormalFile(const std::string& name, Bank bank,
+                                                     RtdImages& images, RtdView& view) {
+  if (name.empty()) return loadfile::ImageFacts{};
+  const loadfile::Format& format = loadfile::FormatOf(name, kRtdFormats);
   const loadfile::ReadTarget target{images.RtdLoadBuffer, images.RtdLoadMax};
-  const auto file = loadfile::ReadImage(name, format, target, view);
-  if (!file) return;
+  const auto taken = loadfile::ReadImage(name, format, target, view);
+  if (!taken.Ok()) return taken;
 
   auto& staged = images.RtdLoadBuffer;
   if (images.RtdLoadMax < 0xFFFF) {
@@ -21,11 +22,15 @@ void Load_RTD2120_NormalFile(const std::string& name, Bank bank, RtdImages& imag
   image.cells = staged;
   image.maximum = images.RtdLoadMax;
   image.loaded = true;
-  image.file = *file;
+  image.file = taken->file;
   images.SumRtdBank(bank);
-  view.ShowBankRow(bank, {.file = name,
-                          .maximumAddress = std::to_string(image.maximum),
-                          .checksum = HexText(images.RtdBankSum)});
+  const loadfile::ImageFacts facts{.maximumAddress = std::to_string(image.maximum),
+                                   .checksum = HexText(images.RtdBankSum),
+                                   .dataBytes = taken->dataBytes,
+                                   .wrongStartCodes = taken->wrongStartCodes,
+                                   .notes = taken->notes};
+  view.ShowBankRow(bank, name, facts);
+  return facts;
 }
 
 }  // namespace tongxun2120

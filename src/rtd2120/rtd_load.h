@@ -9,9 +9,14 @@
 
 namespace tongxun2120 {
 
-/// Loads the file, a UTF-8 name, into the bank's buffer; cells above the image become 0xFF. A
-/// refused file changes nothing, nor does an empty name: the operator chose none.
-void Load_RTD2120_NormalFile(const std::string& name, Bank bank, RtdImages& images, RtdView& view);
+/// Of its firmware files.
+inline constexpr loadfile::Formats kRtdFormats = loadfile::kOneFileFormats;
+
+/// Loads the file, a UTF-8 name, into the bank's buffer; cells above the image become 0xFF. Fails
+/// when the file was refused: nothing has changed then, nor has for an empty name: the operator
+/// chose none.
+Result<loadfile::ImageFacts> Load_RTD2120_NormalFile(const std::string& name, Bank bank,
+                                                     RtdImages& images, RtdView& view);
 
 }  // namespace tongxun2120
 

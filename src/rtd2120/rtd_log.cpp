@@ -1,5 +1,7 @@
 #include "rtd2120/rtd_log.h"
 
+#include "text/hex_text.h"
+
 namespace tongxun2120 {
 namespace {
 
@@ -9,12 +11,18 @@ constexpr const char* kLineEnd = "\r\n";
 
 RtdLog::RtdLog(RtdView& view) : view_(view) {
   view_.SetStatusRed(false);
-  view_.SetStatusText("");
+  view_.SetStatusText("", "");
+}
+
+std::string RtdLog::LastLine() const {
+  const std::string_view lines = Trim(text_, " \r\n");
+  const std::size_t end = lines.rfind('\n');
+  return std::string(lines.substr(end == std::string_view::npos ? 0 : end + 1));
 }
 
 void RtdLog::Show(const std::string& text) {
   text_ = text;
-  view_.SetStatusText(text_);
+  view_.SetStatusText(text_, errors_ + LastLine());
   view_.RefreshStatus();
 }
 
@@ -30,7 +38,8 @@ void RtdLog::AppendLinkError(std::string_view place) {
 void RtdLog::AppendRed(std::string_view message, const char* lineEnd) {
   if (failure_.empty()) failure_ = message;
   text_ += std::string(message) + lineEnd;
-  view_.SetStatusText(text_);
+  view_.SetStatusText(text_, errors_ + LastLine());
+  errors_ += LastLine() + "; ";
   view_.SetStatusRed(true);
   view_.RefreshStatus();
 }

@@ -36,9 +36,11 @@ class RtdLog {
 
  private:
   void AppendRed(std::string_view message, const char* lineEnd);
+  std::string LastLine() const;
 
   RtdView& view_;
   std::string text_;
+  std::string errors_;   // all of them, each followed by "; "
   std::string failure_;  // the first
   std::string place_;    // of the first
   bool silent_ = false;

@@ -2,26 +2,22 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
-#include "image/writer_view.h"
+#include "image/readers.h"
 #include "rtd2120/rtd_images.h"
 
 namespace tongxun2120 {
 
-/// The row of boxes that describes the image in one bank buffer.
-struct RtdBankRow {
-  std::string file;            // full file name
-  std::string maximumAddress;  // decimal
-  std::string checksum;        // hexadecimal
-};
-
 class RtdView : public WriterView {
  public:
-  virtual void ShowBankRow(Bank bank, const RtdBankRow& row) = 0;
+  /// The row of boxes that describes the image in a bank's buffer. `file`: its full name; the
+  /// maximum address is decimal.
+  virtual void ShowBankRow(Bank bank, const std::string& file,
+                           const loadfile::ImageFacts& facts) = 0;
 
-  /// The whole text of the status box (`WriteStatus`), lines ended by CR LF.
-  virtual void SetStatusText(const std::string& text) = 0;
+  /// The whole text of the status box (`WriteStatus`), lines ended by CR LF. `spoken`: what of it a
+  /// screen reader should say.
+  virtual void SetStatusText(const std::string& text, const std::string& spoken) = 0;
   /// Pure red, or black.
   virtual void SetStatusRed(bool red) = 0;
   /// Redraws the status box at once, before the operation goes on.

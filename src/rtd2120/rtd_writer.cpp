@@ -2,60 +2,50 @@
 
 #include <vector>
 
-#include "text/hex_text.h"
-
 namespace tongxun2120 {
-
 namespace {
-
-void Join(std::string& list, const std::string& figure) {
-  list += (list.empty() ? "" : " + ") + figure;
-}
 
 bool CanBeWritten(const BankImage& image) { return image.maximum >= 0 && image.maximum <= 0xFFFF; }
 
 }  // namespace
 
 RunLine RtdWriter::Run(RtdView& view) {
+  report_.Forget();
   port_.StillThere();  // one that has gone is told, and nobody answers then
-  line_ = {.chip = "RTD2120"};
-  line_.operation = OperateMode == RtdOperateMode::EraseOnly ? "Erase" : "Auto";
-  chipChanged_ = false;
+  // A screen reader can change them while the run asks.
+  const bool eraseOnly = OperateMode == RtdOperateMode::EraseOnly;
+  const RtdBankMode banks = BankMode;
+  line_ = {.chip = "RTD2120", .operation = eraseOnly ? "Erase" : "Auto"};
   RtdLog log(view);
-  if (!ImagesAreMeant(view)) return line_;
-  report_.Begin();
-  Operate(log, view);
+  if (!eraseOnly && !ImagesAreMeant(banks, view)) return line_;
+  if (!link_.RtdEnterIsp()) {
+    log.AppendLinkError();
+  } else if (eraseOnly) {
+    Erase(log);
+  } else {
+    WriteLoadedBanks(banks, log, view);
+    link_.RtdLeaveIsp();
+    timing_.LongDelay();
+  }
   line_.result = log.Result();
-  return chipChanged_ ? report_.End(line_) : line_;
+  return report_.End(line_);
 }
 
 /// Asks when a file whose image would be written has changed since it was loaded.
-bool RtdWriter::ImagesAreMeant(RtdView& view) {
-  if (OperateMode == RtdOperateMode::EraseOnly) return true;
+bool RtdWriter::ImagesAreMeant(RtdBankMode banks, RtdView& view) {
   std::vector<loadfile::LoadedFile> files;
   for (const Bank bank : {Bank::First, Bank::Second}) {
     const auto other = bank == Bank::First ? RtdBankMode::Second : RtdBankMode::First;
     const BankImage image = images_.Of(bank);
-    if (BankMode != other && image.loaded && CanBeWritten(image)) files.push_back(image.file);
+    if (banks != other && image.loaded && CanBeWritten(image)) files.push_back(image.file);
   }
   return loadfile::AgreedTo(files,
                             [&view](std::string_view question) { return view.Confirm(question); });
 }
 
-void RtdWriter::Operate(RtdLog& log, RtdView& view) {
-  if (!link_.RtdEnterIsp()) return log.AppendLinkError();
-  if (OperateMode == RtdOperateMode::EraseOnly) {
-    Erase(log);
-    return;
-  }
-  WriteLoadedBanks(log, view);
-  link_.RtdLeaveIsp();
-  timing_.LongDelay();
-}
-
-void RtdWriter::WriteLoadedBanks(RtdLog& log, RtdView& view) {
-  if (BankMode != RtdBankMode::Second && !AutoWriteBank1(log, view)) return;
-  if (BankMode != RtdBankMode::First) AutoWriteBank2(log, view);
+void RtdWriter::WriteLoadedBanks(RtdBankMode banks, RtdLog& log, RtdView& view) {
+  if (banks != RtdBankMode::Second && !AutoWriteBank1(log, view)) return;
+  if (banks != RtdBankMode::First) AutoWriteBank2(log, view);
 }
 
 bool RtdWriter::AutoWriteBank1(RtdLog& log, RtdView& view) {
@@ -86,22 +76,22 @@ bool RtdWriter::Prepare(Bank bank, const char* missingMessage, RtdLog& log, RtdV
 }
 
 bool RtdWriter::Erase(RtdLog& log) {
-  chipChanged_ = true;
+  report_.Begin();
   return operations_.RtdEraseChip(log);
 }
 
 bool RtdWriter::WriteAndVerify(Bank bank, RtdLog& log) {
-  chipChanged_ = true;
+  report_.Begin();
   operations_.RtdProgramBank(bank, log);
-  const int calculated = operations_.RtdCalcCrc(log);
   const BankImage image = images_.Of(bank);
-  Join(line_.file, image.file.name);
-  line_.size += static_cast<std::size_t>(image.maximum) + 1;
-  Join(line_.crc, HexText(calculated));
-  const auto read = operations_.RtdReadCrc(bank, log);
-  if (!read) return false;
-  Join(line_.chipCrc, HexText(*read));
-  if (*read == calculated) {
+  RunImage& written = line_.images.emplace_back();
+  written = {.file = image.file.name,
+             .size = static_cast<std::size_t>(image.maximum) + 1,
+             .bank = static_cast<int>(bank),
+             .crc = operations_.RtdCalcCrc(log),
+             .chipCrc = operations_.RtdReadCrc(bank, log)};
+  if (!written.chipCrc) return false;
+  if (written.Verified()) {
     log.AppendLine("CRC OK.");
   } else {
     log.AppendRedLine("CRC FAIL.");

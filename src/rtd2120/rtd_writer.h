@@ -1,8 +1,6 @@
 // The RTD2120 writer's run: which banks, which operation, and the comparison of the CRCs.
 #pragma once
 
-#include <string_view>
-
 #include "bus/bus_timing.h"
 #include "bus/iic_port.h"
 #include "rtd2120/rtd_images.h"
@@ -18,8 +16,7 @@ enum class RtdOperateMode { Automatic = 0, EraseOnly = 1 };
 /// State and commands outlive the window, which passes itself to each call.
 class RtdWriter {
  public:
-  /// `report` is told of every run that sends an erase or an image. Figures of two banks are joined
-  /// by " + ".
+  /// `report` is told of every run that sends an erase or an image.
   RtdWriter(IicPort& port, RtdLink& link, RtdOperations& operations, tongxun::BusTiming& timing,
             RtdImages& images, RunReport& report)
       : port_(port),
@@ -32,20 +29,18 @@ class RtdWriter {
   RtdBankMode BankMode = RtdBankMode::First;
   RtdOperateMode OperateMode = RtdOperateMode::Automatic;
 
-  /// Loads an image for the bank.
-  void Load(const std::string& file, Bank bank, RtdView& view) {
-    Load_RTD2120_NormalFile(file, bank, images_, view);
+  /// Loads an image for the bank. Fails when the file was refused.
+  Result<loadfile::ImageFacts> Load(const std::string& file, Bank bank, RtdView& view) {
+    return Load_RTD2120_NormalFile(file, bank, images_, view);
   }
 
   /// The "Run" button. ISP mode is left after an automatic run, not after an erase-only one.
-  /// Returns what came of it, the chip's CRCs included; only a run that sent an erase or a page is
-  /// told to the report.
+  /// Returns what came of it; only a run that sent an erase or a page is told to the report.
   RunLine Run(RtdView& view);
 
  private:
-  bool ImagesAreMeant(RtdView& view);
-  void Operate(RtdLog& log, RtdView& view);
-  void WriteLoadedBanks(RtdLog& log, RtdView& view);
+  bool ImagesAreMeant(RtdBankMode banks, RtdView& view);
+  void WriteLoadedBanks(RtdBankMode banks, RtdLog& log, RtdView& view);
   /// Erases the chip, writes and verifies the first bank. False when the chip stopped answering:
   /// the run ends then.
   bool AutoWriteBank1(RtdLog& log, RtdView& view);
@@ -61,8 +56,7 @@ class RtdWriter {
   tongxun::BusTiming& timing_;
   RtdImages& images_;
   RunReport& report_;
-  RunLine line_;              // of the run that goes on
-  bool chipChanged_ = false;  // by that run: an erase or a page was sent
+  RunLine line_;  // of the run that goes on
 };
 
 }  // namespace tongxun2120

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/files.h"
+#include "text/hex_text.h"
 
 namespace fs = std::filesystem;
 
@@ -15,6 +16,8 @@ namespace {
 
 constexpr std::string_view kHeading =
     "time,seconds,chip,operation,file,size,CRC,chip CRC,result,port,board,program\r\n";
+
+constexpr std::string_view kBetweenImages = " + ";
 
 /// 2026-11-22T14:03:05Z
 std::string TimeText(RunLog::Time time) {
@@ -46,6 +49,14 @@ std::string ResultText(const RunResult& result) {
 
 }  // namespace
 
+std::string CrcText(const std::vector<RunImage>& images, std::optional<int> RunImage::*crc) {
+  std::vector<std::string> texts;
+  for (const RunImage& image : images) {
+    if (image.*crc) texts.push_back(HexText(*(image.*crc)));
+  }
+  return Joined(texts, kBetweenImages);
+}
+
 RunLog::RunLog(const fs::path& folder, std::function<Way()> way, Problem report,
                std::function<Time()> now)
     : path_(folder.empty() ? fs::path() : folder / "runs.csv"),
@@ -72,11 +83,18 @@ void RunLog::RollOver() const {
 
 std::string RunLog::TextOf(const RunLine& line) const {
   const Way way = way_();
-  const std::string size = line.file.empty() ? std::string() : std::to_string(line.size);
+  std::vector<std::string> files;
+  std::size_t size = 0;
+  for (const RunImage& image : line.images) {
+    if (!image.file.empty()) files.push_back(image.file);
+    size += image.size;
+  }
   std::string text = TimeText(now_()) + "," + DurationText(line.duration);
   for (const std::string& field :
-       {line.chip, line.operation, line.file, size, line.crc, line.chipCrc, ResultText(line.result),
-        way.port, way.board, way.program}) {
+       {line.chip, line.operation, Joined(files, kBetweenImages),
+        files.empty() ? "" : std::to_string(size), CrcText(line.images, &RunImage::crc),
+        CrcText(line.images, &RunImage::chipCrc), ResultText(line.result), way.port, way.board,
+        way.program}) {
     text += "," + Field(field);
   }
   return text + "\r\n";

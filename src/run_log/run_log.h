@@ -1,26 +1,45 @@
 // The log of what was done to chips, for serial work: one line a run in "runs.csv".
 #pragma once
 
+#include <algorithm>
 #include <chrono>
 #include <cstddef>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/problem.h"
 #include "run_log/run_result.h"
+
+/// What was programmed, read or compared.
+struct RunImage {
+  std::string file = {};            // UTF-8
+  std::size_t size = 0;             // bytes
+  int bank = 0;                     // the first that it went into
+  std::optional<int> crc = {};      // which the chip's should equal
+  std::optional<int> chipCrc = {};  // as the chip reported it; 0 also of a VSK chip that is silent
+
+  bool Verified() const { return crc && crc == chipCrc; }
+  bool operator==(const RunImage&) const = default;
+};
+
+/// Hexadecimal; those of several images are joined by " + ".
+std::string CrcText(const std::vector<RunImage>& images, std::optional<int> RunImage::*crc);
 
 /// One run that has ended. Texts are UTF-8; those that do not apply are empty.
 struct RunLine {
   std::string chip = {};
   std::string operation = {};
-  std::string file = {};     // of the image that was programmed
-  std::size_t size = 0;      // of the image, in bytes
-  std::string crc = {};      // which the chip's should equal, hexadecimal
-  std::string chipCrc = {};  // as the chip reported it
+  std::vector<RunImage> images = {};  // what was programmed; of a VSK chip one for all its banks
   RunResult result = {};
   std::chrono::milliseconds duration{};
 
+  /// The chip's CRC of all that was programmed is the image's.
+  bool Verified() const {
+    return !images.empty() && std::ranges::all_of(images, &RunImage::Verified);
+  }
   bool operator==(const RunLine&) const = default;
 };
 

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <functional>
+#include <optional>
 
 #include "platform/tick_counter.h"
 #include "run_log/run_log.h"
@@ -13,22 +14,34 @@ class RunReport {
   /// `clock`: its `FineTime` gives the duration.
   explicit RunReport(TickCounter& clock) : clock_(clock) {}
 
-  /// Told of every run that sent an erase or an image, when it has ended.
-  std::function<void(const RunLine&)> Ended = [](const RunLine&) {};
+  /// Told of every run that has begun, when it has ended; may add to the line what it knows.
+  std::function<void(RunLine&)> Ended = [](RunLine&) {};
 
-  /// A run begins. To be called behind the questions to the operator, which are no part of it.
-  void Begin() { begun_ = clock_.FineTime(); }
+  /// A run sends the first of what erases, programs or reads; within one that has begun nothing
+  /// happens. What comes before it, the questions to the operator above all, is no part of a run.
+  void Begin() {
+    if (!begun_) begun_ = clock_.FineTime();
+  }
 
-  /// The run has ended as `line` tells; returns it with its duration. A line with an empty result
-  /// text is of a run that sent nothing, and nobody is told.
-  RunLine End(RunLine line) const {
-    if (line.result.text.empty()) return line;
-    line.duration = std::chrono::round<std::chrono::milliseconds>(clock_.FineTime() - begun_);
+  /// One that an exception ended is not told.
+  void Forget() { begun_.reset(); }
+
+  /// The run has ended as `line` tells; returns it with its duration. Nobody is told of one that
+  /// has not begun.
+  RunLine End(RunLine line) {
+    if (!begun_) return line;
+    line.duration = std::chrono::round<std::chrono::milliseconds>(clock_.FineTime() - *begun_);
+    begun_.reset();
+    ++told_;
     Ended(line);
     return line;
   }
 
+  /// Runs that were told.
+  int Told() const { return told_; }
+
  private:
   TickCounter& clock_;
-  std::chrono::nanoseconds begun_{};
+  std::optional<std::chrono::nanoseconds> begun_;  // when the run that goes on began
+  int told_ = 0;
 };

@@ -193,8 +193,7 @@ void DemoSession::Expect(const char* window, const char* control, const QString&
 void DemoSession::ExpectFlash(const simulator::Flash& flash, const QString& hexFile) {
   const Result<std::string> file = ReadFile(PathOf(hexFile.toStdString()), 1U << 20);
   std::vector<std::uint8_t> image(flash.Cells().size());
-  const auto summary = loadfile::StoreHex(*file, image);
-  const auto bytes = summary.maximum + 1;
+  const auto bytes = loadfile::StoreHex(*file, image) + 1;
   Check(std::equal(image.begin(), image.begin() + bytes, flash.Cells().begin()),
         QStringLiteral("the chip's flash equals the image of %1 bytes").arg(bytes));
 }

@@ -1,12 +1,12 @@
 #include "terminal/chip_command.h"
 
 #include <algorithm>
-#include <charconv>
 #include <vector>
 
 #include "image/hex_writer.h"
 #include "platform/files.h"
 #include "terminal/port_words.h"
+#include "terminal/refusals.h"
 #include "text/hex_text.h"
 #include "vsk/entry_parameters.h"
 
@@ -16,18 +16,15 @@ namespace terminal {
 namespace {
 
 std::optional<std::int16_t> BoardNumber(const IspBoards& boards, const std::string& text) {
-  std::int16_t number = 0;
-  const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
-  const bool isNumber = read.ec == std::errc() && read.ptr == text.data() + text.size();
-  const int rows = std::min<int>(boards.BoardCount, IspBoards::kBoards);
-  if (isNumber && number >= 0 && number < rows) return number;
-  if (isNumber) return std::nullopt;
-
+  const std::size_t rows = boards.NamedRows();
+  if (const auto number = WholeDecimal(text)) {
+    return *number < rows ? std::optional(static_cast<std::int16_t>(*number)) : std::nullopt;
+  }
   std::vector<std::int16_t> begin;
-  for (std::int16_t row = 0; row < rows; ++row) {
-    const std::string name = UpperCase(boards.BoardTable[static_cast<std::size_t>(row)].name);
-    if (name == UpperCase(text)) return row;
-    if (name.starts_with(UpperCase(text))) begin.push_back(row);
+  for (std::size_t row = 0; row < rows; ++row) {
+    const std::string name = UpperCase(boards.BoardTable[row].name);
+    if (name == UpperCase(text)) return static_cast<std::int16_t>(row);
+    if (name.starts_with(UpperCase(text))) begin.push_back(static_cast<std::int16_t>(row));
   }
   return begin.size() == 1 ? std::optional(begin.front()) : std::nullopt;
 }
@@ -40,9 +37,20 @@ bool IsHexName(const std::string& name) { return UpperCase(name).ends_with(".HEX
 
 }  // namespace
 
+std::string NotesText(const loadfile::ImageFacts& facts) {
+  std::string text;
+  for (std::size_t i = 0; i < facts.wrongStartCodes; ++i) {
+    text += std::string(kWrongStartCode) + "\n";
+  }
+  text += facts.notes;
+  return text.substr(0, text.find_last_not_of('\n') + 1);
+}
+
 bool ChipCommand::Refuse(int status, const std::string& why) {
   outcome_.status = status;
   outcome_.failure = why;
+  outcome_.place.clear();
+  outcome_.difference.reset();
   return false;
 }
 
@@ -50,6 +58,9 @@ Outcome ChipCommand::Execute() {
   outcome_.command = line_.name;
   outcome_.chip = line_.chip;
   outcome_.simulated = line_.simulated;
+  for (const std::string& file : {line_.file, line_.secondFile}) {
+    if (!file.empty()) outcome_.files.push_back(file);
+  }
   if (!Prepare()) return outcome_;
 
   tool_->timing.SpeedFactor = line_.speed;
@@ -158,10 +169,7 @@ bool ChipCommand::ReadCodes() {
                             : PathOf(line_.codes);
   if (simulated_ && line_.codes.empty()) {
     const simulator::VskIdentity identity;
-    params[0] = identity.address;
-    params[1] = static_cast<std::int16_t>(identity.codes.size());
-    std::copy(identity.codes.begin(), identity.codes.end(), params.begin() + 2);
-    return true;
+    return fileop::TakeEntry(fileop::EntryContent(identity.address, identity.codes), params);
   }
   const auto content = ReadFile(file, params.size());
   if (content->empty()) {
@@ -170,10 +178,8 @@ bool ChipCommand::ReadCodes() {
                                 ". Enter them once in the window that isp-writer shows at its "
                                 "first start, or name a file with --codes");
   }
-  fileop::ReadSecurityFile(file, params);
-  const bool whole = params[1] >= 1 && params[1] <= tongxun::kMostCodes &&
-                     content->size() >= static_cast<std::size_t>(params[1]) + 2;
-  return whole || Refuse(kBadFile, PathText(file) + ": it is no file of security codes");
+  return fileop::TakeEntry(*content, params) ||
+         Refuse(kBadFile, PathText(file) + ": it is no file of security codes");
 }
 
 bool ChipCommand::OpenFlash() {
@@ -187,13 +193,12 @@ bool ChipCommand::OpenFlash() {
 bool ChipCommand::LoadImages() {
   if (line_.model) {
     vsk_ = std::make_unique<VskJob>(*tool_, line_, narrator_, [this] { return Interrupted(); });
-    if (!vsk_->Load(outcome_)) return Refuse(kBadFile, vsk_->Refusal());
   } else {
     rtd_ = std::make_unique<RtdJob>(*tool_, line_, narrator_);
-    if (!rtd_->Load(outcome_)) return Refuse(kBadFile, rtd_->Refusal());
   }
-  const bool noted = !(vsk_ ? vsk_->Notes() : rtd_->Notes()).empty();
-  return !noted || !line_.strict || Refuse(kBadFile, kStrict);
+  const auto facts = vsk_ ? vsk_->Load(outcome_) : rtd_->Load(outcome_);
+  if (!facts.Ok()) return Refuse(kBadFile, ReasonText(facts));
+  return !line_.strict || NotesText(*facts).empty() || Refuse(kBadFile, kStrict);
 }
 
 bool ChipCommand::HoldThePort() {
@@ -209,25 +214,33 @@ bool ChipCommand::HoldThePort() {
                     " is in use by another isp-write: wait for its end, or end it");
 }
 
+/// Every run is logged, also one whose chip did not even enter ISP mode.
+RunLine ChipCommand::Unbegun() const {
+  RunLine line{.chip = UpperCase(line_.chip),
+               .operation = vsk_ ? vsk_->Operation() : rtd_->Operation(),
+               .result = {outcome_.failure, outcome_.failure}};
+  for (const std::string& file : {line_.file, line_.secondFile}) {
+    if (!file.empty()) line.images.push_back({.file = file});
+  }
+  if (!line.images.empty()) line.images.front().size = outcome_.size.value_or(0);
+  return line;
+}
+
 void ChipCommand::Work() {
   outcome_.begun = true;
-  bool logged = false;
-  const auto append = tool_->runReport.Ended;
-  tool_->runReport.Ended = [&](const RunLine& line) {
-    logged = true;
-    append(line);
+  RunReport& report = tool_->runReport;
+  report.Ended = [this](RunLine& line) {
+    std::string& failure = line.result.failure;
+    if (failure.empty()) failure = vsk_ ? vsk_->Unsaid(line) : rtd_->Unsaid(line);
+    tool_->runLog.Append(line);
   };
   if (vsk_) {
     vsk_->Run(outcome_);
   } else {
     rtd_->Run(outcome_);
   }
-  // Every run is logged, also one whose chip did not even enter ISP mode.
-  if (!logged) {
-    append({.chip = UpperCase(line_.chip),
-            .operation = line_.name,
-            .file = line_.file,
-            .result = {outcome_.failure, outcome_.failure}});
+  if (report.Told() == 0 && portProblem_.empty() && outcome_.status == kChipSaysNo) {
+    tool_->runLog.Append(Unbegun());
   }
   tool_->port.StillThere();  // one that has gone meanwhile is told
   if (line_.command != Command::Read) return;

@@ -19,6 +19,9 @@ namespace terminal {
 
 inline constexpr const char* kStrict = "--strict: the file is not as its maker meant";
 
+/// What was told of files that are not as their maker meant; empty for nothing.
+std::string NotesText(const loadfile::ImageFacts& facts);
+
 class ChipCommand {
  public:
   ChipCommand(const CommandLine& line, const Surroundings& with, Narrator& narrator)
@@ -41,6 +44,7 @@ class ChipCommand {
   void Work();
   void WriteOutput();
   bool Refuse(int status, const std::string& why);
+  RunLine Unbegun() const;
   bool Interrupted() const { return with_.signal() != 0; }
 
   const CommandLine& line_;

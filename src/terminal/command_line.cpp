@@ -2,7 +2,6 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <array>
 
 #include "text/hex_text.h"
 
@@ -19,15 +18,9 @@ constexpr const char* kFooter =
 constexpr const char* kRtd2120 = "rtd2120";
 constexpr std::int32_t kLastErasable = 0x7FFF;
 
-std::string LowerCase(std::string text) {
-  std::transform(text.begin(), text.end(), text.begin(), [](char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-  });
-  return text;
-}
-
 std::optional<std::int32_t> Address(const std::string& text) {
-  const auto number = WholeHex(text);
+  const bool prefixed = text.starts_with("0x") || text.starts_with("0X");
+  const auto number = WholeHex(std::string_view(text).substr(prefixed ? 2 : 0));
   if (!number || *number > 0xFFFF) return std::nullopt;
   return static_cast<std::int32_t>(*number);
 }

@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "terminal/exit_status.h"
 #include "vsk/vsk_model.h"
 
 namespace terminal {

@@ -4,8 +4,10 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "platform/port_io.h"
 #include "terminal/chip_command.h"
 #include "terminal/port_words.h"
+#include "terminal/refusals.h"
 #include "terminal/rtd_job.h"
 #include "terminal/vsk_job.h"
 #include "text/hex_text.h"
@@ -15,14 +17,8 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-class NoPort final : public PortIo {
- public:
-  void DlPortWritePortUchar(std::uint32_t, std::uint8_t) override {}
-  std::optional<std::uint8_t> DlPortReadPortUchar(std::uint32_t) override { return std::nullopt; }
-};
-
 std::unique_ptr<Tool> ToolWithoutPort(const Surroundings& with, Narrator& narrator) {
-  static NoPort port;
+  static NoPort port;  // has no state
   return std::make_unique<Tool>(port, with.ticks, with.directories,
                                 [&narrator](const std::string& message) { narrator.Say(message); });
 }
@@ -40,13 +36,15 @@ void Print(const Json& object, std::ostream& out) {
   out << object.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
 }
 
-/// The pair's first file tells by its name what it is.
+/// A VSK chip to whose files the name belongs; the first chip when there is none.
 void ChooseModel(CommandLine& line) {
   if (!line.chip.empty()) return;
-  const std::string name = UpperCase(line.file);
-  const bool pair = name.ends_with(".H00") || name.ends_with(".B00");
-  line.model = pair ? VskChip::Vsk630 : VskChip::Vsk830;
-  line.chip = pair ? "vsk630" : "vsk830";
+  const auto row = std::ranges::find_if(kVskModels, [&line](const VskModel& model) {
+    return loadfile::IsShown(line.file, model.formats);
+  });
+  const auto chip = row == kVskModels.end() ? 0 : row - kVskModels.begin();
+  line.model = static_cast<VskChip>(chip);
+  line.chip = LowerCase(ModelOf(*line.model).name);
 }
 
 /// A table whose columns are as wide as what stands in them.
@@ -75,20 +73,11 @@ Outcome ListCheck(CommandLine line, const Surroundings& with, Narrator& narrator
   ChooseModel(line);
   const auto tool = ToolWithoutPort(with, narrator);
   Outcome outcome{.command = line.name, .chip = line.chip};
-  ImageFacts facts;
-  std::string notes;
-  if (line.model) {
-    VskJob job(*tool, line, narrator, [] { return false; });
-    if (!job.Load(outcome)) outcome.failure = job.Refusal();
-    notes = job.Notes();
-    if (outcome.failure.empty()) facts = job.Facts();
-  } else {
-    RtdJob job(*tool, line, narrator);
-    if (!job.Load(outcome)) outcome.failure = job.Refusal();
-    notes = job.Notes();
-    if (outcome.failure.empty()) facts = job.Facts().front();
-  }
-  if (line.strict && !notes.empty()) outcome.failure = kStrict;
+  outcome.files = {line.file};
+  const auto facts = line.model ? VskJob(*tool, line, narrator, [] { return false; }).Load(outcome)
+                                : RtdJob(*tool, line, narrator).Load(outcome);
+  const std::string notes = NotesText(*facts);
+  outcome.failure = line.strict && !notes.empty() ? kStrict : ReasonText(facts);
   if (!outcome.failure.empty()) {
     outcome.status = kBadFile;
     return outcome;
@@ -97,19 +86,21 @@ Outcome ListCheck(CommandLine line, const Surroundings& with, Narrator& narrator
   if (line.json) {
     Json object{{"command", "check"}, {"chip", line.chip}, {"files", outcome.files}};
     object["size"] = outcome.size.value_or(0);
-    object["maximumAddress"] = facts.maximumAddress;
-    object["checksum"] = facts.checksum;
-    if (line.model) object["crc"] = facts.crc;
+    object["maximumAddress"] = facts->maximumAddress;
+    object["checksum"] = facts->checksum;
+    if (line.model) object["crc"] = facts->crc;
     if (!notes.empty()) object["notes"] = notes;
+    object["result"] = "ok";
+    object["exitStatus"] = kDone;
     Print(object, with.out);
     return outcome;
   }
   std::vector<std::pair<std::string, std::string>> rows;
   for (const std::string& file : outcome.files) rows.emplace_back("MCU File", file);
   rows.emplace_back("Bytes", std::to_string(outcome.size.value_or(0)));
-  rows.emplace_back("MaxAddress", facts.maximumAddress);
-  rows.emplace_back("CheckSum", facts.checksum);
-  if (line.model) rows.emplace_back("S/W CRC", facts.crc);
+  rows.emplace_back("MaxAddress", facts->maximumAddress);
+  rows.emplace_back("CheckSum", facts->checksum);
+  if (line.model) rows.emplace_back("S/W CRC", facts->crc);
   PrintRows(rows, with.out);
   return outcome;
 }
@@ -147,16 +138,16 @@ int ListPorts(const CommandLine& line, const Surroundings& with, Narrator& narra
 int ListBoards(const CommandLine& line, const Surroundings& with, Narrator& narrator) {
   const auto tool = InstalledTool(with, narrator);
   const IspBoards& boards = tool->boards;
-  const auto rows = static_cast<std::size_t>(
-      std::clamp<int>(boards.BoardCount, boards.CurrentBoard + 1, IspBoards::kBoards));
+  const auto inUse = static_cast<std::size_t>(boards.CurrentBoard);
   Json list = Json::array();
-  for (std::size_t i = 0; i < rows; ++i) {
+  for (std::size_t i = 0; i < std::max(boards.NamedRows(), inUse + 1); ++i) {
     const IspBoard& board = boards.BoardTable[i];
-    const bool inUse = static_cast<std::size_t>(boards.CurrentBoard) == i;
-    list.push_back(
-        {{"number", i}, {"name", board.name}, {"inUse", inUse}, {"complete", board.Complete()}});
+    list.push_back({{"number", i},
+                    {"name", board.name},
+                    {"inUse", i == inUse},
+                    {"complete", board.Complete()}});
     if (line.json) continue;
-    with.out << (inUse ? "* " : "  ") << std::setw(2) << i << "  " << board.name
+    with.out << (i == inUse ? "* " : "  ") << std::setw(2) << i << "  " << board.name
              << (board.Complete() ? "" : "  (its row in the table is not complete)") << "\n";
   }
   if (line.json) Print({{"command", "boards"}, {"boards", std::move(list)}}, with.out);

@@ -21,22 +21,18 @@ std::string Bytes(std::size_t count) {
 
 std::string DifferenceText(const Difference& difference) {
   return Bytes(difference.count) + (difference.count == 1 ? " differs" : " differ") +
-         ", the first at " + AddressText(difference.address) + ": chip " +
+         ", the first at " + PaddedHex(difference.address, 4) + ": chip " +
          fileop::HexByte(difference.chip) + ", file " + fileop::HexByte(difference.file);
 }
 
 Json DifferenceJson(const Difference& difference) {
   return {{"count", difference.count},
-          {"address", AddressText(difference.address)},
+          {"address", PaddedHex(difference.address, 4)},
           {"chip", fileop::HexByte(difference.chip)},
           {"file", fileop::HexByte(difference.file)}};
 }
 
 }  // namespace
-
-std::string AddressText(std::int32_t address) {
-  return fileop::HexByte(address / 256) + fileop::HexByte(address % 256);
-}
 
 std::string ResultText(const Outcome& outcome) {
   std::string text = outcome.chip + " " + outcome.command + ": " + Verdict(outcome);

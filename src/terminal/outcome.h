@@ -43,9 +43,6 @@ struct Outcome {
   bool Good() const { return status == kDone; }
 };
 
-/// Four digits.
-std::string AddressText(std::int32_t address);
-
 /// One line, for people.
 std::string ResultText(const Outcome& outcome);
 /// One object, for programs: what ResultText says in fields of their own.

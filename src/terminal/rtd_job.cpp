@@ -1,26 +1,43 @@
 #include "terminal/rtd_job.h"
 
+#include <algorithm>
+
+#include "terminal/refusals.h"
+
 namespace terminal {
 
 using namespace tongxun2120;
 
-bool RtdJob::Load(const std::string& file, Bank bank, Outcome& outcome) {
-  if (file.empty()) return true;
-  tool_.rtdWriter.Load(file, bank, view_);
-  if (!view_.refusal.empty()) return false;
+Result<loadfile::ImageFacts> RtdJob::Load(const std::string& file, Bank bank, Outcome& outcome) {
+  if (Status known = NameIsKnown(file, kRtdFormats); !known.Ok()) return known;
+  auto facts = tool_.rtdWriter.Load(file, bank, view_);
+  if (!facts.Ok()) return facts;
   const std::int32_t maximum = tool_.rtdImages.Of(bank).maximum;
-  if (maximum < 0 || maximum > 0xFFFF) {
-    view_.refusal = file + (maximum < 0 ? ": the file holds no byte of an image"
-                                        : ": the image reaches beyond FFFF, where the bank ends");
-    return false;
+  if (facts->dataBytes == 0) return Status::Failed(file + kNoByte);
+  if (maximum > 0xFFFF) {
+    return Status::Failed(file + ": the image reaches beyond FFFF, where the bank ends");
   }
-  outcome.files.push_back(file);
   outcome.size = outcome.size.value_or(0) + static_cast<std::size_t>(maximum) + 1;
-  return true;
+  return facts;
 }
 
-bool RtdJob::Load(Outcome& outcome) {
-  return Load(line_.file, Bank::First, outcome) && Load(line_.secondFile, Bank::Second, outcome);
+Result<loadfile::ImageFacts> RtdJob::Load(Outcome& outcome) {
+  Result<loadfile::ImageFacts> first = loadfile::ImageFacts{};
+  if (!line_.file.empty()) first = Load(line_.file, Bank::First, outcome);
+  if (!first.Ok() || line_.secondFile.empty()) return first;
+  auto second = Load(line_.secondFile, Bank::Second, outcome);
+  if (!second.Ok()) return second;
+  first->notes += second->notes;
+  first->wrongStartCodes += second->wrongStartCodes;
+  return first;
+}
+
+/// A line that is held low from the middle of the run on seems to answer with CRC 0.
+std::string RtdJob::Unsaid(const RunLine& run) {
+  const auto isZero = [](const RunImage& image) { return image.crc == 0; };
+  const bool zero = run.Verified() && std::ranges::any_of(run.images, isZero);
+  if (zero && tool_.port.SdaIsLow()) return "SDA is held low";
+  return run.result.silent ? kSilent : "";
 }
 
 void RtdJob::Run(Outcome& outcome) {
@@ -39,23 +56,14 @@ void RtdJob::Run(Outcome& outcome) {
 
   const RunLine run = writer.Run(view_);
   if (erase) tool_.rtdLink.RtdLeaveIsp();
-  if (!view_.refusal.empty()) {  // nothing was sent
-    outcome.status = kBadFile;
-    outcome.failure = view_.refusal;
-    return;
-  }
-  outcome.crc = run.crc;
-  outcome.chipCrc = run.chipCrc;
+  if (run.result.text.empty()) return RefuseChanged(outcome);  // nothing was sent
+  outcome.crc = CrcText(run.images, &RunImage::crc);
+  outcome.chipCrc = CrcText(run.images, &RunImage::chipCrc);
   outcome.shown = run.result.text;
   outcome.duration = run.duration;
   outcome.failure = run.result.failure;
   outcome.place = run.result.place;
-  const bool verified = erase || (!run.crc.empty() && run.crc == run.chipCrc);
-  // A line that is held low from the middle of the run on seems to answer with CRC 0.
-  const bool zero = ("+ " + run.crc + " +").find("+ 0 +") != std::string::npos;
-  if (verified && zero && tool_.port.SdaIsLow()) outcome.failure = "SDA is held low";
-  if (outcome.failure.empty() && run.result.silent) outcome.failure = "the chip did not answer";
-  if (!outcome.failure.empty() || !verified) outcome.status = kChipSaysNo;
+  if (!outcome.failure.empty() || !(erase || run.Verified())) outcome.status = kChipSaysNo;
 }
 
 }  // namespace terminal

@@ -14,19 +14,21 @@ class RtdJob {
   RtdJob(Tool& tool, const CommandLine& line, Narrator& narrator)
       : tool_(tool), line_(line), narrator_(narrator), view_(narrator) {}
 
-  /// Loads the images that the command needs; touches no port. False when a file was refused, or
-  /// holds nothing that the chip could be programmed with: `Refusal` tells.
-  bool Load(Outcome& outcome);
+  /// Loads the images that the command needs; touches no port. Fails when a file was refused, or
+  /// holds nothing that the chip could be programmed with. The facts of the first file, with the
+  /// notes of both.
+  Result<loadfile::ImageFacts> Load(Outcome& outcome);
   /// Leaves ISP mode at the end, whatever happened.
   void Run(Outcome& outcome);
 
-  const std::string& Refusal() const { return view_.refusal; }
-  /// Of a file that was loaded and is not as its maker meant; empty for none.
-  const std::string& Notes() const { return view_.notes; }
-  const std::vector<ImageFacts>& Facts() const { return view_.banks; }
+  /// What failed in a run although no text says so; empty for nothing.
+  std::string Unsaid(const RunLine& run);
+  /// The operation, as the log calls it.
+  const char* Operation() const { return line_.command == Command::Erase ? "Erase" : "Auto"; }
 
  private:
-  bool Load(const std::string& file, tongxun2120::Bank bank, Outcome& outcome);
+  Result<loadfile::ImageFacts> Load(const std::string& file, tongxun2120::Bank bank,
+                                    Outcome& outcome);
 
   Tool& tool_;
   const CommandLine& line_;

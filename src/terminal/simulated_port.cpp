@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -17,6 +16,8 @@ using simulator::Faults;
 using simulator::SimulatedBoard;
 
 using Numbers = std::array<std::uint32_t, 3>;
+
+constexpr std::uint32_t kUsualBank = 0xFFFFFFFF;  // the chip's first
 
 /// The captions of the "Simulated board" window, with its first numbers.
 struct NamedFault {
@@ -47,9 +48,10 @@ constexpr std::array<NamedFault, 5> kFaults{{
      }},
     {"FLASH-BIT-FLIPPED",
      3,
-     {0, 0, 0},
+     {0, kUsualBank, 0},
      [](SimulatedBoard& board, const Numbers& n) {
-       const int bank = static_cast<int>(n[1]) - board.Chip()->FirstBankNumber();
+       const auto first = static_cast<std::uint32_t>(board.Chip()->FirstBankNumber());
+       const auto bank = static_cast<int>((n[1] == kUsualBank ? first : n[1]) - first);
        board.faults.flippedBit = Faults::FlippedBit{bank, n[2], static_cast<int>(n[0])};
      }},
 }};
@@ -60,21 +62,19 @@ std::optional<Numbers> NumbersOf(std::string_view text, const NamedFault& fault)
   for (std::size_t i = 0; !text.empty(); ++i) {
     if (i == fault.numbers) return std::nullopt;
     const std::string_view field = text.substr(0, text.find(','));
-    const auto read =
-        std::from_chars(field.data(), field.data() + field.size(), numbers[i], i == 2 ? 16 : 10);
-    if (read.ec != std::errc() || read.ptr != field.data() + field.size()) return std::nullopt;
+    const auto number = i == 2 ? WholeHex(field) : WholeDecimal(field);
+    if (!number) return std::nullopt;
+    numbers[i] = *number;
     text.remove_prefix(std::min(field.size() + 1, text.size()));
   }
   return numbers;
 }
 
 std::string Names() {
-  std::string names;
-  for (const NamedFault& fault : kFaults) {
-    names += names.empty() ? "" : ", ";
-    for (const char c : fault.name) names += c == '-' ? c : static_cast<char>(c - 'A' + 'a');
-  }
-  return names;
+  std::vector<std::string> names;
+  names.reserve(kFaults.size());
+  for (const NamedFault& fault : kFaults) names.push_back(LowerCase(fault.name));
+  return Joined(names);
 }
 
 simulator::ConnectedChip ChipNamed(const std::string& name) {
@@ -111,9 +111,13 @@ Status SimulatedPort::SwitchFaultsOn() {
     fault->switchOn(*board_, *numbers);
   }
   const auto& flipped = board_->faults.flippedBit;
-  const bool outside = flipped && (flipped->bank < 0 || flipped->bank >= board_->Chip()->Banks() ||
-                                   flipped->bit > 7);
-  if (outside) return Status::Failed("--fault flash-bit-flipped: the chip has no such bit or bank");
+  const bool outside =
+      flipped &&
+      (flipped->bank < 0 || flipped->bank >= board_->Chip()->Banks() || flipped->bit < 0 ||
+       flipped->bit > 7 || flipped->address >= board_->Chip()->Bank(flipped->bank).Cells().size());
+  if (outside) {
+    return Status::Failed("--fault flash-bit-flipped: the chip has no such bit, bank or address");
+  }
   return {};
 }
 

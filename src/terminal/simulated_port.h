@@ -3,7 +3,6 @@
 #pragma once
 
 #include <memory>
-#include <string>
 
 #include "platform/status.h"
 #include "simulator/simulated_board.h"

@@ -6,7 +6,6 @@
 #include <memory>
 #include <ostream>
 #include <string>
-#include <vector>
 
 #include "platform/directories.h"
 #include "platform/port_io.h"

@@ -3,13 +3,13 @@
 #include <algorithm>
 
 #include "image/cells.h"
+#include "terminal/refusals.h"
 #include "text/hex_text.h"
 
 namespace terminal {
 namespace {
 
 constexpr std::int32_t kLastAddress = 0xFFFF;
-constexpr const char* kSilent = "the chip did not answer";
 constexpr const char* kNothingReadable = "bank 0 is empty, and bank 1 cannot be read";
 
 void Fail(Outcome& outcome, std::string failure, std::string place = {}) {
@@ -19,14 +19,11 @@ void Fail(Outcome& outcome, std::string failure, std::string place = {}) {
   outcome.place = std::move(place);
 }
 
-/// What the status texts say of a run, and what they cannot: a silent chip has no CRC, and pages
-/// that nobody erased are not erased.
 void Judge(const RunLine& run, bool good, Outcome& outcome) {
   const RunResult& result = run.result;
   outcome.shown = result.text;
   outcome.duration += run.duration;
   if (!result.failure.empty()) return Fail(outcome, result.failure, result.place);
-  if (result.silent) return Fail(outcome, kSilent);
   if (!good) Fail(outcome, result.text);
 }
 
@@ -44,29 +41,39 @@ VskJob::VskJob(Tool& tool, const CommandLine& line, Narrator& narrator,
   tool_.vskImages.CodeBuffer.fill(0xFF);
 }
 
-bool VskJob::Load(Outcome& outcome) {
-  if (line_.command == Command::Read || line_.command == Command::Erase) return true;
-  tool_.vskWriter.Load(line_.file, view_);
-  if (!view_.refusal.empty()) return false;
-  for (const auto& file : tool_.vskImages.*tool_.isp.Model().files) {
-    outcome.files.push_back(file.name);
+Result<loadfile::ImageFacts> VskJob::Load(Outcome& outcome) {
+  if (line_.command == Command::Read || line_.command == Command::Erase) {
+    return loadfile::ImageFacts{};
   }
+  const VskModel& model = tool_.isp.Model();
+  if (Status known = NameIsKnown(line_.file, model.formats); !known.Ok()) return known;
+  auto facts = tool_.vskWriter.Load(line_.file, view_);
+  if (!facts.Ok()) return facts;
+  const auto& files = tool_.vskImages.*model.files;
+  outcome.files.clear();
+  for (const auto& file : files) outcome.files.push_back(file.name);
   std::size_t size = 0;
-  for (const VskBank& bank : tool_.isp.Model().banks) {
+  for (const VskBank& bank : model.banks) {
     const std::int32_t maximum = tool_.vskImages.*bank.maximum;
     size += static_cast<std::size_t>(maximum + 1);
     if (maximum <= kLastAddress) continue;
-    view_.refusal = "the image reaches " + HexText(maximum) + ", and the flash ends at FFFF";
-    return false;
+    return Status::Failed("the image reaches " + HexText(maximum) + ", and the flash ends at FFFF");
   }
   outcome.size = size;
   outcome.crc = HexText(tool_.vskImages.CodeCrc);
-  if (size == 0) {
-    view_.refusal = line_.file + ": the file holds no byte of an image";
-  } else if (line_.command == Command::Compare && ReadableImage().empty()) {
-    view_.refusal = kNothingReadable;
+  if (facts->dataBytes == 0 || facts->emptyTexts > 0) {
+    return Status::Failed(line_.file + kNoByte + (files.size() > 1 ? ", or its second one" : ""));
   }
-  return view_.refusal.empty();
+  if (line_.command == Command::Compare && ReadableImage().empty()) {
+    return Status::Failed(kNothingReadable);
+  }
+  for (std::size_t i = 0; i < model.banks.size(); ++i) {
+    if (tool_.vskImages.*model.banks[i].maximum >= 0) continue;
+    const std::string empty = files[i].name + ": missing or empty, and its bank is left erased";
+    narrator_.Say(empty);
+    facts->notes += "\n" + empty;
+  }
+  return facts;
 }
 
 void VskJob::Run(Outcome& outcome) {
@@ -100,33 +107,47 @@ AddressRange VskJob::Range() const {
 
 bool VskJob::Enter(Outcome& outcome) {
   view_.EnterOptionSelected();
-  tool_.vskWriter.GoToIspMode(view_);
-  if (!tool_.isp.IspModeOn) Fail(outcome, view_.modeStatus);
-  return tool_.isp.IspModeOn;
+  const bool entered = tool_.vskWriter.GoToIspMode(view_);
+  if (!entered) Fail(outcome, kNotEntered);
+  return entered;
 }
 
 /// A bus that always acknowledges, as one whose SDA is held low, never lets ISP mode end.
 void VskJob::Leave(Outcome& outcome) {
-  if (tool_.isp.IspModeOn) tool_.vskWriter.QuitIspMode(view_);
-  if (tool_.isp.IspModeOn) Fail(outcome, view_.modeStatus);
+  if (tool_.isp.IspModeOn && tool_.vskWriter.QuitIspMode(view_)) Fail(outcome, kNotLeft);
 }
 
-bool VskJob::Refused(Outcome& outcome) const {
-  if (view_.refusal.empty()) return false;
-  outcome.status = kBadFile;
-  outcome.failure = view_.refusal;
-  return true;
+/// A silent chip has no CRC, pages that nobody erased are not erased, and what still listens after
+/// it was programmed is no chip.
+std::string VskJob::Unsaid(const RunLine& run) const {
+  if (run.result.silent) return kSilent;
+  return !run.images.empty() && run.Verified() && tool_.isp.IspModeOn ? kNotLeft : "";
+}
+
+const char* VskJob::Operation() const {
+  switch (line_.command) {
+    case Command::Program:
+      return "Program";
+    case Command::Erase:
+      return line_.pages ? "Page Erase" : "Erase All";
+    case Command::Read:
+      return "Read";
+    default:
+      return "Compare";
+  }
 }
 
 void VskJob::Program(Outcome& outcome) {
-  if (!tool_.vskWriter.ImageIsMeant(view_) && Refused(outcome)) return;
+  if (!tool_.vskWriter.ImageIsMeant(view_)) return RefuseChanged(outcome);
   if (!Enter(outcome)) return;
   tool_.vskWriter.IspOperate = RunChoice::Program;
   const RunLine run = tool_.vskWriter.Run(view_);
-  if (Refused(outcome)) return Leave(outcome);  // nothing was sent but the entry
-  outcome.chipCrc = run.chipCrc;
-  Judge(run, run.result.text == "Write Ok", outcome);
-  if (tool_.isp.IspModeOn) Fail(outcome, view_.modeStatus);
+  if (run.images.empty()) {  // nothing was sent but the entry
+    RefuseChanged(outcome);
+    return Leave(outcome);
+  }
+  outcome.chipCrc = CrcText(run.images, &RunImage::chipCrc);
+  Judge(run, run.Verified(), outcome);
   narrator_.NextPart();
   if (!outcome.Good() || !line_.compare) return;
   if (stopAsked_()) {
@@ -144,7 +165,7 @@ void VskJob::Erase(Outcome& outcome) {
   if (line_.pages) {
     // An end of 0000 would mean the whole flash: the first page's last address means the page.
     const std::int32_t last = std::max(line_.pages->last, tongxun::kErasePageBytes - 1);
-    view_.answers = {AddressText(line_.pages->first), AddressText(last)};
+    view_.answers = {PaddedHex(line_.pages->first, 4), PaddedHex(last, 4)};
     tool_.vskWriter.IspOperate = RunChoice::PageErase;
   }
   const RunLine run = tool_.vskWriter.Run(view_);
@@ -153,19 +174,22 @@ void VskJob::Erase(Outcome& outcome) {
 }
 
 void VskJob::ReadAndCompare(Outcome& outcome) {
-  if (!Enter(outcome)) return;
+  cells_.clear();
+  const bool entered = Enter(outcome);
+  if (!entered && !tool_.port.StillThere()) return;  // no chip's fault, and no run
   tool_.runReport.Begin();
+  if (!entered) return Log(outcome);
   ReadCells(Range(), outcome);
   Leave(outcome);
+  if (HasUnreadableBanks()) outcome.note = "only bank 0 can be read back";
   if (stopAsked_()) outcome.note = "the reading was cut short";
   if (line_.command == Command::Read) {
     outcome.size = cells_.size();
-    return Log("Read", outcome);
+    return Log(outcome);
   }
   const auto image = ReadableImage();
   if (outcome.Good() && cells_.size() == image.size()) {
     outcome.compared = image.size();
-    if (HasUnreadableBanks()) outcome.note = "only bank 0 can be read back";
     for (std::size_t i = 0; i < image.size(); ++i) {
       if (cells_[i] == image[i]) continue;
       if (!outcome.difference) {
@@ -176,12 +200,11 @@ void VskJob::ReadAndCompare(Outcome& outcome) {
     if (outcome.difference) Fail(outcome, "the chip differs from the file");
     narrator_.Step(outcome.difference ? outcome.failure : "read back, equal");
   }
-  Log("Compare", outcome);
+  Log(outcome);
 }
 
 void VskJob::ReadCells(AddressRange range, Outcome& outcome) {
   const std::int32_t pageBytes = tool_.isp.Model().pageBytes;
-  cells_.clear();
   for (std::int32_t page = range.first / pageBytes; page <= range.last / pageBytes; ++page) {
     if (stopAsked_()) return;
     const PageRead read = tool_.isp.ReadChipPage(page, view_);
@@ -203,9 +226,11 @@ void VskJob::ReadCells(AddressRange range, Outcome& outcome) {
   }
 }
 
-void VskJob::Log(const char* operation, Outcome& outcome) {
-  RunLine line{.chip = tool_.isp.Model().name, .operation = operation, .file = line_.file};
-  line.size = cells_.size();
+/// Of what was read.
+void VskJob::Log(Outcome& outcome) {
+  RunLine line{.chip = tool_.isp.Model().name,
+               .operation = line_.command == Command::Read ? "Read" : "Compare",
+               .images = {{.file = line_.file, .size = cells_.size()}}};
   const bool good = outcome.Good() && !stopAsked_();
   line.result.text = good ? "ok" : stopAsked_() ? "interrupted" : outcome.failure;
   if (!good) line.result.failure = line.result.text;

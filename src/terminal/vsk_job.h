@@ -21,19 +21,16 @@ class VskJob {
   /// next page.
   VskJob(Tool& tool, const CommandLine& line, Narrator& narrator, std::function<bool()> stopAsked);
 
-  /// Loads the image that the command needs; touches no port. False when the file was refused, or
-  /// holds nothing that this chip could be programmed with: `Refusal` tells.
-  bool Load(Outcome& outcome);
+  /// Loads the image that the command needs; touches no port. Fails when the file was refused, or
+  /// holds nothing that this chip could be programmed with.
+  Result<loadfile::ImageFacts> Load(Outcome& outcome);
   /// Leaves ISP mode at the end, whatever happened.
   void Run(Outcome& outcome);
 
-  const std::string& Refusal() const { return view_.refusal; }
-  /// Of a file that was loaded and is not as its maker meant; empty for none.
-  const std::string& Notes() const { return view_.notes; }
-  ImageFacts Facts() const {
-    return {view_.boxes.at(ImageBox::MaximumAddress), view_.boxes.at(ImageBox::Checksum),
-            view_.boxes.at(ImageBox::SoftwareCrc)};
-  }
+  /// What failed in a run although no text says so; empty for nothing.
+  std::string Unsaid(const RunLine& run) const;
+  /// The operation, as the log calls it.
+  const char* Operation() const;
   /// What `Run` has read, for the command "read".
   const std::vector<std::uint8_t>& Cells() const { return cells_; }
   /// Where it began.
@@ -45,14 +42,12 @@ class VskJob {
   bool HasUnreadableBanks() const { return tool_.isp.Model().banks.size() > 1; }
   bool Enter(Outcome& outcome);
   void Leave(Outcome& outcome);
-  /// A file was: with the reason.
-  bool Refused(Outcome& outcome) const;
   void Program(Outcome& outcome);
   void Erase(Outcome& outcome);
   void ReadAndCompare(Outcome& outcome);
   /// Reads into `cells_`.
   void ReadCells(AddressRange range, Outcome& outcome);
-  void Log(const char* operation, Outcome& outcome);
+  void Log(Outcome& outcome);
 
   Tool& tool_;
   const CommandLine& line_;

@@ -52,9 +52,12 @@ std::string_view Trim(std::string_view text, std::string_view blanks) {
 std::string UpperCase(std::string_view text) { return WithLetters(text, 'a', 'A'); }
 std::string LowerCase(std::string_view text) { return WithLetters(text, 'A', 'a'); }
 
-std::string Joined(std::span<const std::string> texts) {
+std::string Joined(std::span<const std::string> texts, std::string_view between) {
   std::string list;
-  for (const std::string& text : texts) list += (list.empty() ? "" : ", ") + text;
+  for (const std::string& text : texts) {
+    if (!list.empty()) list += between;
+    list += text;
+  }
   return list;
 }
 

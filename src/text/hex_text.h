@@ -55,7 +55,7 @@ std::string UpperCase(std::string_view text);
 std::string LowerCase(std::string_view text);
 
 /// "one, two, three"
-std::string Joined(std::span<const std::string> texts);
+std::string Joined(std::span<const std::string> texts, std::string_view between = ", ");
 
 /// A UTF-8 text without its last character.
 std::string_view WithoutLastCharacter(std::string_view text);

@@ -1,5 +1,5 @@
 // A window's client area, on which lines of text can be printed behind the controls. Its accessible
-// name is what is printed, and each line is spoken.
+// name is what is printed, and the last line of a load is spoken.
 #pragma once
 
 #include <QStringList>

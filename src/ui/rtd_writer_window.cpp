@@ -4,6 +4,7 @@
 #include <QScrollBar>
 
 #include "ui/run_picture.h"
+#include "widgets/screen_space.h"
 
 using namespace tongxun2120;
 
@@ -77,20 +78,19 @@ void RTD2120Write::Run_Click() {
 
 void RTD2120Write::ChooseAndLoad(Bank bank) {
   const ThreadHold hold;
-  Load(ChooseFile(loadfile::kOneFileFormats), bank);
+  Load(ChooseFile(kRtdFormats), bank);
 }
 
 void RTD2120Write::Load(const std::string& file, Bank bank) {
   const ThreadHold hold;
-  writer_.Load(file, bank, *this);
+  static_cast<void>(writer_.Load(file, bank, *this));  // which shows a refusal
 }
 
 RTD2120Write::LoadCommand RTD2120Write::LoadCommandAt(QPoint place) {
   for (const Bank bank : {Bank::First, Bank::Second}) {
     const QRect box = banks_[static_cast<std::size_t>(bank)].file->geometry();
     if (place.y() >= box.top() && place.y() <= box.bottom()) {
-      return {[this, bank](const std::string& file) { Load(file, bank); },
-              loadfile::kOneFileFormats};
+      return {[this, bank](const std::string& file) { Load(file, bank); }, kRtdFormats};
     }
   }
   return {};
@@ -158,30 +158,20 @@ void RTD2120Write::CreateOperationOptions() {
   eraseOption_ = AddOption(frame, "EraseOp", QStringLiteral("Erase"), {240, 1680, 1575, 375});
 }
 
-void RTD2120Write::SetStatusText(const std::string& text) {
+void RTD2120Write::SetStatusText(const std::string& text, const std::string& spoken) {
   writeStatus_->setPlainText(TextOf(text));
-  announcer_->Speak((errors_ + QStringList(LastLine())).join(QStringLiteral("; ")));
+  announcer_->Speak(TextOf(spoken));
   writeStatus_->verticalScrollBar()->setValue(writeStatus_->verticalScrollBar()->maximum());
 }
 
-QString RTD2120Write::LastLine() const {
-  return writeStatus_->toPlainText().trimmed().section(QLatin1Char('\n'), -1);
-}
-
-void RTD2120Write::SetStatusRed(bool red) {
-  ShowLiveColour(writeStatus_, kMessages, red);
-  if (red) {
-    errors_ << LastLine();
-  } else {
-    errors_.clear();
-  }
-}
+void RTD2120Write::SetStatusRed(bool red) { ShowLiveColour(writeStatus_, kMessages, red); }
 
 void RTD2120Write::RefreshStatus() { writeStatus_->viewport()->repaint(); }
 
-void RTD2120Write::ShowBankRow(Bank bank, const RtdBankRow& row) {
+void RTD2120Write::ShowBankRow(Bank bank, const std::string& file,
+                               const loadfile::ImageFacts& facts) {
   const BankBoxes& boxes = banks_[static_cast<std::size_t>(bank)];
-  ShowLiveTextEnd(boxes.file, TextOf(row.file));
-  ShowLiveText(boxes.maximumAddress, TextOf(row.maximumAddress));
-  ShowLiveText(boxes.checksum, TextOf(row.checksum));
+  ShowLiveTextEnd(boxes.file, TextOf(file));
+  ShowLiveText(boxes.maximumAddress, TextOf(facts.maximumAddress));
+  ShowLiveText(boxes.checksum, TextOf(facts.checksum));
 }

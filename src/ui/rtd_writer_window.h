@@ -5,7 +5,6 @@
 #include <array>
 #include <functional>
 
-#include "rtd2120/rtd_load.h"
 #include "rtd2120/rtd_view.h"
 #include "rtd2120/rtd_writer.h"
 #include "ui/writer_window.h"
@@ -43,11 +42,11 @@ class RTD2120Write final : public WriterWindow<tongxun2120::RtdView> {
   void exit_Click();
 
   // RtdView
-  void SetStatusText(const std::string& text) override;
+  void SetStatusText(const std::string& text, const std::string& spoken) override;
   void SetStatusRed(bool red) override;
   void RefreshStatus() override;
-  QString LastLine() const;
-  void ShowBankRow(tongxun2120::Bank bank, const tongxun2120::RtdBankRow& row) override;
+  void ShowBankRow(tongxun2120::Bank bank, const std::string& file,
+                   const loadfile::ImageFacts& facts) override;
 
   struct BankBoxes {
     QLineEdit* file;
@@ -69,6 +68,5 @@ class RTD2120Write final : public WriterWindow<tongxun2120::RtdView> {
   OptionButton* eraseOption_ = nullptr;
   QPushButton* runButton_ = nullptr;
   QPlainTextEdit* writeStatus_ = nullptr;
-  Announcer* announcer_ = nullptr;  // of the last line, behind the errors before it
-  QStringList errors_;              // of this run: the lines that turned the box red
+  Announcer* announcer_ = nullptr;
 };

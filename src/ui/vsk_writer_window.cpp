@@ -3,6 +3,8 @@
 #include <QKeyEvent>
 #include <QMenuBar>
 
+#include "widgets/screen_space.h"
+
 namespace {
 
 QMenu* Named(QMenu* menu, const char* name) {
@@ -200,7 +202,7 @@ void Form1::Lnf_Click() {
 
 void Form1::Load(const std::string& file) {
   const ThreadHold hold;
-  writer_.Load(file, *this);
+  static_cast<void>(writer_.Load(file, *this));  // which shows a refusal
 }
 
 void Form1::Command1_Click() { Lnf_Click(); }

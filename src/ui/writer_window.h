@@ -20,7 +20,6 @@
 #include "widgets/controls.h"
 #include "widgets/dialogs.h"
 #include "widgets/guarded.h"
-#include "widgets/screen_space.h"
 #include "widgets/thread_hold.h"
 
 /// `View`: what the chip family needs of its window, a `WriterView`.

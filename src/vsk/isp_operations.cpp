@@ -30,7 +30,7 @@ bool IspOperations::EnterIspMode(IspView& view) {
     std::copy_n(params.begin() + kEntryFirstCode + 1, count, frames_.IspTxBuf.begin());
   }
   IspModeOn = frames_.IspWriteFrame(params[kEntryFirstCode], count, true);
-  ShowResult(view, StatusLabel::IspMode, IspModeOn, "isp mode is exist", "isp mode is no exist");
+  ShowResult(view, StatusLabel::IspMode, IspModeOn, "isp mode is exist", kNotEntered);
   return IspModeOn;
 }
 
@@ -38,7 +38,7 @@ bool IspOperations::EnterIspMode(IspView& view) {
 bool IspOperations::QuitIspMode(IspView& view) {
   const bool stillListening = frames_.Send(frames_.CommandAddress(), {kQuit, 0x00});
   if (!stillListening) IspModeOn = false;
-  ShowResult(view, StatusLabel::IspMode, !stillListening, "isp mode is out", "isp mode is not out");
+  ShowResult(view, StatusLabel::IspMode, !stillListening, "isp mode is out", kNotLeft);
   if (stillListening) {
     view.DeselectQuitOption();
   } else {
@@ -86,7 +86,7 @@ RunResult IspOperations::ErasePageRange(std::int32_t start, std::int32_t end, Is
   }
   if (last > kLastPage && !view.Confirm(kErasableRange)) return {};
 
-  report_.Begin();
+  if (first <= last) report_.Begin();
   bool failed = false;
   bool silent = false;
   for (auto page = static_cast<std::int16_t>(first); page <= std::min(last, kLastPage); ++page) {

@@ -20,6 +20,11 @@ enum class PageRead {
   Done,
 };
 
+/// What the mode label shows of a chip that did not enter ISP mode, and of one that did not leave
+/// it.
+inline constexpr const char* kNotEntered = "isp mode is no exist";
+inline constexpr const char* kNotLeft = "isp mode is not out";
+
 class IspOperations {
  public:
   /// `report` is told when the first frame of an erase goes out: a run begins.

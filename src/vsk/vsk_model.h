@@ -4,7 +4,6 @@
 #include <array>
 #include <cstdint>
 #include <span>
-#include <string_view>
 #include <vector>
 
 #include "vsk/isp_frames.h"

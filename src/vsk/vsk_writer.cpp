@@ -8,9 +8,9 @@
 #include "image/page_text.h"
 #include "text/hex_text.h"
 
-void VskWriter::Load(const std::string& file, IspView& view) {
+Result<loadfile::ImageFacts> VskWriter::Load(const std::string& file, IspView& view) {
   const VskModel& model = isp_.Model();
-  model.load(file, model.lastCell, images_, view);
+  return model.load(file, model, images_, view);
 }
 
 /// A chip behind a port that has gone cannot be told from one that has left ISP mode.
@@ -18,16 +18,16 @@ void VskWriter::BeginOnPort() {
   if (!port_.StillThere()) isp_.IspModeOn = false;
 }
 
-void VskWriter::GoToIspMode(IspView& view) {
+bool VskWriter::GoToIspMode(IspView& view) {
   BeginOnPort();
   ClearStatus(view);
-  isp_.EnterIspMode(view);
+  return isp_.EnterIspMode(view);
 }
 
-void VskWriter::QuitIspMode(IspView& view) {
+bool VskWriter::QuitIspMode(IspView& view) {
   BeginOnPort();
   ClearStatus(view);
-  isp_.QuitIspMode(view);
+  return isp_.QuitIspMode(view);
 }
 
 void VskWriter::RunFromMenu(RunChoice operation, IspView& view) {
@@ -44,6 +44,7 @@ void VskWriter::StepPage(RunChoice step, RunChoice behind, IspView& view) {
 }
 
 RunLine VskWriter::Run(IspView& view) {
+  report_.Forget();
   BeginOnPort();
   if (!isp_.IspModeOn) {
     view.SetStatusText(StatusLabel::IspMode, "isp mode is not exist");
@@ -57,7 +58,7 @@ RunLine VskWriter::Run(IspView& view) {
     case RunChoice::EraseAll:
       return TellRun({.operation = "Erase All", .result = isp_.DoEraseAll(view)});
     case RunChoice::Program:
-      if (ImageIsLoaded(view) && ImageIsMeant(view)) return TellRun(ProgramImage(view));
+      if (MayProgram(view)) return TellRun(ProgramImage(view));
       break;
     case RunChoice::PageRead:
       LoadPageView = false;
@@ -77,6 +78,12 @@ RunLine VskWriter::Run(IspView& view) {
   return {};
 }
 
+/// While it asks, a screen reader can choose the other chip.
+bool VskWriter::MayProgram(IspView& view) const {
+  const VskChip chip = isp_.ChipSelect;
+  return ImageIsLoaded(view) && ImageIsMeant(view) && isp_.ChipSelect == chip;
+}
+
 bool VskWriter::ImageIsLoaded(IspView& view) const {
   if (!images_.CodeLoaded) view.ShowMessage("the hexfile is not load");
   return images_.CodeLoaded;
@@ -93,14 +100,14 @@ RunLine VskWriter::TellRun(RunLine line) {
 }
 
 RunLine VskWriter::ProgramImage(IspView& view) {
-  RunLine line{
-      .operation = "Program", .crc = HexText(images_.CodeCrc), .result = isp_.DoProgram(view)};
-  line.chipCrc = HexText(isp_.ReportedCrc);
+  RunLine line{.operation = "Program", .result = isp_.DoProgram(view)};
+  RunImage image{.crc = images_.CodeCrc, .chipCrc = isp_.ReportedCrc};
   const auto& files = images_.*isp_.Model().files;
-  if (!files.empty()) line.file = files.front().name;
+  if (!files.empty()) image.file = files.front().name;
   for (const VskBank& bank : isp_.Model().banks) {
-    line.size += tongxun::UsedCells(images_.*bank.cells, images_.*bank.maximum).size();
+    image.size += tongxun::UsedCells(images_.*bank.cells, images_.*bank.maximum).size();
   }
+  line.images.push_back(image);
   return line;
 }
 

@@ -5,11 +5,11 @@
 #include <string>
 
 #include "bus/iic_port.h"
+#include "image/readers.h"
 #include "run_log/run_report.h"
 #include "vsk/isp_operations.h"
 #include "vsk/isp_view.h"
 #include "vsk/vsk_images.h"
-#include "vsk/vsk_load.h"
 
 /// What "Run" does; the values follow the order of the options.
 enum class RunChoice {
@@ -26,7 +26,7 @@ enum class RunChoice {
 class VskWriter {
  public:
   /// `report` is told of every run that sends an erase or an image.
-  VskWriter(IicPort& port, IspOperations& isp, tongxun::VskImages& images, const RunReport& report)
+  VskWriter(IicPort& port, IspOperations& isp, tongxun::VskImages& images, RunReport& report)
       : port_(port), isp_(isp), images_(images), report_(report) {}
 
   RunChoice IspOperate = RunChoice::Program;
@@ -36,15 +36,15 @@ class VskWriter {
   std::int32_t ReadPage = 0;  // page 0..255 last requested from the chip
 
   /// Loads a file, a UTF-8 name, as the image for the chip that is selected. An empty name: the
-  /// operator chose none.
-  void Load(const std::string& file, IspView& view);
+  /// operator chose none. Fails when the file was refused.
+  Result<loadfile::ImageFacts> Load(const std::string& file, IspView& view);
 
-  /// The "go to isp mode" and "quit isp mode" options.
-  void GoToIspMode(IspView& view);
-  void QuitIspMode(IspView& view);
+  /// The "go to isp mode" and "quit isp mode" options: what the operation returns.
+  bool GoToIspMode(IspView& view);
+  bool QuitIspMode(IspView& view);
 
-  /// The "Run" button. Returns what came of it; the result is empty for a run that sent neither an
-  /// erase nor an image.
+  /// The "Run" button. Returns what came of it: empty for a run that sent neither an erase nor an
+  /// image.
   RunLine Run(IspView& view);
   /// The menu commands "Erase all" and "Program": `operation` at once, and for later runs too.
   void RunFromMenu(RunChoice operation, IspView& view);
@@ -59,6 +59,7 @@ class VskWriter {
 
  private:
   void BeginOnPort();
+  bool MayProgram(IspView& view) const;
   bool ImageIsLoaded(IspView& view) const;
   RunLine TellRun(RunLine line);
   RunLine ProgramImage(IspView& view);
@@ -69,5 +70,5 @@ class VskWriter {
   IicPort& port_;
   IspOperations& isp_;
   tongxun::VskImages& images_;
-  const RunReport& report_;
+  RunReport& report_;
 };

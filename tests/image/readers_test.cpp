@@ -25,7 +25,7 @@ struct ReadersTest : testing::Test {
   FileAnswers<> view;
 
   bool Read(const loadfile::Format& format, const std::string& name) {
-    return loadfile::ReadImage(name, format, {cells, maximum}, view).has_value();
+    return loadfile::ReadImage(name, format, {cells, maximum}, view).Ok();
   }
   bool Hex(const std::string& text) { return Read(kHex, folder.Write("f.hex", text)); }
   bool Binary(const std::string& bytes) { return Read(kBinary, folder.Write("f", bytes)); }
@@ -155,7 +155,7 @@ TEST_F(ReadersTest, WhatAMakerHardlyMeantIsTold) {
 
 TEST_F(ReadersTest, AFileThatHoldsSomethingElseHasChanged) {
   const std::string name = folder.Write("f", "abc");
-  const loadfile::LoadedFile loaded = loadfile::ImageFile(name, kBinary, 2).Loaded();
+  const loadfile::LoadedFile loaded = loadfile::ImageFile(name, kBinary, 2).Taken().file;
   EXPECT_FALSE(loadfile::HasChanged(loaded));
   folder.Write("f", "abc");
   EXPECT_FALSE(loadfile::HasChanged(loaded)) << "written anew";

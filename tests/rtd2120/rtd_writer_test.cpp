@@ -51,10 +51,16 @@ TEST_F(RtdWriterTest, BothBanks) {
   ticks.FineTime();  // the clock went on before the run
   EXPECT_EQ(Run(RtdBankMode::Both),
             "Erase MCU OK.\r\n" + BankLines("1", bank1) + BankLines("2", bank2));
-  const std::string crcs = HexText(Crc8(bank1)) + " + " + HexText(Crc8(bank2));
   EXPECT_THAT(told.result.text, StartsWith("Erase MCU OK.; Program BANK 1   100 %; Calculate CRC"));
   told.result.text.clear();
-  EXPECT_EQ(told, (RunLine{"RTD2120", "Auto", "one.hex + two.hex", 1000, crcs, crcs, {}, 100ms}));
+  const auto written = [](const char* file, int bank, const std::vector<std::uint8_t>& image) {
+    return RunImage{file, image.size(), bank, Crc8(image), Crc8(image)};
+  };
+  EXPECT_EQ(told, (RunLine{"RTD2120",
+                           "Auto",
+                           {written("one.hex", 0, bank1), written("two.hex", 1, bank2)},
+                           {},
+                           100ms}));
   EXPECT_FALSE(view.red);
   EXPECT_TRUE(FlashEquals(chip.Bank(0), bank1) && FlashEquals(chip.Bank(1), bank2));
   EXPECT_FALSE(chip.InIspMode());
@@ -92,7 +98,8 @@ TEST_F(RtdWriterTest, AutoAsksWhenAFileThatWouldBeWrittenHasChanged) {
   std::string told;
   report.Ended = [&](const RunLine& line) { told += line.operation + " "; };
   for (const Bank bank : {Bank::First, Bank::Second}) {
-    writer.Load(folder.Write(bank == Bank::First ? "1.bin" : "2.bin", "abc"), bank, view);
+    const std::string file = folder.Write(bank == Bank::First ? "1.bin" : "2.bin", "abc");
+    EXPECT_TRUE(writer.Load(file, bank, view).Ok());
   }
   folder.Write("2.bin", "abd");
   view.confirmed = false;
@@ -157,6 +164,7 @@ TEST_F(RtdWriterTest, TheSecondBankIsWrittenAfterAFailureOfTheFirst) {
   EXPECT_EQ(events[2], "Program BANK 1   13 %") << "12.5 rounds to the even 12, plus 1";
   EXPECT_EQ(images.RtdLoadBuffer[65540], 0x77) << "all cells are copied";
   EXPECT_TRUE(view.red);
+  EXPECT_EQ(view.spoken, "CRC FAIL.; CRC OK.");
   board.faults.flippedBit.reset();
   Run(RtdBankMode::Second);
   EXPECT_FALSE(view.red) << "each run begins in black";
@@ -214,8 +222,10 @@ TEST_F(RtdWriterTest, RunsThatEndEarly) {
 TEST_F(RtdWriterTest, LoadsTheBankBuffers) {
   TempFolder folder;
   const auto load = [&](Bank bank, const std::string& name, const std::string& bytes) {
-    writer.Load(bytes.empty() ? name : folder.Write(name, bytes), bank, view);
-    return view.Take();
+    const auto facts = writer.Load(bytes.empty() ? name : folder.Write(name, bytes), bank, view);
+    std::vector<std::string> said = view.Take();
+    EXPECT_NE(facts.Ok(), std::ranges::count(said, "message path or file name error!!!") > 0);
+    return said;
   };
   images.RtdLoadBuffer.fill(0x55);
   const std::string sum = HexText((0x8000 * 2 + 0x8000 * 0xFF) & 0xFFFF);

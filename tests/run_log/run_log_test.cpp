@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "run_log/run_report.h"
+#include "support/fake_ticks.h"
 #include "support/temp_folder.h"
 
 namespace {
@@ -23,7 +24,11 @@ struct RunLogTest : testing::Test {
 };
 
 TEST_F(RunLogTest, OneLineARun) {
-  log.Append({"VSK830", "Program", "C:\\a \"b\".hex", 300, "AEE7", "0", {"CRC Error"}, 749ms});
+  log.Append({"VSK830",
+              "Program",
+              {{"C:\\a \"b\".hex", 300, 0, 0xAEE7, 0}, {"two", 50, 1, 0x12}},
+              {"CRC Error"},
+              749ms});
   now += 24h;
   log.Append({.chip = "VSK630",
               .operation = "Erase All",
@@ -31,7 +36,8 @@ TEST_F(RunLogTest, OneLineARun) {
               .duration = 1min + 3s + 950ms});
   EXPECT_EQ(folder.Read("state/runs.csv"),
             kHeading +
-                "2026-11-02T04:03:05Z,0.7,VSK830,Program,\"C:\\a \"\"b\"\".hex\",300,AEE7,0,CRC "
+                "2026-11-02T04:03:05Z,0.7,VSK830,Program,\"C:\\a \"\"b\"\".hex + two\",350,AEE7 + "
+                "12,0,CRC "
                 "Error,378,\"ISP-1, plain\",isp-write\r\n"
                 "2026-11-03T04:03:05Z,64.0,VSK630,Erase All,,,,,Blank ok,378,\"ISP-1, "
                 "plain\",isp-write\r\n");
@@ -65,6 +71,21 @@ TEST_F(RunLogTest, ALogThatCannotBeWrittenIsToldOnce) {
   const std::string file = (folder / "state" / "runs.csv").string();
   EXPECT_EQ(told, std::vector{"The log of runs cannot be written: " + file +
                               " (Not a directory). Programming is not affected."});
+}
+
+TEST(RunReport, ARunLastsFromItsFirstBeginningAndIsToldOnce) {
+  FakeTicks clock{1};
+  clock.fineStep = 100ms;
+  RunReport report(clock);
+  EXPECT_EQ(report.End({.chip = "VSK830"}).duration, 0ms) << "not begun";
+  report.Begin();
+  report.Forget();
+  EXPECT_EQ(report.End({.chip = "VSK830"}).duration, 0ms) << "forgotten";
+  report.Begin();
+  clock.FineTime();
+  report.Begin();
+  EXPECT_EQ(report.End({.chip = "VSK830"}).duration, 200ms);
+  EXPECT_EQ(report.Told(), 1);
 }
 
 }  // namespace

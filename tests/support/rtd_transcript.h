@@ -11,13 +11,18 @@ class RtdTranscript final : public FileAnswers<tongxun2120::RtdView> {
  public:
   std::string text;  // the status box, with its CR LF
   bool red = false;
+  std::string spoken;  // last
 
-  void SetStatusText(const std::string& shown) override { text = shown; }
+  void SetStatusText(const std::string& shown, const std::string& said) override {
+    text = shown;
+    spoken = said;
+  }
   void SetStatusRed(bool isRed) override { red = isRed; }
   void RefreshStatus() override { Say((red ? "red " : "") + LastLine()); }
-  void ShowBankRow(tongxun2120::Bank bank, const tongxun2120::RtdBankRow& row) override {
-    Say(std::string(bank == tongxun2120::Bank::First ? "row 1 " : "row 2 ") + row.maximumAddress +
-        " " + row.checksum + " " + row.file);
+  void ShowBankRow(tongxun2120::Bank bank, const std::string& file,
+                   const loadfile::ImageFacts& facts) override {
+    Say(std::string(bank == tongxun2120::Bank::First ? "row 1 " : "row 2 ") + facts.maximumAddress +
+        " " + facts.checksum + " " + file);
   }
 
  private:

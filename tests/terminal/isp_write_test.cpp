@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <fstream>
 
 #include "image/intel_hex.h"
 #include "platform/port_advice.h"
@@ -14,6 +15,7 @@
 namespace {
 
 using simulator::ConnectedChip;
+using testing::AnyOf;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
@@ -28,7 +30,7 @@ struct IspWriteTest : testing::Test, TerminalRig {
     std::ifstream stream(file, std::ios::binary);
     const std::string text{std::istreambuf_iterator<char>(stream), {}};
     std::vector<std::uint8_t> image(65537, 0xFF);
-    image.resize(static_cast<std::size_t>(loadfile::StoreHex(text, image).maximum) + 1);
+    image.resize(static_cast<std::size_t>(loadfile::StoreHex(text, image)) + 1);
     EXPECT_TRUE(FlashEquals(flash, image)) << file;
   }
 };
@@ -109,6 +111,17 @@ TEST_F(IspWriteTest, NeverCallsDoneWhatTheChipDidNotDo) {
   }
   EXPECT_FALSE(std::filesystem::exists("out.bin"));
   EXPECT_EQ(opened, 0);
+
+  std::istringstream log(folder.Read("simulated/runs.csv"));
+  std::string line;
+  std::getline(log, line);
+  for (const Case& each : cases) {
+    ASSERT_TRUE(std::getline(log, line)) << "each run is logged once";
+    EXPECT_THAT(line, AnyOf(HasSubstr(" (red)"), HasSubstr(",CRC Error,"))) << each.fault;
+  }
+  EXPECT_FALSE(std::getline(log, line));
+  EXPECT_THAT(folder.Read("simulated/runs.csv"),
+              HasSubstr(",VSK830,Program," + thermostat + ",3624,,,isp mode is no exist (red),"));
 }
 
 TEST_F(IspWriteTest, ReadsIntoAFileThatLoadsAgain) {
@@ -170,6 +183,7 @@ TEST_F(IspWriteTest, RefusesBeforeThePortIsTouched) {
   folder.Write("folder.bin/x", "");
   folder.Write("empty.B01", "abc");
   const std::string emptyBank0 = folder.Write("empty.B00", "");
+  std::filesystem::copy(Sample("vsk630/kiosk.H01"), folder / "nul.H01");
   struct Case {
     int status;
     std::string line, said;
@@ -188,6 +202,7 @@ TEST_F(IspWriteTest, RefusesBeforeThePortIsTouched) {
       {2, program + " --fault unplugged", "are for --simulated"},
       {2, "erase vsk830 --simulated --fault rain", "Known are unplugged, busy-for-ever"},
       {2, "erase vsk830 --simulated --fault flash-bit-flipped:8", "no such bit"},
+      {2, "erase vsk830 --simulated --fault flash-bit-flipped:0,0,10000", "or address"},
       {2, "erase vsk830 --simulated --fault unplugged:1,2", "at most 1 numbers"},
       {2, "erase vsk830 --pages 0000-8000", "only addresses 0000-7FFF"},
       {2, "erase vsk830 --pages 20-10", "two hexadecimal addresses"},
@@ -205,6 +220,12 @@ TEST_F(IspWriteTest, RefusesBeforeThePortIsTouched) {
       {3, "program rtd2120 " + missing, "the file does not exist"},
       {3, "program vsk830 " + odd + " --strict", "1 line with a wrong checksum"},
       {3, "program vsk830 " + folder.Write("empty.bin", ""), "no byte of an image"},
+      {3, "program vsk830 " + folder.Write("end.hex", ":00000001FF\r\n"), "no byte of an image"},
+      {3, "program rtd2120 " + folder.Write("end.hex", ":00000001FF\r\n"), "no byte of an image"},
+      {3, "program rtd2120 " + folder.Write("a.ihx", ""), "ends in .HEX or .BIN"},
+      {3, "program vsk630 " + thermostat, "ends in .H00 or .B00"},
+      {3, "--strict program vsk630 " + folder.Write("one.B00", "abc"), "one.B01: missing or empty"},
+      {3, "program vsk630 " + folder.Write("nul.H00", ""), "no byte of an image, or its second"},
       {3, program + " --codes " + missing, "no security codes"},
       {3, program + " --codes " + codes, "no file of security codes"},
       {3, "erase vsk830 --simulated --flash " + odd, "does not hold the 65536 bytes"},
@@ -223,7 +244,12 @@ TEST_F(IspWriteTest, APortThatCannotBeUsedIsTold) {
   EXPECT_EQ(Run("program vsk830 " + thermostat + " --json"), 4);
   EXPECT_THAT(err, HasSubstr("isp-write: It is held. Then start isp-write again.\n"));
   EXPECT_THAT(out, HasSubstr("\"result\": \"refused\""));
+  for (const std::string line : {"erase vsk830", "read vsk830 a.bin --speed 10", "erase rtd2120"}) {
+    EXPECT_EQ(Run(line + " --json"), 4);
+    EXPECT_THAT(out, HasSubstr("\"result\": \"refused\"")) << line;
+  }
   EXPECT_THAT(accesses, IsEmpty());
+  EXPECT_FALSE(std::filesystem::exists(folder / "state")) << "nothing is said of a chip";
 }
 
 TEST_F(IspWriteTest, TwoCopiesDoNotUseOnePort) {
@@ -231,7 +257,7 @@ TEST_F(IspWriteTest, TwoCopiesDoNotUseOnePort) {
   EXPECT_EQ(Run("erase vsk830 --port 278"), 4);
   EXPECT_THAT(err, HasSubstr("port 278 is in use by another isp-write"));
   EXPECT_THAT(accesses, IsEmpty());
-  EXPECT_EQ(Run("erase vsk830 --port 378"), 1) << "nothing is plugged in";
+  EXPECT_EQ(Run("erase vsk830 --port 0x378"), 1) << "nothing is plugged in";
 }
 
 TEST_F(IspWriteTest, AFileThatChangedSinceItWasLoadedIsNotProgrammed) {
@@ -274,7 +300,8 @@ TEST_F(IspWriteTest, KeepsASimulatedFlashBetweenCalls) {
   const std::string flash = (folder / "chip").string();
   for (const std::string chip : {"vsk830", "vsk630"}) {
     const std::string kept = " --simulated --flash " + flash + " ";
-    const std::string image = chip + " " + Sample("vsk630/kiosk.H00");
+    const std::string image =
+        chip + " " + (chip == "vsk830" ? thermostat : Sample("vsk630/kiosk.H00"));
     EXPECT_EQ(Run("compare" + kept + image), 1) << "it is erased";
     EXPECT_EQ(Run("program" + kept + image), 0) << err;
     EXPECT_EQ(Run("compare" + kept + image), 0) << err;
@@ -288,6 +315,9 @@ TEST_F(IspWriteTest, KeepsASimulatedFlashBetweenCalls) {
 TEST_F(IspWriteTest, ListsBoardsAndWhatALoadShows) {
   EXPECT_EQ(Run("boards"), 0);
   EXPECT_EQ(out, "   0  Not connected\n*  1  Simulated cable\n");
+  std::ofstream(folder / "program/Initial/InitPort.csv", std::ios::app) << "\r\n\r\n";
+  EXPECT_EQ(Run("boards"), 0);
+  EXPECT_EQ(out, "   0  Not connected\n*  1  Simulated cable\n") << "blank lines announce nothing";
   EXPECT_EQ(Run("check " + Sample("vsk630/kiosk.H00")), 0);
   EXPECT_THAT(out, HasSubstr("kiosk.H01\n"));
   EXPECT_EQ(Run("check " + Sample("rtd2120/panel-bank1.hex") + " rtd2120"), 0);

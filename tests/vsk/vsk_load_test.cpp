@@ -20,19 +20,19 @@ using Lines = std::vector<std::string>;
 const std::string kEnd = ":00000001FF\r\n";
 const std::string kData = ":0300100001020300\r\n";
 const std::string kRefusal = "message path or file name error!!!";
-constexpr std::int32_t kLastCell = 65536;
 
 struct VskLoadTest : testing::Test {
   TempFolder folder;
   std::unique_ptr<tongxun::VskImages> images = std::make_unique<tongxun::VskImages>();
   Transcript view;
+  Result<loadfile::ImageFacts> loaded = loadfile::ImageFacts{};  // what the last load returned
 
   std::string Path(const std::string& name) const { return PathText(folder / name); }
   /// Chooses the file of this name, a pair's when it ends in 00, and returns what was said.
   Lines Load(const std::string& name) {
     const VskModel& model =
         ModelOf(WithoutLastCharacter(name).ends_with("0") ? VskChip::Vsk630 : VskChip::Vsk830);
-    model.load(name.empty() ? name : Path(name), kLastCell, *images, view);
+    loaded = model.load(name.empty() ? name : Path(name), model, *images, view);
     return view.Take();
   }
   Lines Load(const std::string& name, const std::string& bytes) {
@@ -94,7 +94,8 @@ TEST_F(VskLoadTest, APair) {
 TEST_F(VskLoadTest, ThePairsSecondNameDiffersInTheLastCharacterOfUtf8) {
   folder.Write("x\xC3\xA9", "12");
   folder.Write("x1", "345");
-  Load_Vsk630_NormalFile(Path("x\xC3\xA9"), kLastCell, *images, view);
+  EXPECT_TRUE(
+      Load_Vsk630_NormalFile(Path("x\xC3\xA9"), ModelOf(VskChip::Vsk630), *images, view).Ok());
   EXPECT_THAT(view.Take(), Contains("Text4 1  2"));
   EXPECT_EQ(images->BankFiles[1].name, Path("x1"));
 }
@@ -135,22 +136,12 @@ TEST_F(VskLoadTest, ARefusedFileRefusesThePairAndAMissingFirstFileWhateverItsKin
   for (const auto& [name, reason] : rows) {
     EXPECT_THAT(Load(name), ElementsAre("beep", "beep", kRefusal)) << name;
     EXPECT_THAT(view.lastDetail, HasSubstr(reason));
+    EXPECT_EQ(loaded.Reason() + loaded.Cause(), "path or file name error!!!" + view.lastDetail);
     EXPECT_FALSE(images->CodeLoaded) << name;
     EXPECT_EQ(images->CodeMax + images->CodeBank0Max, 14) << name;
     EXPECT_EQ(images->CodeBuffer[0x10], 0x55) << name;
   }
   EXPECT_EQ(folder.Names().size(), 8U) << "none is created";
-}
-
-TEST_F(VskLoadTest, AModelsLastCellIsTheLastThatIsFilled) {
-  images->CodeBuffer.fill(0x55);
-  const std::string beyond = folder.Write("f", ":01800000010200\r\n");
-  EXPECT_FALSE(loadfile::ReadHexFile(beyond, 0x7FFF, *images, view));
-  EXPECT_THAT(view.lastDetail, HasSubstr("expected none above 0x7FFF"));
-  const std::string large = folder.Write("f", std::string(0x9000, 'x'));
-  EXPECT_TRUE(loadfile::ReadBinFile(large, 0x7FFF, *images, view));
-  EXPECT_EQ(images->CodeMax, 0x7FFF);
-  EXPECT_EQ(images->CodeBuffer[0x8000], 0x55);
 }
 
 }  // namespace

@@ -56,25 +56,24 @@ TEST_F(VskWriterTest, TellsWhatWasProgrammedOrErased) {
   ticks.fineStep = 99'600us;
   Load({1, 2, 3});
   images.CodeFiles = {{.name = "a.hex"}};
-  view.answers = {"0000"};  // to the first question; all that follow are cancelled
+  view.answers = {"0400", "0100", "0000"};  // no page; all questions behind the third are cancelled
   for (const auto operation : {RunChoice::Program, RunChoice::EraseAll, RunChoice::PageErase,
-                               RunChoice::PageErase, RunChoice::PageRead}) {
+                               RunChoice::PageErase, RunChoice::PageErase, RunChoice::PageRead}) {
     EnterIspMode();
     Run(operation);
   }
-  const std::string crc = HexText(images.CodeCrc);
-  EXPECT_THAT(told,
-              ElementsAre(RunLine{"VSK830", "Program", "a.hex", 3, crc, crc, {"Write Ok"}, 100ms},
-                          RunLine{"VSK830", "Erase All", "", 0, "", "", {"Blank ok"}, 100ms}));
+  const RunImage image{"a.hex", 3, 0, images.CodeCrc, images.CodeCrc};
+  EXPECT_THAT(told, ElementsAre(RunLine{"VSK830", "Program", {image}, {"Write Ok"}, 100ms},
+                                RunLine{"VSK830", "Erase All", {}, {"Blank ok"}, 100ms}));
 }
 
 TEST_F(VskWriterTest, EachModelsImageHasFilesOfItsOwn) {
   TempFolder folder;
   std::vector<std::string> told;
-  report.Ended = [&](const RunLine& line) { told.push_back(line.file); };
+  report.Ended = [&](const RunLine& line) { told.push_back(line.images.at(0).file); };
   const auto load = [&](VskChip chip, const std::string& name) {
     isp.ChipSelect = chip;
-    writer.Load(folder.Write(name, "123"), view);
+    EXPECT_TRUE(writer.Load(folder.Write(name, "123"), view).Ok());
   };
   const auto program = [&](VskChip chip) {
     isp.ChipSelect = chip;
@@ -100,7 +99,7 @@ TEST_F(VskWriterTest, ProgramAsksWhenAFileHasChanged) {
   folder.Write("a.B01", "456");
   board.Connect(simulator::ConnectedChip::Vsk630);
   isp.ChipSelect = VskChip::Vsk630;
-  writer.Load(folder.Write("a.B00", "123"), view);
+  EXPECT_TRUE(writer.Load(folder.Write("a.B00", "123"), view).Ok());
   const auto question = [&](const char* name) {
     return "confirm " + (folder / name).string() +
            " has changed since it was loaded. Program what was loaded?";

@@ -1,7 +1,6 @@
 // Which range an RTD2120 computes its CRC over, as the frames that it took have set it.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <span>
 #include <vector>

@@ -15,6 +15,7 @@
 #include "soak/image_files.h"
 #include "soak/verdict.h"
 #include "text/hex_text.h"
+#include "vsk/entry_parameters.h"
 
 namespace {
 
@@ -41,12 +42,6 @@ std::string BoardFile(const IspBoard& wiring, std::size_t row) {
     text += "\r\n";
   }
   return text;
-}
-
-std::string ParameterFile(const simulator::VskIdentity& identity) {
-  std::string bytes{static_cast<char>(identity.address), static_cast<char>(identity.codes.size())};
-  for (const std::uint8_t code : identity.codes) bytes += static_cast<char>(code);
-  return bytes;
 }
 
 const std::vector<simulator::SimulatedBoard::Choice>& Chips() {
@@ -79,13 +74,19 @@ Session::Session(Random& random, DialogRobot& robot, Tally& tally)
   const std::size_t row = Pick(random_, 0, 20);
   folder_.Write("program/Initial/InitPort.csv", BoardFile(wiring_, row));
   folder_.Write("program/Initial/CurrIspBoard.csv", std::to_string(row));
-  folder_.Write("program/Initial/security.cod", ParameterFile({}));
+  const simulator::VskIdentity identity;
+  folder_.Write("program/Initial/security.cod",
+                fileop::EntryContent(identity.address, identity.codes));
   port_.BeginRun();
   tool_ = std::make_unique<Tool>(
       port_, ticks_, Directories{folder_ / "program", folder_ / "config", {}, folder_ / "state"},
       [this](const std::string& message) {
         robot_.Note("dialog", QString::fromStdString(message));
       });
+  tool_->runReport.Ended = [this](RunLine& line) {
+    ended_ = line;
+    tool_->runLog.Append(line);
+  };
   launcher_ = std::make_unique<Main>(*tool_);
   launcher_->show();
   ChangeBoard();
@@ -105,12 +106,19 @@ const char* Session::OpenWriterName() const {
 void Session::BeginRun() {
   ++tally_.runs;
   robot_.declined = false;
+  ended_ = {};
   port_.BeginRun();
 }
 
 void Session::EndRun() {
   if (port_.Exhausted()) ++tally_.endless;
   port_.BeginRun();
+}
+
+void Session::CompareShown(const QString& text, const QColor& colour) {
+  const bool red = colour == QColor(255, 0, 0);
+  const bool asReturned = text.toStdString() == ended_.result.text;
+  if (!asReturned || red != !ended_.result.failure.empty()) ++tally_.shownOtherwise;
 }
 
 std::size_t Session::Plugged() const {
@@ -181,11 +189,13 @@ void Session::ProgramVsk() {
   }
   EndRun();
   const bool sound = able && !robot_.declined;
-  auto* status = ByName<QLabel>("Form1", "Label3");
-  if (status->text() == QLatin1String("Write Ok")) {
+  if (!ended_.images.empty()) {
+    const auto* status = ByName<QLabel>("Form1", "Label3");
+    CompareShown(status->text(), status->palette().color(QPalette::WindowText));
+  }
+  if (ended_.Verified()) {
     JudgeWriteOk(*tool_, board_, tally_);
-    if (status->palette().color(QPalette::WindowText) == QColor(255, 0, 0)) ++tally_.claimsInRed;
-    status->clear();  // judged once
+    if (!ended_.result.failure.empty()) ++tally_.claimsInRed;
   } else if (sound) {
     ++tally_.soundFailures;
   }
@@ -232,16 +242,22 @@ void Session::RunRtd() {
   Click("RTD2120Write", "Run");
   EndRun();
   const bool sound = able && !robot_.declined;
-  auto* status = ByName<QPlainTextEdit>("RTD2120Write", "WriteStatus");
-  const QString text = status->toPlainText();
+  if (!ended_.result.text.empty()) {
+    const auto* status = ByName<QPlainTextEdit>("RTD2120Write", "WriteStatus");
+    CompareShown(status->toPlainText().trimmed().replace("\n", "; "),
+                 status->palette().color(QPalette::Text));
+  }
   const auto claimsBefore = tally_.claims;
-  JudgeCrcOk(text, *tool_, board_, crcRange_, tally_);
+  for (const RunImage& image : ended_.images) {
+    if (image.Verified()) JudgeCrcOk(image.bank, *tool_, board_, crcRange_, tally_);
+  }
+  const bool failed = !ended_.result.failure.empty();
+  if (failed) tally_.claimsInRed += tally_.claims - claimsBefore;
+  const bool imageFault = ended_.result.failure == "Image address error.";
+  const bool done = ended_.operation == "Erase" || ended_.Verified();
   if (sound) ++tally_.soundRuns;
-  if (sound && (text.contains("FAIL") || text.contains("link"))) ++tally_.soundFailures;
-  const bool red = status->palette().color(QPalette::Text) == QColor(255, 0, 0);
-  if (red) tally_.claimsInRed += tally_.claims - claimsBefore;
+  if (sound && !imageFault && (failed || !done)) ++tally_.soundFailures;
   robot_.NoteWindows();
-  status->clear();  // judged once
   if (Pick(random_, 0, 1) == 0) EndFaults();
 }
 

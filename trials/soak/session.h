@@ -1,6 +1,8 @@
 // One operator at one simulated board: a started program with its windows, on a random wiring.
 #pragma once
 
+#include <QColor>
+#include <QString>
 #include <memory>
 
 #include "simulator/simulated_board.h"
@@ -54,6 +56,8 @@ class Session {
   void EndFaults();
   void BeginRun();
   void EndRun();
+  /// The window shows of the run that ended what was returned of it.
+  void CompareShown(const QString& text, const QColor& colour);
   /// The place of the chip that is plugged in among those that can be; 0 when there is none.
   std::size_t Plugged() const;
   /// Whether the tool reaches the chip of this name, and nothing ails it.
@@ -80,6 +84,7 @@ class Session {
   simulator::SimulatedBoard board_;
   CrcRange crcRange_;
   BoundedPort port_{board_.cable};
+  RunLine ended_;  // of the run that went on last; empty when it sent nothing
   std::unique_ptr<Tool> tool_;
   std::unique_ptr<Main> launcher_;
 };

@@ -33,6 +33,7 @@ void Report(const Tally& tally, std::size_t growth, unsigned seed) {
   std::cout << "seed                                        " << seed
             << "\nruns                                        " << tally.runs
             << "\n  without an end                            " << tally.endless
+            << "\n  shown otherwise than returned             " << tally.shownOtherwise
             << "\nclaims of success                           " << tally.claims
             << "\n  in red                                    " << tally.claimsInRed
             << "\n  on a flash that differs, with equal CRC   " << tally.equalCrc

@@ -18,13 +18,15 @@ struct Tally {
   std::uint64_t otherPages = 0;  // another chip is plugged in, with pages of another size
   std::uint64_t unexplained = 0;
 
-  std::uint64_t soundRuns = 0;      // on a sound chip with a fitting image
-  std::uint64_t soundFailures = 0;  // among them, those that were shown as failed
-  std::uint64_t endless = 0;        // runs that were stopped at the bound on port accesses
+  std::uint64_t soundRuns = 0;       // on a sound chip with a fitting image
+  std::uint64_t soundFailures = 0;   // among them, those that were shown as failed
+  std::uint64_t endless = 0;         // runs that were stopped at the bound on port accesses
+  std::uint64_t shownOtherwise = 0;  // runs of which the window shows something else
   QStringList unknownTexts;
   std::set<QString> texts;  // all that were shown
 
   std::uint64_t Failures() const {
-    return unexplained + soundFailures + endless + static_cast<std::uint64_t>(unknownTexts.size());
+    return unexplained + soundFailures + endless + shownOtherwise +
+           static_cast<std::uint64_t>(unknownTexts.size());
   }
 };

@@ -1,6 +1,5 @@
 #include "soak/verdict.h"
 
-#include <QStringList>
 #include <algorithm>
 #include <vector>
 
@@ -46,26 +45,6 @@ std::uint8_t Crc8(const Bytes& bytes) {
   return crc;
 }
 
-void JudgeBank(int bank, Tool& tool, simulator::SimulatedBoard& board, const CrcRange& range,
-               Tally& tally) {
-  ++tally.claims;
-  const auto image = tool.rtdImages.Of(static_cast<tongxun2120::Bank>(bank));
-  const auto used = tongxun::UsedCells(image.cells, image.maximum);
-  const Bytes wanted(used.begin(), used.end());
-  const Bytes flash = FlashOf(board, bank, wanted.size());
-  if (wanted == flash) return;
-  const simulator::SimulatedChip* chip = board.Chip();
-  const bool otherRange = chip == &board.rtd2120 && !range.Covers(0, wanted.size() - 1) &&
-                          range.CrcOf(chip->Bank(bank).Cells()) == Crc8(wanted);
-  if (flash.size() == wanted.size() && Crc8(wanted) == Crc8(flash)) {
-    ++tally.equalCrc;
-  } else if (Crc8(wanted) == 0) {
-    ++tally.crcZero;
-  } else {
-    ++(otherRange ? tally.otherRange : tally.unexplained);
-  }
-}
-
 }  // namespace
 
 bool ImageFits(const Tool& tool, const simulator::SimulatedBoard& board) {
@@ -104,11 +83,22 @@ void JudgeWriteOk(Tool& tool, simulator::SimulatedBoard& board, Tally& tally) {
   }
 }
 
-void JudgeCrcOk(const QString& status, Tool& tool, simulator::SimulatedBoard& board,
-                const CrcRange& range, Tally& tally) {
-  int bank = 0;
-  for (const QString& line : status.split('\n')) {
-    if (line.startsWith("Program BANK")) bank = line.startsWith("Program BANK 2") ? 1 : 0;
-    if (line == "CRC OK.") JudgeBank(bank, tool, board, range, tally);
+void JudgeCrcOk(int bank, Tool& tool, simulator::SimulatedBoard& board, const CrcRange& range,
+                Tally& tally) {
+  ++tally.claims;
+  const auto image = tool.rtdImages.Of(static_cast<tongxun2120::Bank>(bank));
+  const auto used = tongxun::UsedCells(image.cells, image.maximum);
+  const Bytes wanted(used.begin(), used.end());
+  const Bytes flash = FlashOf(board, bank, wanted.size());
+  if (wanted == flash) return;
+  const simulator::SimulatedChip* chip = board.Chip();
+  const bool otherRange = chip == &board.rtd2120 && !range.Covers(0, wanted.size() - 1) &&
+                          range.CrcOf(chip->Bank(bank).Cells()) == Crc8(wanted);
+  if (flash.size() == wanted.size() && Crc8(wanted) == Crc8(flash)) {
+    ++tally.equalCrc;
+  } else if (Crc8(wanted) == 0) {
+    ++tally.crcZero;
+  } else {
+    ++(otherRange ? tally.otherRange : tally.unexplained);
   }
 }

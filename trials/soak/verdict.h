@@ -1,7 +1,5 @@
-// Compares what the windows claim with the flash of the chip that is plugged in.
+// Compares what a run claims with the flash of the chip that is plugged in.
 #pragma once
-
-#include <QString>
 
 #include "simulator/simulated_board.h"
 #include "soak/crc_range.h"
@@ -14,7 +12,6 @@ bool ImageFits(const Tool& tool, const simulator::SimulatedBoard& board);
 /// A VSK run ended with "Write Ok".
 void JudgeWriteOk(Tool& tool, simulator::SimulatedBoard& board, Tally& tally);
 
-/// An RTD2120 run left `status` in its box: each "CRC OK." in it is a claim for the bank named last
-/// before it.
-void JudgeCrcOk(const QString& status, Tool& tool, simulator::SimulatedBoard& board,
-                const CrcRange& range, Tally& tally);
+/// An RTD2120 run found the bank's CRC, 0 or 1, to be the image's.
+void JudgeCrcOk(int bank, Tool& tool, simulator::SimulatedBoard& board, const CrcRange& range,
+                Tally& tally);
