@@ -7,7 +7,7 @@
 # by itself too, behind the libraries' headers, which are precompiled.
 
 file(GLOB_RECURSE looked_at CONFIGURE_DEPENDS *.h *.cpp)
-foreach(header algorithm chrono fstream functional memory)
+foreach(header algorithm chrono fstream functional memory nlohmann/json.hpp)
   string(APPEND logic_headers "#include <${header}>\n")
 endforeach()
 set(window_headers "#include <QtWidgets>\n#include <filesystem>\n")
@@ -35,8 +35,8 @@ foreach(kind logic window)
   set(reader ${CMAKE_CXX_COMPILER} -std=c++20 -fPIC -w)
   get_property(sources GLOBAL PROPERTY ${kind}_sources)
   add_custom_command(OUTPUT ${headers}.alone
-                     COMMAND ${reader} "-I$<JOIN:${folders},;-I>" -x c++-header ${headers}
-                             -o ${headers}.pch
+                     COMMAND ${reader} "-I$<JOIN:${folders},;-I>" -fpch-instantiate-templates
+                             -x c++-header ${headers} -o ${headers}.pch
                      COMMAND ${reader} "-I$<JOIN:${folders},;-I>"
                              "$<$<BOOL:${definitions}>:-D$<JOIN:${definitions},;-D>>"
                              -fsyntax-only -include-pch ${headers}.pch ${sources}
