@@ -3,13 +3,12 @@
 
 #include "platform/tick_counter.h"
 
-/// Advances 15 ms every `readingsPerTick` readings, from `start` on.
+/// Advances 15 ms every `readingsPerTick` readings.
 class FakeTicks : public TickCounter {
  public:
-  explicit FakeTicks(std::uint32_t readingsPerTick = 10, std::uint32_t start = 0)
-      : readingsPerTick_(readingsPerTick), start_(start) {}
+  explicit FakeTicks(std::uint32_t readingsPerTick = 10) : readingsPerTick_(readingsPerTick) {}
 
-  std::uint32_t GetTickCount() override { return start_ + readings_++ / readingsPerTick_ * 15; }
+  std::uint32_t GetTickCount() override { return readings_++ / readingsPerTick_ * 15; }
 
   /// Advances by this with each reading; stands still at first, so that delays take no time.
   std::chrono::nanoseconds fineStep{};
@@ -20,7 +19,6 @@ class FakeTicks : public TickCounter {
 
  private:
   std::uint32_t readingsPerTick_;
-  std::uint32_t start_;
   std::uint32_t readings_ = 0;
   std::chrono::nanoseconds fine_{};
 };

@@ -19,11 +19,11 @@ inline std::vector<std::uint8_t> Image(std::size_t size, unsigned seed = 1) {
 }
 
 /// The page-data frame of page `page`, as the wire decoder sees it.
-inline std::string DataFrame(const std::vector<std::uint8_t>& image, std::size_t page,
-                             std::size_t pageBytes = 256) {
+inline std::string DataFrame(const std::vector<std::uint8_t>& image, std::size_t page) {
+  constexpr std::size_t kPageBytes = 256;
   std::string frame = "S 94 00";
-  const std::size_t end = std::min(image.size(), pageBytes * (page + 1));
-  for (std::size_t i = pageBytes * page; i < end; ++i) frame += " " + fileop::HexByte(image[i]);
+  const std::size_t end = std::min(image.size(), kPageBytes * (page + 1));
+  for (std::size_t i = kPageBytes * page; i < end; ++i) frame += " " + fileop::HexByte(image[i]);
   return frame + " P";
 }
 
