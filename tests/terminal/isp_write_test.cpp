@@ -183,7 +183,7 @@ TEST_F(IspWriteTest, RefusesBeforeThePortIsTouched) {
   folder.Write("folder.bin/x", "");
   folder.Write("empty.B01", "abc");
   const std::string emptyBank0 = folder.Write("empty.B00", "");
-  std::filesystem::copy(Sample("vsk630/kiosk.H01"), folder / "nul.H01");
+  std::filesystem::copy(Sample("vsk630/kiosk.H01"), folder / "zero.H01");
   struct Case {
     int status;
     std::string line, said;
@@ -225,7 +225,7 @@ TEST_F(IspWriteTest, RefusesBeforeThePortIsTouched) {
       {3, "program rtd2120 " + folder.Write("a.ihx", ""), "ends in .HEX or .BIN"},
       {3, "program vsk630 " + thermostat, "ends in .H00 or .B00"},
       {3, "--strict program vsk630 " + folder.Write("one.B00", "abc"), "one.B01: missing or empty"},
-      {3, "program vsk630 " + folder.Write("nul.H00", ""), "no byte of an image, or its second"},
+      {3, "program vsk630 " + folder.Write("zero.H00", ""), "no byte of an image, or its second"},
       {3, program + " --codes " + missing, "no security codes"},
       {3, program + " --codes " + codes, "no file of security codes"},
       {3, "erase vsk830 --simulated --flash " + odd, "does not hold the 65536 bytes"},
