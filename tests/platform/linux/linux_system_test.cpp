@@ -64,6 +64,7 @@ TEST(LinuxFiles, DevicesAreNotRead) {
 TEST(LinuxFiles, OnAFullDiskTheOldContentIsKept) {
   const TempFolder folder;
   folder.Write("a", "old");
+  folder.Write("log", "ab");
   std::signal(SIGXFSZ, SIG_IGN);  // the write fails instead
   rlimit before{};
   getrlimit(RLIMIT_FSIZE, &before);
@@ -73,10 +74,12 @@ TEST(LinuxFiles, OnAFullDiskTheOldContentIsKept) {
   std::vector<std::string> problems;
   for (const char* name : {"a", "b"})
     problems.push_back(WriteAtStart(folder / name, longer).Reason());
+  problems.push_back(AppendToFile(folder / "log", "cdef", "").Reason());
   setrlimit(RLIMIT_FSIZE, &before);
-  EXPECT_THAT(problems, ElementsAre("File too large", "File too large"));
+  EXPECT_THAT(problems, ElementsAre("File too large", "File too large", "File too large"));
   EXPECT_EQ(folder.Read("a"), "old");
-  EXPECT_THAT(folder.Names(), ElementsAre("a")) << "no half file is left";
+  EXPECT_EQ(folder.Read("log"), "ab") << "no half line";
+  EXPECT_EQ(folder.Names().size(), 2U) << "no half file is left";
 }
 
 TEST(LinuxFiles, WritingKeepsLinksAndPermissions) {
