@@ -11,11 +11,10 @@ bool HasChanged(const LoadedFile& file) {
   return now.Ok() && ContentHash(*now) != file.content;
 }
 
-bool AgreedTo(std::span<const LoadedFile> files,
-              const std::function<bool(std::string_view)>& confirm) {
+bool AgreedTo(std::span<const LoadedFile> files, WriterView& view) {
   return std::ranges::all_of(files, [&](const LoadedFile& file) {
     return !HasChanged(file) ||
-           confirm(file.name + " has changed since it was loaded. Program what was loaded?");
+           view.Confirm(file.name + " has changed since it was loaded. Program what was loaded?");
   });
 }
 

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "image/writer_view.h"
+
 namespace loadfile {
 
 struct LoadedFile {
@@ -22,9 +24,8 @@ inline std::size_t ContentHash(std::string_view bytes) {
 /// The file can be read and holds something else than when it was loaded.
 bool HasChanged(const LoadedFile& file);
 
-/// Has `confirm` ask about each file that has changed, whether what was loaded is to be programmed.
-/// False at the first answer that is no.
-bool AgreedTo(std::span<const LoadedFile> files,
-              const std::function<bool(std::string_view)>& confirm);
+/// Asks about each file that has changed, whether what was loaded is to be programmed. False at the
+/// first answer that is no.
+bool AgreedTo(std::span<const LoadedFile> files, WriterView& view);
 
 }  // namespace loadfile

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
 
 namespace tongxun2120 {
 
@@ -23,6 +24,12 @@ inline constexpr auto kCrc8Table = Crc8Table();
 /// Feeds one byte, most significant bit first.
 constexpr std::uint8_t Crc8Byte(std::uint8_t crc, std::uint8_t byte) {
   return kCrc8Table[crc ^ byte];
+}
+
+/// Of bytes behind those that `crc` is of.
+constexpr std::uint8_t Crc8(std::span<const std::uint8_t> bytes, std::uint8_t crc = 0) {
+  for (const std::uint8_t byte : bytes) crc = Crc8Byte(crc, byte);
+  return crc;
 }
 
 }  // namespace tongxun2120

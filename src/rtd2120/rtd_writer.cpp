@@ -39,8 +39,7 @@ bool RtdWriter::ImagesAreMeant(RtdBankMode banks, RtdView& view) {
     const BankImage image = images_.Of(bank);
     if (banks != other && image.loaded && CanBeWritten(image)) files.push_back(image.file);
   }
-  return loadfile::AgreedTo(files,
-                            [&view](std::string_view question) { return view.Confirm(question); });
+  return loadfile::AgreedTo(files, view);
 }
 
 void RtdWriter::WriteLoadedBanks(RtdBankMode banks, RtdLog& log, RtdView& view) {

@@ -90,8 +90,7 @@ bool VskWriter::ImageIsLoaded(IspView& view) const {
 }
 
 bool VskWriter::ImageIsMeant(IspView& view) const {
-  return loadfile::AgreedTo(images_.*isp_.Model().files,
-                            [&view](std::string_view question) { return view.Confirm(question); });
+  return loadfile::AgreedTo(images_.*isp_.Model().files, view);
 }
 
 RunLine VskWriter::TellRun(RunLine line) {

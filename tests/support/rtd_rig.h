@@ -12,11 +12,7 @@
 #include "support/board_rig.h"
 #include "support/rtd_transcript.h"
 
-inline int Crc8(std::span<const std::uint8_t> image) {
-  std::uint8_t crc = 0;
-  for (const std::uint8_t byte : image) crc = tongxun2120::Crc8Byte(crc, byte);
-  return crc;
-}
+using tongxun2120::Crc8;
 
 struct RtdRig : BoardRig {
   RtdRig() : BoardRig(Wiring(), {}, simulator::ConnectedChip::Rtd2120) {}

@@ -27,9 +27,8 @@ class CrcRange final : public simulator::BusListener {
     return first_ == first && last_ == last;
   }
   std::uint8_t CrcOf(std::span<const std::uint8_t> cells) const {
-    std::uint8_t crc = 0;
-    for (std::size_t a = first_; a <= last_; ++a) crc = tongxun2120::Crc8Byte(crc, cells[a]);
-    return crc;
+    if (first_ > last_) return 0;
+    return tongxun2120::Crc8(cells.subspan(first_, std::size_t{last_} - first_ + 1));
   }
 
  private:

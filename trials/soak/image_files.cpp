@@ -28,11 +28,7 @@ void EndWithCrcZero(Bytes& bytes, bool crc8, std::uint16_t crc) {
   const std::size_t tail = crc8 ? 1 : 2;
   if (bytes.size() < tail) return;
   bytes.erase(bytes.end() - static_cast<std::ptrdiff_t>(tail), bytes.end());
-  if (crc8) {
-    std::uint8_t small = 0;
-    for (const std::uint8_t byte : bytes) small = tongxun2120::Crc8Byte(small, byte);
-    return bytes.push_back(small);
-  }
+  if (crc8) return bytes.push_back(tongxun2120::Crc8(bytes));
   crc = tongxun::CrcBytes(crc, bytes);
   bytes.push_back(static_cast<std::uint8_t>(crc >> 8));
   bytes.push_back(static_cast<std::uint8_t>(crc & 0xFF));

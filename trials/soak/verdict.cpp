@@ -39,12 +39,6 @@ Bytes PagesOf(simulator::SimulatedBoard& board, int bank, std::size_t size, std:
   return pages;
 }
 
-std::uint8_t Crc8(const Bytes& bytes) {
-  std::uint8_t crc = 0;
-  for (const std::uint8_t byte : bytes) crc = tongxun2120::Crc8Byte(crc, byte);
-  return crc;
-}
-
 }  // namespace
 
 bool ImageFits(const Tool& tool, const simulator::SimulatedBoard& board) {
@@ -93,10 +87,10 @@ void JudgeCrcOk(int bank, Tool& tool, simulator::SimulatedBoard& board, const Cr
   if (wanted == flash) return;
   const simulator::SimulatedChip* chip = board.Chip();
   const bool otherRange = chip == &board.rtd2120 && !range.Covers(0, wanted.size() - 1) &&
-                          range.CrcOf(chip->Bank(bank).Cells()) == Crc8(wanted);
-  if (flash.size() == wanted.size() && Crc8(wanted) == Crc8(flash)) {
+                          range.CrcOf(chip->Bank(bank).Cells()) == tongxun2120::Crc8(wanted);
+  if (flash.size() == wanted.size() && tongxun2120::Crc8(wanted) == tongxun2120::Crc8(flash)) {
     ++tally.equalCrc;
-  } else if (Crc8(wanted) == 0) {
+  } else if (tongxun2120::Crc8(wanted) == 0) {
     ++tally.crcZero;
   } else {
     ++(otherRange ? tally.otherRange : tally.unexplained);
