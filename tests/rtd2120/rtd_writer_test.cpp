@@ -117,7 +117,11 @@ TEST_F(RtdWriterTest, AutoAsksWhenAFileThatWouldBeWrittenHasChanged) {
   EXPECT_EQ(Run(RtdBankMode::Second), "Image address error.\r\n") << "not written";
   images.Bank2Max = 2;
   view.confirmed = true;
-  EXPECT_TRUE(Run(RtdBankMode::Second).ends_with("CRC OK.\r\n"));
+  view.whileAsked = [&] {
+    writer.BankMode = RtdBankMode::First;
+    writer.OperateMode = RtdOperateMode::EraseOnly;
+  };
+  EXPECT_EQ(Run(RtdBankMode::Second), BankLines("2", {'a', 'b', 'c'})) << "as when it began";
   images.Bank2Loaded = false;
   EXPECT_EQ(Run(RtdBankMode::Second), "");
   EXPECT_EQ(told, "Auto Erase Auto ") << "not where nothing was sent";

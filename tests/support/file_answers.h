@@ -1,6 +1,7 @@
 // What loads and runs say and ask of a window, kept as words; answers are set in advance.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -12,9 +13,10 @@
 template <typename View = WriterView>
 class FileAnswers : public View {
  public:
-  bool confirmed = true;   // the answer to OK or Cancel
-  std::string lastDetail;  // of the last message
-  std::string notes;       // of the last file that had any
+  bool confirmed = true;                     // the answer to OK or Cancel
+  std::string lastDetail;                    // of the last message
+  std::function<void()> whileAsked = [] {};  // what a screen reader does behind the question
+  std::string notes;                         // of the last file that had any
 
   std::vector<std::string> Take() { return std::exchange(said_, {}); }
 
@@ -25,6 +27,7 @@ class FileAnswers : public View {
   }
   bool Confirm(std::string_view question) override {
     Say("confirm " + std::string(question));
+    whileAsked();
     return confirmed;
   }
   void ShowNotes(std::string_view text) override { notes = text; }

@@ -112,7 +112,13 @@ TEST_F(VskWriterTest, ProgramAsksWhenAFileHasChanged) {
   EXPECT_THAT(TakeFrames(), IsEmpty());
   EXPECT_EQ(runs, 0);
   EXPECT_THAT(Run(RunChoice::EraseAll), testing::Not(testing::Contains(question("a.B00"))));
+  TakeFrames();
   view.confirmed = true;
+  view.whileAsked = [&] { isp.ChipSelect = VskChip::Vsk830; };
+  Run(RunChoice::Program);
+  EXPECT_THAT(TakeFrames(), IsEmpty()) << "of the other chip no file was asked about";
+  view.whileAsked = [] {};
+  isp.ChipSelect = VskChip::Vsk630;
   writer.RunFromMenu(RunChoice::Program, view);
   EXPECT_THAT(view.Take(), testing::IsSupersetOf({question("a.B00"), question("a.B01"),
                                                   std::string("Label3: Write Ok")}));
