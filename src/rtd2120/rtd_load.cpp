@@ -28,6 +28,7 @@ Result<loadfile::ImageFacts> Load_RTD2120_NormalFile(const std::string& name, Ba
                                    .checksum = HexText(images.RtdBankSum),
                                    .dataBytes = taken->dataBytes,
                                    .wrongStartCodes = taken->wrongStartCodes,
+                                   .emptyTexts = taken->emptyTexts,
                                    .notes = taken->notes};
   view.ShowBankRow(bank, name, facts);
   return facts;
